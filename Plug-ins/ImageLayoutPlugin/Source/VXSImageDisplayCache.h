@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+
+class QPainter;
+class QRectF;
+
+// Draws an image reduced to the size it covers on the device. Reductions are area
+// averages (no moiré from fine detail), and the result is kept, so repaints of an
+// unchanged item cost one blit however large the source is. A power-of-two reduction
+// of the source is kept as well, so that a changing size (resizing by a handle) is
+// served from a source at most twice the target instead of the full image.
+class CVXSImageDisplayCache
+{
+public:
+    // Draws all of source into target, given in the painter's current coordinates.
+    void draw(QPainter* pPainter, const QRectF& target, const QImage& source);
+
+private:
+    const QImage& scaledTo(const QImage& source, const QSize& size);
+    void updateLevel(const QImage& source, int nLevel);
+
+    qint64 m_nSourceKey = 0;
+    int m_nLevel = -1;
+    QImage m_level;  // source halved m_nLevel times
+    QImage m_scaled; // m_level scaled to the size last drawn
+};

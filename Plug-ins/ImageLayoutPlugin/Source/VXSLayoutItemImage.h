@@ -1,0 +1,33 @@
+#pragma once
+
+#include "VXSImageDisplayCache.h"
+
+#include <QGraphicsRectItem>
+#include <QImage>
+
+// An image placed on the layout page, optionally occupying one grid cell.
+// Its geometry is its rectangle; the image is stretched to fill it.
+class CVXSLayoutItemImage : public QGraphicsRectItem
+{
+public:
+    enum { Type = 32784 };
+
+    // The rectangle starts as the image's own (0, 0, width, height); parent is ignored.
+    explicit CVXSLayoutItemImage(const QImage& image, QGraphicsItem* parent = nullptr);
+    ~CVXSLayoutItemImage() override;
+
+    QImage& getImage();
+    int getCellIndex() const;
+    void setCellIndex(int nCellIndex);
+    // Whether the scene point lies on a pixel of the image as shown.
+    bool containsImagePixel(const QPoint& point) const;
+
+    void paint(QPainter* pPainter, const QStyleOptionGraphicsItem* pOption, QWidget* pWidget) override;
+    int type() const override;
+
+private:
+    QImage m_image;
+    int m_nCellIndex = -1;
+    // Screen-sized copy of m_image, so that large sources paint fast and without moiré.
+    CVXSImageDisplayCache m_displayCache;
+};

@@ -1,0 +1,376 @@
+#include "VXSLayoutManager.h"
+
+#include "VXSImageFit.h"
+#include "VXSLayoutItemArrow.h"
+#include "VXSLayoutItemImage.h"
+#include "VXSLayoutStyles.h"
+#include "VXSLayoutView.h"
+#include "VXSLayoutWindow.h"
+
+#include <VXSMdiSubWindow.h>
+#include <VXSMessageBox.h>
+#include <VXUtilityFns.h>
+
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QScreen>
+
+using namespace VXSLayout;
+
+CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
+    : QObject(nullptr)
+    , m_scene(0, 0, 300, 300)
+    , m_printer(QPrinter::ScreenResolution)
+{
+    m_pLayoutWindow = new CVXSLayoutWindow(pParentWidget, "Layout Window");
+    m_pLayoutView = new CVXSLayoutView(&m_scene, m_pLayoutWindow->viewContainer());
+    m_pLayoutWindow->setFocusPolicy(Qt::ClickFocus);
+    m_pLayoutWindow->setLayoutManager(this);
+    m_pLayoutView->setLayoutManager(this);
+    m_pLayoutWindow->setLayoutView(m_pLayoutView);
+    m_pLayoutWindow->initialize();
+    centreWindow();
+    m_cellUseCount.fill(0);
+}
+
+CVXSLayoutManager::~CVXSLayoutManager()
+{
+    // The window lives in the host's sub-window; deleting that takes window and view.
+    // A window that was never put into a workspace is deleted on its own.
+    if (m_pLayoutWindow) {
+        QWidget* pParent = m_pLayoutWindow->parentWidget();
+        if (pParent)
+            delete pParent;
+        else
+            delete m_pLayoutWindow.data();
+    }
+}
+
+void CVXSLayoutManager::centreWindow()
+{
+    int screenWidth = 500;
+    int screenHeight = 400;
+    if (const QScreen* pScreen = QGuiApplication::primaryScreen()) {
+        const QRect available = pScreen->availableGeometry();
+        if (available.width() > 0 && available.height() > 0) {
+            screenWidth = available.width();
+            screenHeight = available.height();
+        }
+    }
+    const int width = qMin(m_pLayoutWindow->width(), screenWidth);
+    const int height = qMin(m_pLayoutWindow->height(), screenHeight);
+    m_pLayoutWindow->move((screenWidth - width) / 2, (screenHeight - height) / 2);
+}
+
+CVXSLayoutWindow* CVXSLayoutManager::getLayoutWindow() const
+{
+    return m_pLayoutWindow;
+}
+
+CVXSLayoutView* CVXSLayoutManager::getLayoutView() const
+{
+    return m_pLayoutView;
+}
+
+QGraphicsScene* CVXSLayoutManager::getScene()
+{
+    return &m_scene;
+}
+
+bool CVXSLayoutManager::isWindowVisible() const
+{
+    if (!m_pLayoutWindow)
+        return false;
+    const QWidget* pParent = m_pLayoutWindow->parentWidget();
+    return pParent && !pParent->isHidden();
+}
+
+void CVXSLayoutManager::showLayoutWindow(bool bShow)
+{
+    if (!m_pLayoutWindow)
+        return;
+    auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(m_pLayoutWindow->parentWidget());
+    if (!pSubWindow)
+        return;
+    if (bShow)
+        pSubWindow->showWindow();
+    else
+        pSubWindow->hideWindow();
+}
+
+void CVXSLayoutManager::editSelectedText()
+{
+    if (m_pLayoutWindow)
+        m_pLayoutWindow->onClickMultiLineEditText();
+}
+
+int CVXSLayoutManager::currentStyle() const
+{
+    if (!m_pLayoutWindow)
+        return 0;
+    return qMax(0, m_pLayoutWindow->layoutStyleCombo()->currentIndex());
+}
+
+int CVXSLayoutManager::addImageItem(CVXSLayoutItemImage* pItem, bool bUpdate)
+{
+    if (!pItem || !m_pLayoutView)
+        return 0;
+
+    const QRectF natural = pItem->rect();
+    const int cell = getFirstEmptyCell(true);
+    if (cell == -1) {
+        // Free placement: half the size of the lower-right three quarters of the view,
+        // in the upper-left part of that area.
+        const int viewWidth = m_pLayoutView->width();
+        const int viewHeight = m_pLayoutView->height();
+        const int left = viewWidth / 4;
+        const int top = viewHeight / 4;
+        const int areaWidth = viewWidth - left;
+        const int areaHeight = viewHeight - top;
+        const QSize size = VXSImageFit::fitSize(natural.width(), natural.height(), areaWidth / 2, areaHeight / 2);
+        pItem->setRect(left + (areaWidth / 4 - size.width() / 2), top + (areaHeight / 4 - size.height() / 2),
+                       size.width(), size.height());
+    } else {
+        QRect cellRect;
+        if (getCellRect(cell, cellRect, false) != -1) {
+            const QSize size = VXSImageFit::fitSize(natural.width(), natural.height(), cellRect.width(),
+                                                    cellRect.height());
+            pItem->setRect(cellRect.left() + (cellRect.width() - size.width()) / 2,
+                           cellRect.top() + (cellRect.height() / 2 - size.height() / 2), size.width(),
+                           size.height());
+            pItem->setCellIndex(cell);
+            setCellUsed(cell, true);
+        }
+    }
+
+    const int z = m_pLayoutView->topZ() + 1;
+    pItem->setZValue(z);
+    m_pLayoutView->setTopZ(z);
+    pItem->show();
+
+    if (bUpdate && m_pLayoutView->scene()) {
+        m_pLayoutView->scene()->update(QRectF(QPointF(pItem->x(), pItem->y()), pItem->rect().size()));
+        m_pLayoutView->scene()->update();
+    }
+    return 0;
+}
+
+int CVXSLayoutManager::getCellCount(int nStyle) const
+{
+    return VXSLayoutStyles::cellCount(nStyle);
+}
+
+int CVXSLayoutManager::getFirstEmptyCell(bool bGridOnly) const
+{
+    const int style = currentStyle();
+    if (bGridOnly && style == 0)
+        return -1;
+    const int places = bGridOnly ? getCellCount(style) : CellCounterCount;
+    for (int cell = 0; cell < places; ++cell) {
+        if (m_cellUseCount[cell] == 0)
+            return cell;
+    }
+    return -1;
+}
+
+int CVXSLayoutManager::getCellRect(int nCell, QRect& rect, bool bInPercent) const
+{
+    const int style = currentStyle();
+    if (nCell == -1 || style == 0 || (!m_pLayoutView && !bInPercent))
+        return -1;
+
+    int result = -1;
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    if (nCell >= 0 && nCell < getCellCount(style)) {
+        const VXSLayoutStyles::CellPercent percent = VXSLayoutStyles::cellPercent(style, nCell);
+        left = percent.left;
+        top = percent.top;
+        right = percent.right;
+        bottom = percent.bottom;
+        result = 4 * nCell;
+    }
+    if (!bInPercent) {
+        const int viewWidth = m_pLayoutView->width();
+        const int viewHeight = m_pLayoutView->height();
+        left = int((left * viewWidth) / 100.0);
+        right = int((right * viewWidth) / 100.0);
+        top = int((top * viewHeight) / 100.0);
+        bottom = int((bottom * viewHeight) / 100.0);
+    }
+    rect.setTopLeft(QPoint(left, top));
+    rect.setBottomRight(QPoint(right, bottom));
+    return result;
+}
+
+int CVXSLayoutManager::getCellAtPoint(QPointF& point, bool bInPercent) const
+{
+    const int style = currentStyle();
+    if (style == 0 || !m_pLayoutView)
+        return -1;
+    if (!bInPercent) {
+        // A view of one pixel or less has no percent scale.
+        const int viewWidth = m_pLayoutView->width();
+        const int viewHeight = m_pLayoutView->height();
+        if (viewWidth < 2 || viewHeight < 2)
+            return -1;
+        point.setX(int(point.x() / (viewWidth - 1) * 100 + 0.5));
+        point.setY(int(point.y() / (viewHeight - 1) * 100 + 0.5));
+    }
+    const int count = getCellCount(style);
+    for (int cell = 0; cell < count; ++cell) {
+        const VXSLayoutStyles::CellPercent c = VXSLayoutStyles::cellPercent(style, cell);
+        if (c.left <= point.x() && point.x() <= c.right && c.top <= point.y() && point.y() <= c.bottom)
+            return cell;
+    }
+    return count;
+}
+
+void CVXSLayoutManager::setCellUsed(int nCell, bool bUsed)
+{
+    // The index wraps to its low eight bits, the counter wraps around too: -1 lands on
+    // counter 255, which no style uses.
+    std::uint8_t& counter = m_cellUseCount[std::uint8_t(nCell)];
+    counter = std::uint8_t(bUsed ? counter + 1 : counter - 1);
+}
+
+int CVXSLayoutManager::cellUseCount(int nCell) const
+{
+    return m_cellUseCount[std::uint8_t(nCell)];
+}
+
+void CVXSLayoutManager::relayoutItems(bool bKeepCells)
+{
+    if (!m_pLayoutView)
+        return;
+    const int style = currentStyle();
+    m_pLayoutView->showCells(style);
+
+    // Shared by every manager on purpose: the first call ever sees factors of 1.0.
+    static double previousWidth = m_pLayoutView->width();
+    static double previousHeight = m_pLayoutView->height();
+    const double sx = m_pLayoutView->width() / previousWidth;
+    const double sy = m_pLayoutView->height() / previousHeight;
+
+    QGraphicsItem* pSelected = m_pLayoutView->currentItem();
+    if (pSelected)
+        m_pLayoutView->hideHandles();
+
+    const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, previousWidth, previousHeight),
+                                                      Qt::IntersectsItemShape, Qt::DescendingOrder);
+    for (QGraphicsItem* pItem : items) {
+        if (pItem->type() == CVXSLayoutItemImage::Type)
+            relayoutImage(static_cast<CVXSLayoutItemImage*>(pItem), bKeepCells, style, sx, sy);
+        else
+            scaleItem(pItem, sx, sy);
+        if (pItem == pSelected)
+            m_pLayoutView->showHandles(pItem);
+    }
+
+    previousWidth = int(m_pLayoutView->width());
+    previousHeight = int(m_pLayoutView->height());
+    if (style != 0)
+        m_scene.update();
+}
+
+void CVXSLayoutManager::relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCells, int nStyle, double sx, double sy)
+{
+    const int oldCell = pImage->getCellIndex();
+    if (oldCell != -1) {
+        setCellUsed(oldCell, false);
+        pImage->setCellIndex(-1);
+    }
+    if (nStyle == 0) {
+        // Free style: the image stretches with the view and may lose its aspect ratio.
+        pImage->setRect(scaledRect(pImage->rect(), sx, sy));
+        return;
+    }
+    fitImageIntoCell(pImage, bKeepCells ? oldCell : getFirstEmptyCell(true), nStyle);
+}
+
+void CVXSLayoutManager::fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell, int nStyle)
+{
+    QRect cellRect;
+    if (nCell == -1 || nCell >= getCellCount(nStyle) || getCellRect(nCell, cellRect, false) == -1)
+        return;
+    const QSize size = VXSImageFit::fitSize(pImage->rect().width(), pImage->rect().height(), cellRect.width(),
+                                            cellRect.height());
+    pImage->setRect(cellRect.left() + (cellRect.width() / 2 - size.width() / 2),
+                    cellRect.top() + (cellRect.height() / 2 - size.height() / 2), size.width(), size.height());
+    pImage->setCellIndex(nCell);
+    setCellUsed(nCell, true);
+}
+
+QRectF CVXSLayoutManager::scaledRect(const QRectF& rect, double sx, double sy)
+{
+    return QRectF(rect.x() * sx, rect.y() * sy, rect.width() * sx, rect.height() * sy);
+}
+
+void CVXSLayoutManager::scaleItem(QGraphicsItem* pItem, double sx, double sy)
+{
+    switch (pItem->type()) {
+    case RectangleItemType: {
+        auto* pRectItem = static_cast<QGraphicsRectItem*>(pItem);
+        pRectItem->setRect(scaledRect(pRectItem->rect(), sx, sy));
+        break;
+    }
+    case EllipseItemType: {
+        auto* pEllipse = static_cast<QGraphicsEllipseItem*>(pItem);
+        pEllipse->setRect(scaledRect(pEllipse->rect(), sx, sy));
+        break;
+    }
+    case ArrowItemType: {
+        auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
+        int x = 0;
+        int y = 0;
+        pArrow->getStartPoint(x, y);
+        pArrow->setStartPoint(int(x * sx), int(y * sy));
+        pArrow->getEndPoint(x, y);
+        pArrow->setEndPoint(int(x * sx), int(y * sy));
+        pArrow->fitRectToPoints();
+        break;
+    }
+    case TextItemType: {
+        auto* pText = static_cast<QGraphicsRectItem*>(pItem);
+        const QRectF r = pText->rect();
+        pText->setRect(r.x() * sx, r.y() * sy, r.width(), r.height());
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void CVXSLayoutManager::clearLayout()
+{
+    if (!m_pLayoutView)
+        return;
+    const QList<QGraphicsItem*> items = m_scene.items(Qt::DescendingOrder);
+    if (items.count() <= AuxiliaryItemCount)
+        return;
+
+    const int answer = CVXSMessageBox::question(m_pLayoutView, CVXUtilityFns::getAppName(),
+                                                tr("Are you sure you want to clear the layout?\n"),
+                                                QMessageBox::Yes,
+                                                QMessageBox::No | QMessageBox::Default | QMessageBox::Escape);
+    if (answer != 0)
+        return;
+
+    for (QGraphicsItem* pItem : items) {
+        if (pItem->type() == GridItemType || m_pLayoutView->handleIndex(pItem) != 0
+            || m_pLayoutView->isCellHighlight(pItem))
+            continue;
+        if (pItem->type() == ImageItemType)
+            setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
+        delete pItem;
+    }
+
+    m_pLayoutView->hideHandles();
+    m_pLayoutView->setCurrentItem(nullptr);
+    m_pLayoutView->setSelectedItem(nullptr);
+    m_scene.update(m_scene.sceneRect());
+    m_scene.update();
+}

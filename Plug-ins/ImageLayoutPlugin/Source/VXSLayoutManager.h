@@ -1,0 +1,65 @@
+#pragma once
+
+#include "VXSLayoutConstants.h"
+
+#include <QGraphicsScene>
+#include <QObject>
+#include <QPointer>
+#include <QPrinter>
+#include <QRect>
+
+#include <array>
+#include <cstdint>
+
+class QGraphicsItem;
+class CVXSLayoutItemImage;
+class CVXSLayoutView;
+class CVXSLayoutWindow;
+
+// The layout document: owns the scene, creates the layout window and its view, keeps the
+// book of which grid cell holds an image, places pasted images and lays the page out
+// again when the style or the view size changes. The layout style is never stored here:
+// it is always the current index of the window's layout-style box.
+class CVXSLayoutManager : public QObject
+{
+    Q_OBJECT
+public:
+    // pParentWidget becomes the window's parent widget.
+    explicit CVXSLayoutManager(QWidget* pParentWidget = nullptr);
+    ~CVXSLayoutManager() override;
+
+    CVXSLayoutWindow* getLayoutWindow() const;
+    CVXSLayoutView* getLayoutView() const;
+    QGraphicsScene* getScene();
+    bool isWindowVisible() const;
+    void showLayoutWindow(bool bShow);
+    void editSelectedText();
+
+    // The current layout style: the layout-style box's index, 0 without a window.
+    int currentStyle() const;
+
+    int addImageItem(CVXSLayoutItemImage* pItem, bool bUpdate);
+    int getCellCount(int nStyle) const;
+    int getFirstEmptyCell(bool bGridOnly) const;
+    int getCellRect(int nCell, QRect& rect, bool bInPercent) const;
+    int getCellAtPoint(QPointF& point, bool bInPercent) const;
+    void setCellUsed(int nCell, bool bUsed);
+    // How many images the cell's counter says it holds (0 = empty).
+    int cellUseCount(int nCell) const;
+    void relayoutItems(bool bKeepCells);
+    void clearLayout();
+
+private:
+    void centreWindow();
+    void relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCells, int nStyle, double sx, double sy);
+    void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell, int nStyle);
+    static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
+    static QRectF scaledRect(const QRectF& rect, double sx, double sy);
+
+    QGraphicsScene m_scene;
+    QPointer<CVXSLayoutView> m_pLayoutView;     // owned by the window's widget tree
+    QPointer<CVXSLayoutWindow> m_pLayoutWindow; // deleted with its parent widget, see destructor
+    // One print set-up serves all print jobs while the plugin runs.
+    QPrinter m_printer;
+    std::array<std::uint8_t, VXSLayout::CellCounterCount> m_cellUseCount {};
+};

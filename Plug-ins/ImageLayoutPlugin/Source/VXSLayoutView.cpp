@@ -1,0 +1,707 @@
+#include "VXSLayoutView.h"
+
+#include "VXSImageFit.h"
+#include "VXSLayoutItemArrow.h"
+#include "VXSLayoutItemEllipse.h"
+#include "VXSLayoutItemGrid.h"
+#include "VXSLayoutItemImage.h"
+#include "VXSLayoutItemRectangle.h"
+#include "VXSLayoutItemText.h"
+#include "VXSLayoutManager.h"
+#include "VXSLayoutPens.h"
+#include "VXSLayoutWindow.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QResizeEvent>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace VXSLayout;
+
+namespace {
+
+int roundedZ(const QGraphicsItem* pItem)
+{
+    return int(pItem->zValue() + 0.5);
+}
+
+bool isLayoutZ(const QGraphicsItem* pItem)
+{
+    return roundedZ(pItem) > BaseZ;
+}
+
+// The geometry rectangle of the two rectangle-based item bases.
+QRectF itemRect(const QGraphicsItem* pItem)
+{
+    if (pItem->type() == EllipseItemType)
+        return static_cast<const QGraphicsEllipseItem*>(pItem)->rect();
+    return static_cast<const QGraphicsRectItem*>(pItem)->rect();
+}
+
+void setItemRect(QGraphicsItem* pItem, const QRectF& rect)
+{
+    if (pItem->type() == EllipseItemType)
+        static_cast<QGraphicsEllipseItem*>(pItem)->setRect(rect);
+    else
+        static_cast<QGraphicsRectItem*>(pItem)->setRect(rect);
+}
+
+// Moves the corner that belongs to the handle (1 top-left, 2 top-right, 3 bottom-right,
+// 4 bottom-left) to the point.
+QRectF withCornerAt(QRectF rect, int nHandle, const QPointF& point)
+{
+    switch (nHandle) {
+    case 1: rect.setTopLeft(point); break;
+    case 2: rect.setTopRight(point); break;
+    case 3: rect.setBottomRight(point); break;
+    case 4: rect.setBottomLeft(point); break;
+    default: break;
+    }
+    return rect;
+}
+
+QRectF widened(const QRectF& rect, int nMargin)
+{
+    return rect.adjusted(-nMargin, -nMargin, nMargin, nMargin);
+}
+
+} // namespace
+
+CVXSLayoutView::CVXSLayoutView(QGraphicsScene* pScene, QWidget* pParent)
+    : QGraphicsView(pScene, pParent)
+{
+    // Lets the selection signal travel through queued connections and signal spies.
+    qRegisterMetaType<QGraphicsItem*>();
+    viewport()->setMouseTracking(false);
+    setCacheMode(QGraphicsView::CacheBackground);
+    // Pointer positions are taken as scene points as they are; pinning the page to the
+    // viewport's top-left corner keeps what is drawn exactly under the pointer.
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+
+    for (CVXSLayoutItemRectangle*& pHandle : m_handles) {
+        pHandle = new CVXSLayoutItemRectangle(nullptr);
+        pScene->addItem(pHandle);
+        pHandle->setRect(0, 0, HandleSize, HandleSize);
+        pHandle->setBrush(QBrush(QColor(0, 0, 0, 255)));
+        pHandle->setPen(VXSLayoutPens::thinBlack());
+    }
+    for (int i = 0; i < MaxCellCount; ++i) {
+        m_cells[i] = new CVXSLayoutItemGrid();
+        m_cells[i]->setZValue(i);
+        // Frames are shown by the layout style, none before one is chosen.
+        m_cells[i]->hide();
+        pScene->addItem(m_cells[i]);
+    }
+    m_pCellHighlight = new CVXSLayoutItemRectangle(nullptr);
+    m_pCellHighlight->setPen(QPen(QBrush(QColor(0, 255, 0, 255)), 0, Qt::DashLine, Qt::SquareCap, Qt::BevelJoin));
+    pScene->addItem(m_pCellHighlight);
+    hideHandles();
+}
+
+CVXSLayoutView::~CVXSLayoutView()
+{
+    for (CVXSLayoutItemRectangle*& pHandle : m_handles) {
+        delete pHandle;
+        pHandle = nullptr;
+    }
+    for (CVXSLayoutItemGrid*& pCell : m_cells) {
+        delete pCell;
+        pCell = nullptr;
+    }
+    delete m_pCellHighlight;
+    m_pCellHighlight = nullptr;
+}
+
+void CVXSLayoutView::setLayoutManager(CVXSLayoutManager* pManager)
+{
+    m_pManager = pManager;
+}
+
+QGraphicsItem* CVXSLayoutView::currentItem() const
+{
+    return m_pSelectedItem;
+}
+
+void CVXSLayoutView::setCurrentItem(QGraphicsItem* pItem)
+{
+    m_pSelectedItem = pItem;
+}
+
+void CVXSLayoutView::setSelectedItem(QGraphicsItem* pItem)
+{
+    emit selectionChanged(pItem);
+}
+
+int CVXSLayoutView::targetCell() const
+{
+    return m_targetCell;
+}
+
+// ---- auxiliary items -------------------------------------------------------------
+
+void CVXSLayoutView::updateScene(const QRectF& rect)
+{
+    if (scene())
+        scene()->update(rect);
+}
+
+void CVXSLayoutView::updateWholeScene()
+{
+    if (scene())
+        scene()->update();
+}
+
+void CVXSLayoutView::hideHandles()
+{
+    for (CVXSLayoutItemRectangle* pHandle : m_handles) {
+        if (pHandle && pHandle->isVisible()) {
+            updateScene(pHandle->boundingRect());
+            pHandle->hide();
+            updateScene(pHandle->boundingRect());
+        }
+    }
+    if (m_pCellHighlight && m_pCellHighlight->isVisible())
+        m_pCellHighlight->hide();
+    updateWholeScene();
+}
+
+int CVXSLayoutView::handleIndex(QGraphicsItem* pItem) const
+{
+    if (!pItem)
+        return 0;
+    const auto* pFound = std::find(std::begin(m_handles), std::end(m_handles), pItem);
+    return pFound == std::end(m_handles) ? 0 : int(pFound - std::begin(m_handles)) + 1;
+}
+
+bool CVXSLayoutView::isCellHighlight(QGraphicsItem* pItem) const
+{
+    return pItem && pItem == m_pCellHighlight;
+}
+
+void CVXSLayoutView::placeHandle(int nIndex, qreal x, qreal y)
+{
+    CVXSLayoutItemRectangle* pHandle = m_handles[nIndex];
+    updateScene(pHandle->boundingRect());
+    pHandle->setRect(x, y, HandleSize, HandleSize);
+}
+
+void CVXSLayoutView::showHandles(QGraphicsItem* pItem)
+{
+    if (!pItem || handleIndex(pItem) != 0 || isCellHighlight(pItem))
+        return;
+    const QRectF b = pItem->boundingRect();
+    const qreal half = HandleSize / 2;
+
+    if (pItem->type() == ImageItemType && static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1) {
+        // An image in a cell is not resized: it gets the cell highlight instead of handles.
+        for (CVXSLayoutItemRectangle* pHandle : m_handles) {
+            if (pHandle->isVisible()) {
+                updateScene(pHandle->boundingRect());
+                pHandle->hide();
+            }
+        }
+        m_pCellHighlight->setRect(b);
+        m_pCellHighlight->setZValue(HighlightZ);
+        m_pCellHighlight->show();
+        return;
+    }
+
+    m_pCellHighlight->hide();
+    if (pItem->type() == ArrowItemType) {
+        int x = 0;
+        int y = 0;
+        const auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
+        pArrow->getStartPoint(x, y);
+        placeHandle(0, x - half, y - half);
+        pArrow->getEndPoint(x, y);
+        placeHandle(1, x - half, y - half);
+        // Only the end handle's z is set; the start handle keeps the z it last had.
+        m_handles[1]->setZValue(HandleZ);
+        m_handles[1]->setZValue(HandleZ + 1);
+        m_handles[0]->show();
+        m_handles[1]->show();
+        return;
+    }
+
+    const QPointF corners[HandleCount] = {{b.left() + 1 - half, b.top() + 1 - half},
+                                          {b.right() - 1 - half, b.top() + 1 - half},
+                                          {b.right() - 1 - half, b.bottom() - 1 - half},
+                                          {b.left() + 1 - half, b.bottom() - 1 - half}};
+    for (int i = 0; i < HandleCount; ++i) {
+        placeHandle(i, corners[i].x(), corners[i].y());
+        m_handles[i]->setZValue(HandleZ + i);
+        m_handles[i]->show();
+    }
+}
+
+void CVXSLayoutView::showCells(int nStyle)
+{
+    static const int cellsPerStyle[StyleCount] = {0, 1, 2, 4, 6, 9, 8, 12, 16};
+    hideCells();
+    if (nStyle >= 1 && nStyle < StyleCount) {
+        for (int i = 0; i < cellsPerStyle[nStyle]; ++i)
+            showCell(i);
+    } else {
+        m_targetCell = -1;
+    }
+    updateWholeScene();
+}
+
+void CVXSLayoutView::showCell(int nIndex)
+{
+    QRect rect;
+    if (!m_pManager || nIndex < 0 || nIndex >= MaxCellCount || m_pManager->getCellRect(nIndex, rect, false) == -1)
+        return;
+    CVXSLayoutItemGrid* pCell = m_cells[nIndex];
+    updateScene(pCell->boundingRect());
+    pCell->setRect(QRectF(rect));
+    if (scene() && pCell->scene() != scene())
+        scene()->addItem(pCell);
+    if (!pCell->isVisible())
+        pCell->show();
+    updateScene(pCell->boundingRect());
+}
+
+void CVXSLayoutView::hideCells()
+{
+    for (CVXSLayoutItemGrid* pCell : m_cells) {
+        if (pCell->isVisible())
+            pCell->hide();
+    }
+    updateWholeScene();
+}
+
+// ---- z values --------------------------------------------------------------------
+
+int CVXSLayoutView::nextZ() const
+{
+    return m_topZ + 1;
+}
+
+int CVXSLayoutView::topZ() const
+{
+    return m_topZ;
+}
+
+void CVXSLayoutView::setTopZ(int nZ)
+{
+    m_topZ = nZ;
+}
+
+void CVXSLayoutView::resetTopZ()
+{
+    m_topZ = BaseZ;
+}
+
+int CVXSLayoutView::maxZ() const
+{
+    return HighlightZ;
+}
+
+QList<QGraphicsItem*> CVXSLayoutView::zOrderList() const
+{
+    QList<QGraphicsItem*> list;
+    if (!scene())
+        return list;
+    QVector<QPair<int, QGraphicsItem*>> pairs;
+    for (QGraphicsItem* pItem : scene()->items()) {
+        if (pItem)
+            pairs.append(qMakePair(int(pItem->zValue()), pItem));
+    }
+    std::sort(pairs.begin(), pairs.end(),
+              [](const QPair<int, QGraphicsItem*>& a, const QPair<int, QGraphicsItem*>& b) { return a.first < b.first; });
+    for (const auto& pair : pairs)
+        list.append(pair.second);
+    return list;
+}
+
+int CVXSLayoutView::reorderZ(QGraphicsItem* pItem, int nCommand)
+{
+    if (!pItem)
+        return 16;
+    const QList<QGraphicsItem*> list = zOrderList();
+    Q_ASSERT_X(list.count() != 0, "VXSLayoutView", "zorderlist.count() != 0");
+
+    // Find the item among the layout items, remembering the nearest one below it.
+    int index = 0;
+    QGraphicsItem* pBelow = nullptr;
+    for (; index < list.count(); ++index) {
+        QGraphicsItem* pEntry = list.at(index);
+        if (!isLayoutZ(pEntry))
+            continue;
+        if (pEntry == pItem)
+            break;
+        pBelow = pEntry;
+    }
+    QGraphicsItem* pAbove = nullptr;
+    if (index + 1 < list.count()) {
+        pAbove = list.at(index + 1);
+        if (roundedZ(pAbove) >= HighlightZ)
+            pAbove = nullptr;
+    }
+
+    const qreal z = pItem->zValue();
+    switch (nCommand) {
+    case BringForward:
+        if (pAbove) {
+            pItem->setZValue(pAbove->zValue());
+            pAbove->setZValue(z);
+        }
+        break;
+    case SendBackward:
+        if (pBelow) {
+            pItem->setZValue(pBelow->zValue());
+            pBelow->setZValue(z);
+        }
+        break;
+    case BringToFront:
+        if (roundedZ(pItem) < m_topZ)
+            pItem->setZValue(++m_topZ);
+        break;
+    case SendToBack: {
+        // Every layout item below moves up one place; the item takes the lowest z.
+        QGraphicsItem* pHolder = pItem;
+        for (int i = 0; i < index; ++i) {
+            QGraphicsItem* pEntry = list.at(i);
+            if (!isLayoutZ(pEntry))
+                continue;
+            pHolder->setZValue(pEntry->zValue());
+            pHolder = pEntry;
+        }
+        pHolder->setZValue(z);
+        break;
+    }
+    default:
+        break;
+    }
+    updateWholeScene();
+    updateWholeScene();
+    return 0;
+}
+
+// ---- mouse and keys --------------------------------------------------------------
+
+QPointF CVXSLayoutView::scenePoint(const QMouseEvent* pEvent) const
+{
+    return transform().inverted().map(QPointF(pEvent->pos()));
+}
+
+CVXSLayoutWindow* CVXSLayoutView::layoutWindow() const
+{
+    return m_pManager ? m_pManager->getLayoutWindow() : nullptr;
+}
+
+bool CVXSLayoutView::isDrawingToolOn() const
+{
+    CVXSLayoutWindow* pWindow = layoutWindow();
+    return pWindow
+        && (pWindow->isDrawRectOn() || pWindow->isDrawEllipseOn() || pWindow->isDrawArrowOn() != NoArrowTool);
+}
+
+QGraphicsItem* CVXSLayoutView::itemAt(const QPointF& point) const
+{
+    const QList<QGraphicsItem*> items = scene()->items(point, Qt::IntersectsItemShape, Qt::DescendingOrder, transform());
+    for (QGraphicsItem* pItem : items) {
+        if (handleIndex(pItem) != 0 || isCellHighlight(pItem) || pItem->type() == GridItemType)
+            continue;
+        if (pItem->type() == ArrowItemType
+            && !static_cast<CVXSLayoutItemArrow*>(pItem)->containsPoint(point.toPoint()))
+            continue;
+        return pItem;
+    }
+    return nullptr;
+}
+
+void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
+{
+    if (!scene())
+        return;
+    qDebug("No.of Canvas Items;%d", scene()->items().count());
+    m_activeHandle = 0;
+    m_pressPoint = scenePoint(pEvent);
+
+    if (isDrawingToolOn()) {
+        m_bDrawing = false;
+        return;
+    }
+
+    const QList<QGraphicsItem*> items = scene()->items(m_pressPoint, Qt::IntersectsItemShape,
+                                                        Qt::DescendingOrder, transform());
+    for (QGraphicsItem* pItem : items) {
+        if (const int handle = handleIndex(pItem)) {
+            m_activeHandle = handle;
+            m_bImageResized = false;
+            m_dragPoint = m_pressPoint;
+            return;
+        }
+    }
+
+    QGraphicsItem* pHit = itemAt(m_pressPoint);
+    if (!pHit) {
+        hideHandles();
+        m_pSelectedItem = nullptr;
+        m_targetCell = -1;
+        emit selectionChanged(nullptr);
+        return;
+    }
+    if (pHit != m_pSelectedItem)
+        hideHandles();
+    m_pSelectedItem = pHit;
+    m_dragPoint = m_pressPoint;
+    m_targetCell = -1;
+    emit selectionChanged(pHit);
+    showHandles(pHit);
+}
+
+void CVXSLayoutView::mouseMoveEvent(QMouseEvent* pEvent)
+{
+    if (!scene())
+        return;
+    const QPointF point = scenePoint(pEvent);
+    CVXSLayoutWindow* pWindow = layoutWindow();
+    if (pWindow && pWindow->isDrawRectOn())
+        drawRectangle(point);
+    else if (pWindow && pWindow->isDrawEllipseOn())
+        drawEllipse(point);
+    else if (pWindow && pWindow->isDrawArrowOn() != NoArrowTool)
+        drawArrow(point, pWindow->isDrawArrowOn());
+    else if (m_pSelectedItem && m_activeHandle == 0)
+        moveSelected(point);
+    else if (m_pSelectedItem)
+        resizeSelected(point);
+}
+
+void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
+{
+    scene()->addItem(pItem);
+    const int z = nextZ();
+    pItem->setZValue(z);
+    m_topZ = z;
+    pItem->show();
+    m_pSelectedItem = pItem;
+    m_targetCell = -1;
+    m_bDrawing = true;
+}
+
+// The rectangle spanned by the press point and the pointer, with positive size.
+static QRectF spannedRect(const QPointF& press, const QPointF& pointer)
+{
+    const QPoint q = pointer.toPoint();
+    const qreal left = q.x() <= press.x() ? q.x() : press.x();
+    const qreal top = q.y() <= press.y() ? q.y() : press.y();
+    return QRectF(int(left), int(top), std::abs(q.x() - press.x()), std::abs(q.y() - press.y()));
+}
+
+void CVXSLayoutView::drawRectangle(const QPointF& point)
+{
+    if (!m_bDrawing) {
+        hideHandles();
+        const QPoint press = m_pressPoint.toPoint();
+        auto* pRectangle = new CVXSLayoutItemRectangle(press.x(), press.y(), 0, 0);
+        pRectangle->setBrush(QBrush(QColor(255, 255, 255, 255)));
+        pRectangle->setPen(VXSLayoutPens::thinBlack());
+        startDrawing(pRectangle);
+        updateWholeScene();
+    } else if (m_pSelectedItem && m_pSelectedItem->type() == RectangleItemType) {
+        updateScene(m_pSelectedItem->boundingRect());
+        setItemRect(m_pSelectedItem, spannedRect(m_pressPoint, point));
+        updateScene(m_pSelectedItem->boundingRect());
+        updateWholeScene();
+    }
+}
+
+void CVXSLayoutView::drawEllipse(const QPointF& point)
+{
+    if (!m_bDrawing) {
+        hideHandles();
+        auto* pEllipse = new CVXSLayoutItemEllipse(m_pressPoint.x(), m_pressPoint.y(), 0, 0);
+        startDrawing(pEllipse);
+        m_ellipseOrigin[0] = int(pEllipse->boundingRect().x());
+        m_ellipseOrigin[1] = int(pEllipse->boundingRect().y());
+        updateWholeScene();
+    } else if (m_pSelectedItem && m_pSelectedItem->type() == EllipseItemType) {
+        updateScene(m_pSelectedItem->boundingRect());
+        setItemRect(m_pSelectedItem, spannedRect(m_pressPoint, point));
+        updateScene(m_pSelectedItem->boundingRect());
+        updateWholeScene();
+    }
+}
+
+void CVXSLayoutView::drawArrow(const QPointF& point, int nKind)
+{
+    if (!m_bDrawing) {
+        hideHandles();
+        auto* pArrow = new CVXSLayoutItemArrow(m_pressPoint.x(), m_pressPoint.y(), 0, 0);
+        pArrow->setStartHead(nKind == DoubleArrowTool);
+        pArrow->setEndHead(nKind == SingleArrowTool || nKind == DoubleArrowTool);
+        pArrow->setHeadWidthRatio(ArrowHeadWidthRatio);
+        pArrow->setHeadLength(ArrowHeadLength);
+        startDrawing(pArrow);
+        updateWholeScene();
+    } else if (m_pSelectedItem && m_pSelectedItem->type() == ArrowItemType) {
+        auto* pArrow = static_cast<CVXSLayoutItemArrow*>(m_pSelectedItem);
+        const QPoint end = point.toPoint();
+        pArrow->setStartPoint(int(m_pressPoint.x()), int(m_pressPoint.y()));
+        pArrow->setEndPoint(end.x(), end.y());
+        pArrow->fitRectToPoints();
+        updateScene(pArrow->boundingRect());
+        updateWholeScene();
+    }
+}
+
+void CVXSLayoutView::moveSelected(QPointF point)
+{
+    QGraphicsItem* pItem = m_pSelectedItem;
+    const int type = pItem->type();
+    QRect cellRect;
+    QPointF cellPoint = point;
+    int cell = -1;
+    if (type == ImageItemType && m_pManager)
+        cell = m_pManager->getCellAtPoint(cellPoint, false);
+
+    if (cell != -1 && m_pManager->getCellRect(cell, cellRect, false) != -1) {
+        // Over a cell an image snaps to the cell's centre at its own size.
+        auto* pImage = static_cast<CVXSLayoutItemImage*>(pItem);
+        const QRectF r = pImage->rect();
+        point = cellRect.center();
+        m_targetCell = cell;
+        pImage->setRect(cellRect.left() + (cellRect.width() / 2 - int(r.width()) / 2),
+                        cellRect.top() + (cellRect.height() / 2 - int(r.height()) / 2), r.width(), r.height());
+    } else if (type == ArrowItemType) {
+        auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
+        const int dx = int(point.x() - m_dragPoint.x());
+        const int dy = int(point.y() - m_dragPoint.y());
+        int x = 0;
+        int y = 0;
+        pArrow->getStartPoint(x, y);
+        pArrow->setStartPoint(x + dx, y + dy);
+        pArrow->getEndPoint(x, y);
+        pArrow->setEndPoint(x + dx, y + dy);
+        updateScene(widened(pArrow->boundingRect(), ArrowMargin));
+        pArrow->fitRectToPoints();
+    } else {
+        // The bounding rectangle carries half the pen on every side; rounding its corner
+        // back and taking one off its size keeps the item exactly under the pointer.
+        const QRectF b = pItem->boundingRect();
+        const QPointF delta = point - m_dragPoint;
+        const int sizeLoss = type == RectangleItemType ? 0 : 1;
+        const QPoint corner = b.toRect().topLeft();
+        setItemRect(pItem, QRectF(corner.x() + delta.x(), corner.y() + delta.y(), int(b.width()) - sizeLoss,
+                                  int(b.height()) - sizeLoss));
+    }
+    m_dragPoint = point;
+    showHandles(pItem);
+    updateWholeScene();
+}
+
+void CVXSLayoutView::resizeSelected(const QPointF& point)
+{
+    QGraphicsItem* pItem = m_pSelectedItem;
+    switch (pItem->type()) {
+    case ArrowItemType: {
+        auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
+        const QPoint p = point.toPoint();
+        if (m_activeHandle == 1)
+            pArrow->setStartPoint(p.x(), p.y());
+        else if (m_activeHandle == 2)
+            pArrow->setEndPoint(p.x(), p.y());
+        pArrow->fitRectToPoints();
+        updateScene(pArrow->boundingRect());
+        break;
+    }
+    case ImageItemType:
+        if (static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1)
+            return;
+        m_bImageResized = true;
+        Q_FALLTHROUGH();
+    case RectangleItemType:
+    case EllipseItemType:
+    case TextItemType: {
+        const QRectF rect = withCornerAt(itemRect(pItem), m_activeHandle, point);
+        updateScene(rect);
+        setItemRect(pItem, rect);
+        updateScene(rect);
+        break;
+    }
+    default:
+        return;
+    }
+    showHandles(pItem);
+    updateWholeScene();
+}
+
+void CVXSLayoutView::mouseReleaseEvent(QMouseEvent*)
+{
+    if (!m_pSelectedItem || !m_pManager)
+        return;
+    if (m_targetCell != -1 && m_pSelectedItem->type() == ImageItemType)
+        dropImage();
+    if (m_activeHandle != 0 && m_pSelectedItem->type() != ArrowItemType)
+        normalizeSelected();
+    m_bImageResized = false;
+    showHandles(m_pSelectedItem);
+    emit selectionChanged(m_pSelectedItem);
+    updateWholeScene();
+}
+
+void CVXSLayoutView::dropImage()
+{
+    auto* pImage = static_cast<CVXSLayoutItemImage*>(m_pSelectedItem);
+    if (pImage->getCellIndex() != -1)
+        m_pManager->setCellUsed(pImage->getCellIndex(), false);
+    m_pManager->setCellUsed(m_targetCell, true);
+    pImage->setCellIndex(m_targetCell);
+
+    QRect cellRect;
+    if (m_pManager->getCellRect(m_targetCell, cellRect, false) == -1)
+        return;
+    const QRectF r = pImage->rect();
+    const QSize size = VXSImageFit::fitSize(r.width(), r.height(), cellRect.width(), cellRect.height());
+    pImage->setRect(cellRect.left() + (cellRect.width() / 2 - size.width() / 2),
+                    cellRect.top() + (cellRect.height() / 2 - size.height() / 2), size.width(), size.height());
+}
+
+void CVXSLayoutView::normalizeSelected()
+{
+    setItemRect(m_pSelectedItem, itemRect(m_pSelectedItem).normalized());
+}
+
+void CVXSLayoutView::mouseDoubleClickEvent(QMouseEvent* pEvent)
+{
+    if (pEvent->button() == Qt::LeftButton && m_pSelectedItem && m_pSelectedItem->type() == TextItemType
+        && m_pManager) {
+        m_pManager->editSelectedText();
+        pEvent->accept();
+        return;
+    }
+    pEvent->ignore();
+}
+
+void CVXSLayoutView::keyPressEvent(QKeyEvent* pEvent)
+{
+    if (pEvent->key() == Qt::Key_Delete && m_pSelectedItem)
+        deleteSelected();
+}
+
+void CVXSLayoutView::deleteSelected()
+{
+    if (m_pSelectedItem->type() == ImageItemType && m_pManager)
+        m_pManager->setCellUsed(static_cast<CVXSLayoutItemImage*>(m_pSelectedItem)->getCellIndex(), false);
+    delete m_pSelectedItem;
+    m_pSelectedItem = nullptr;
+    emit selectionChanged(nullptr);
+    hideHandles();
+}
+
+void CVXSLayoutView::resizeEvent(QResizeEvent* pEvent)
+{
+    QGraphicsView::resizeEvent(pEvent);
+    if (!scene())
+        return;
+    scene()->setSceneRect(0, 0, width() - 4, height() - 4);
+    if (m_pManager)
+        m_pManager->relayoutItems(true);
+    updateWholeScene();
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "VXSLayoutConstants.h"
+
+#include <QGraphicsView>
+#include <QList>
+#include <QPointF>
+
+class CVXSLayoutItemGrid;
+class CVXSLayoutItemRectangle;
+class CVXSLayoutManager;
+class CVXSLayoutWindow;
+
+// The graphics view on which the layout page is shown and edited. It owns the
+// selection handles, the grid-cell frames and the cell highlight, keeps the one
+// selected item, and turns mouse and keyboard input into picking, moving, resizing,
+// drawing, dropping into cells and deleting.
+class CVXSLayoutView : public QGraphicsView
+{
+    Q_OBJECT
+public:
+    CVXSLayoutView(QGraphicsScene* pScene, QWidget* pParent = nullptr);
+    ~CVXSLayoutView() override;
+
+    void setLayoutManager(CVXSLayoutManager* pManager);
+
+    // The selected layout item (also the item being drawn), or null.
+    QGraphicsItem* currentItem() const;
+    // Makes the item the selected one without announcing it.
+    void setCurrentItem(QGraphicsItem* pItem);
+    // Announces the item as the selection (emits selectionChanged).
+    void setSelectedItem(QGraphicsItem* pItem);
+
+    void hideHandles();
+    void showHandles(QGraphicsItem* pItem);
+    int handleIndex(QGraphicsItem* pItem) const;
+    bool isCellHighlight(QGraphicsItem* pItem) const;
+    void showCells(int nStyle);
+    void showCell(int nIndex);
+    void hideCells();
+
+    int nextZ() const;
+    int topZ() const;
+    void setTopZ(int nZ);
+    void resetTopZ();
+    int maxZ() const;
+    QList<QGraphicsItem*> zOrderList() const;
+    int reorderZ(QGraphicsItem* pItem, int nCommand);
+
+    // The grid cell an image is being dragged over; -1 for none.
+    int targetCell() const;
+
+signals:
+    void selectionChanged(QGraphicsItem* pSelectedItem);
+
+protected:
+    void mousePressEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
+    void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
+    void mouseMoveEvent(QMouseEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    QPointF scenePoint(const QMouseEvent* pEvent) const;
+    CVXSLayoutWindow* layoutWindow() const;
+    bool isDrawingToolOn() const;
+    QGraphicsItem* itemAt(const QPointF& point) const;
+    void placeHandle(int nIndex, qreal x, qreal y);
+    void updateScene(const QRectF& rect);
+    void updateWholeScene();
+
+    void startDrawing(QGraphicsItem* pItem);
+    void drawRectangle(const QPointF& point);
+    void drawEllipse(const QPointF& point);
+    void drawArrow(const QPointF& point, int nKind);
+    void moveSelected(QPointF point);
+    void resizeSelected(const QPointF& point);
+    void dropImage();
+    void normalizeSelected();
+    void deleteSelected();
+
+    QGraphicsItem* m_pSelectedItem = nullptr; // owned by the scene
+    QPointF m_dragPoint;
+    QPointF m_pressPoint;
+    int m_targetCell = -1;
+    CVXSLayoutManager* m_pManager = nullptr;
+    // The auxiliary items are the view's own: it adds them to the scene and deletes them.
+    CVXSLayoutItemRectangle* m_handles[VXSLayout::HandleCount] = {};
+    CVXSLayoutItemGrid* m_cells[VXSLayout::MaxCellCount] = {};
+    CVXSLayoutItemRectangle* m_pCellHighlight = nullptr;
+    int m_ellipseOrigin[2] = {0, 0};
+    int m_activeHandle = 0;
+    bool m_bImageResized = false;
+    bool m_bDrawing = false;
+    int m_topZ = VXSLayout::BaseZ;
+};

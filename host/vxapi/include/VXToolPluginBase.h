@@ -1,0 +1,66 @@
+#pragma once
+
+#include "VxApiGlobal.h"
+
+#include <QIcon>
+#include <QObject>
+#include <QString>
+
+class QAction;
+class QWidget;
+class CVXSDataset;
+class CVXSSequenceDataset;
+
+// Base class of every tool plugin the host loads. The host calls the virtual slots;
+// a plugin overrides what it needs and calls the protected services.
+class VXAPI_EXPORT CVXToolPluginBase : public QObject
+{
+    Q_OBJECT
+public:
+    CVXToolPluginBase();
+    ~CVXToolPluginBase() override;
+
+    // Puts the widget into a new CVXSMdiSubWindow of the host's workspace; afterwards the
+    // widget's parent widget is that sub-window. Without a workspace the widget stays as it is.
+    void addWidgetToWorkspace(QWidget* pWidget);
+    // Takes the tool's menu action into the host's menus, enabled and checked as given.
+    void updateToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked);
+    // Has the host copy the named content of the active image window (for a sequence
+    // window, the tab of that name) to the system clipboard.
+    void shootCopyToClipBoard(QString strContentName);
+
+public slots:
+    virtual int getToolType();
+    virtual QAction* getToolAction();
+    virtual QIcon getToolIcon();
+    virtual QString getToolName();
+    virtual QString getToolDescription();
+    virtual void resetTool();
+    virtual void onToolActionToggled();
+    virtual bool initializeTool();
+    virtual bool isToolAvailable();
+    virtual void forwardToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked);
+    virtual bool canUnloadTool();
+    virtual bool hasPreferenceWidget();
+    virtual QWidget* getPreferenceWidget();
+
+    virtual void onSignalDatasetChanged(CVXSDataset* pDataset);
+    virtual void onSignalSequenceChanged(CVXSSequenceDataset* pDataset);
+    virtual void onSignalDatasetRemoved(CVXSDataset* pDataset);
+    virtual void onSignalSequenceAdded(CVXSSequenceDataset* pDataset);
+    virtual void onSignalSequenceRemoved(CVXSSequenceDataset* pDataset);
+    virtual void signalAddWidgetToWorkspace(QWidget* pWidget);
+    virtual void onSignalCopyContentToClipBoard(QString strContentName);
+    virtual void onSignalCopyToClipboard(QString strWindowName);
+
+    virtual void onSignalROIModified(QString strRoiName);
+    virtual void onSignalROIDeleted();
+    virtual void onSignalupdateROIList();
+    virtual void onAdvancedOptionChanged(bool bAdvanced);
+    virtual void onSignalGetPrintPixmap(bool bColor);
+    virtual void onSignalSaveToArchiva();
+    virtual void onSignalUpdatePluginMenu(QString strMenuName);
+};
+
+#define CVXToolPluginBase_iid "com.Halvard.Vexor.CVXToolPluginBase/1.0"
+Q_DECLARE_INTERFACE(CVXToolPluginBase, CVXToolPluginBase_iid)

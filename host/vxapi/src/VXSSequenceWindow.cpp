@@ -1,0 +1,187 @@
+#include "VXSSequenceWindow.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QStyle>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <QtMath>
+
+namespace {
+
+// Plugins address the tabs by these titles, so they are not translated.
+const QString kSequenceTab = QStringLiteral("Sequence View");
+const QString kProjectionTab = QStringLiteral("3D View");
+const QString kThumbnailTab = QStringLiteral("Thumbnails");
+
+constexpr int kThumbnailMaxSide = 128;
+constexpr int kThumbnailGap = 4;
+
+QImage firstValidFrame(const QVector<QImage>& frames)
+{
+    for (const QImage& frame : frames) {
+        if (!frame.isNull())
+            return frame;
+    }
+    return QImage();
+}
+
+void keepBrighterPixels(QImage& projection, const QImage& layer)
+{
+    for (int y = 0; y < projection.height(); ++y) {
+        auto* pOut = reinterpret_cast<QRgb*>(projection.scanLine(y));
+        const auto* pIn = reinterpret_cast<const QRgb*>(layer.constScanLine(y));
+        for (int x = 0; x < projection.width(); ++x) {
+            pOut[x] = qRgba(qMax(qRed(pOut[x]), qRed(pIn[x])), qMax(qGreen(pOut[x]), qGreen(pIn[x])),
+                            qMax(qBlue(pOut[x]), qBlue(pIn[x])), qMax(qAlpha(pOut[x]), qAlpha(pIn[x])));
+        }
+    }
+}
+
+// Brightest value along the stack per pixel; frames of another size are scaled to the first.
+QImage maximumIntensityProjection(const QVector<QImage>& frames)
+{
+    const QSize size = firstValidFrame(frames).size();
+    if (size.isEmpty())
+        return QImage();
+    QImage projection(size, QImage::Format_ARGB32);
+    projection.fill(Qt::transparent);
+    for (const QImage& frame : frames) {
+        if (frame.isNull())
+            continue;
+        const QImage layer = frame.size() == projection.size()
+                                 ? frame
+                                 : frame.scaled(projection.size(), Qt::IgnoreAspectRatio,
+                                                Qt::SmoothTransformation);
+        keepBrighterPixels(projection, layer.convertToFormat(QImage::Format_ARGB32));
+    }
+    return projection;
+}
+
+QSize thumbnailSize(const QVector<QImage>& frames)
+{
+    QSize size = firstValidFrame(frames).size();
+    if (size.width() > kThumbnailMaxSide || size.height() > kThumbnailMaxSide)
+        size.scale(kThumbnailMaxSide, kThumbnailMaxSide, Qt::KeepAspectRatio);
+    return size.expandedTo(QSize(1, 1));
+}
+
+// All frames in a near-square grid, each fitted into a cell of the first frame's proportions.
+QImage thumbnailMontage(const QVector<QImage>& frames)
+{
+    if (firstValidFrame(frames).isNull())
+        return QImage();
+    const QSize cell = thumbnailSize(frames);
+    const int nColumns = qCeil(qSqrt(frames.size()));
+    const int nRows = (frames.size() + nColumns - 1) / nColumns;
+    QImage montage(nColumns * (cell.width() + kThumbnailGap) + kThumbnailGap,
+                   nRows * (cell.height() + kThumbnailGap) + kThumbnailGap,
+                   QImage::Format_ARGB32);
+    montage.fill(Qt::black);
+    QPainter painter(&montage);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (int i = 0; i < frames.size(); ++i) {
+        const QRect cellRect(QPoint(kThumbnailGap + (i % nColumns) * (cell.width() + kThumbnailGap),
+                                    kThumbnailGap + (i / nColumns) * (cell.height() + kThumbnailGap)),
+                             cell);
+        const QImage& frame = frames.at(i);
+        if (!frame.isNull()) {
+            painter.drawImage(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter,
+                                                  frame.size().scaled(cell, Qt::KeepAspectRatio),
+                                                  cellRect),
+                              frame);
+        }
+    }
+    return montage;
+}
+
+int tabIndexOf(const QTabWidget* pTabs, const QString& strTabName)
+{
+    for (int i = 0; i < pTabs->count(); ++i) {
+        if (pTabs->tabText(i).compare(strTabName, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+CVXSChildWindow* tabPage(const QTabWidget* pTabs, int nIndex)
+{
+    return qobject_cast<CVXSChildWindow*>(pTabs->widget(nIndex));
+}
+
+} // namespace
+
+CVXSSequenceWindow::CVXSSequenceWindow(const QVector<QImage>& frames, QWidget* pParent)
+    : CVXSChildWindow(QImage(), pParent)
+    , m_frames(frames)
+    , m_pTabs(new QTabWidget(this))
+{
+    // The pages hold the tab images, computed once because the frames never change.
+    m_pTabs->addTab(new CVXSChildWindow(m_frames.value(0)), kSequenceTab);
+    m_pTabs->addTab(new CVXSChildWindow(maximumIntensityProjection(m_frames)), kProjectionTab);
+    m_pTabs->addTab(new CVXSChildWindow(thumbnailMontage(m_frames)), kThumbnailTab);
+    auto* pLayout = new QVBoxLayout(this);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pTabs);
+}
+
+CVXSSequenceWindow::~CVXSSequenceWindow() = default;
+
+bool CVXSSequenceWindow::isSequenceWindow()
+{
+    return true;
+}
+
+QImage CVXSSequenceWindow::grabImage(bool bGrabDisplayed)
+{
+    if (bGrabDisplayed)
+        return m_pTabs->currentWidget()->grab().toImage();
+    return tabImage(getCurrentTabName());
+}
+
+QString CVXSSequenceWindow::getCurrentTabName() const
+{
+    return m_pTabs->tabText(m_pTabs->currentIndex());
+}
+
+bool CVXSSequenceWindow::setCurrentTab(const QString& strTabName)
+{
+    const int nIndex = tabIndexOf(m_pTabs, strTabName);
+    if (nIndex < 0)
+        return false;
+    m_pTabs->setCurrentIndex(nIndex);
+    return true;
+}
+
+int CVXSSequenceWindow::frameCount() const
+{
+    return m_frames.size();
+}
+
+int CVXSSequenceWindow::currentFrame() const
+{
+    return m_nCurrentFrame;
+}
+
+void CVXSSequenceWindow::setCurrentFrame(int nIndex)
+{
+    if (nIndex < 0 || nIndex >= m_frames.size())
+        return;
+    m_nCurrentFrame = nIndex;
+    tabPage(m_pTabs, tabIndexOf(m_pTabs, kSequenceTab))->setImage(m_frames.at(nIndex));
+}
+
+QImage CVXSSequenceWindow::tabImage(const QString& strTabName) const
+{
+    const int nIndex = tabIndexOf(m_pTabs, strTabName);
+    return nIndex < 0 ? QImage() : tabPage(m_pTabs, nIndex)->image();
+}
+
+bool CVXSSequenceWindow::copyTabToClipboard(const QString& strTabName)
+{
+    if (tabIndexOf(m_pTabs, strTabName) < 0)
+        return false;
+    QGuiApplication::clipboard()->setImage(tabImage(strTabName));
+    return true;
+}

@@ -1,0 +1,66 @@
+#include "VXSWorkspace.h"
+
+#include "VXSChildWindow.h"
+#include "VXUtilityFns.h"
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace {
+CVXSChildWindow* childWindowOf(QMdiSubWindow* pWindow)
+{
+    return pWindow ? qobject_cast<CVXSChildWindow*>(pWindow->widget()) : nullptr;
+}
+} // namespace
+
+CVXSWorkspace* CVXSWorkspace::instance()
+{
+    // Queued connections and signal spies need the argument type of toolActionAnnounced.
+    static const int s_nActionMetaType = qRegisterMetaType<QAction*>();
+    Q_UNUSED(s_nActionMetaType)
+    static CVXSWorkspace workspace;
+    return &workspace;
+}
+
+void CVXSWorkspace::setMdiArea(QMdiArea* pArea)
+{
+    if (m_pArea)
+        disconnect(m_pArea, nullptr, this, nullptr);
+    m_pArea = pArea;
+    m_pActiveChild = nullptr;
+    if (pArea)
+        connect(pArea, &QMdiArea::subWindowActivated, this, &CVXSWorkspace::onSubWindowActivated);
+}
+
+QMdiArea* CVXSWorkspace::mdiArea() const
+{
+    return m_pArea;
+}
+
+CVXSChildWindow* CVXSWorkspace::activeChildWindow() const
+{
+    if (!m_pArea)
+        return nullptr;
+    // A closed window may linger until its deferred deletion; hidden means closed.
+    if (m_pActiveChild && m_pActiveChild->isVisibleTo(m_pArea))
+        return m_pActiveChild;
+    return childWindowOf(m_pArea->currentSubWindow());
+}
+
+void CVXSWorkspace::announceToolAction(QAction* pAction, bool bEnabled, bool bChecked)
+{
+    if (!pAction)
+        return;
+    CVXUtilityFns::registerAction(pAction);
+    pAction->setEnabled(bEnabled);
+    pAction->setChecked(bChecked);
+    emit toolActionAnnounced(pAction, bEnabled, bChecked);
+}
+
+void CVXSWorkspace::onSubWindowActivated(QMdiSubWindow* pWindow)
+{
+    // Activating a tool window must not make the image window the user worked in inactive.
+    if (CVXSChildWindow* pChild = childWindowOf(pWindow))
+        m_pActiveChild = pChild;
+}

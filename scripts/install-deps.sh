@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs every Debian package the build, the application and the tests need.
+# Both README commands run it; it only calls apt-get when something is missing.
+set -euo pipefail
+
+PACKAGES=(
+    cmake
+    g++
+    make
+    pkg-config
+    qtbase5-dev
+    qtbase5-dev-tools
+    libqt5svg5-dev
+    qt5-image-formats-plugins
+    fonts-dejavu-core
+)
+
+missing=()
+for p in "${PACKAGES[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+        missing+=("$p")
+    fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+    exit 0
+fi
+
+echo "Installing: ${missing[*]}"
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then
+    SUDO="sudo"
+fi
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update
+$SUDO apt-get install -y --no-install-recommends "${missing[@]}"

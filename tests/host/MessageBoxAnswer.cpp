@@ -1,0 +1,88 @@
+#include "MessageBoxAnswer.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+namespace {
+
+constexpr int kWaitForBoxMs = 5000;
+constexpr int kPollMs = 10;
+
+QString buttonText(const QAbstractButton* pButton)
+{
+    return pButton ? pButton->text() : QString();
+}
+
+void record(const QMessageBox* pBox, CSeenMessageBox* pSeen)
+{
+    pSeen->m_bShown = true;
+    pSeen->m_pParent = pBox->parentWidget();
+    pSeen->m_strTitle = pBox->windowTitle();
+    pSeen->m_strText = pBox->text();
+    pSeen->m_icon = pBox->icon();
+    pSeen->m_buttonTexts.clear();
+    const QList<QAbstractButton*> buttons = pBox->buttons();
+    for (const QAbstractButton* pButton : buttons)
+        pSeen->m_buttonTexts << pButton->text();
+    pSeen->m_strDefaultButton = buttonText(pBox->defaultButton());
+    pSeen->m_strEscapeButton = buttonText(pBox->escapeButton());
+}
+
+void click(QAbstractButton* pButton, QMessageBox* pBox)
+{
+    if (pButton)
+        QTest::mouseClick(pButton, Qt::LeftButton);
+    else
+        qWarning("No such button on message box \"%s\"", qPrintable(pBox->text()));
+}
+
+} // namespace
+
+void answerNextMessageBox(CSeenMessageBox* pSeen, MessageBoxAnswer answer)
+{
+    *pSeen = CSeenMessageBox();
+    auto* pTimer = new QTimer; // deletes itself once it answered or gave up
+    const QDeadlineTimer deadline(kWaitForBoxMs);
+    QObject::connect(pTimer, &QTimer::timeout, [pTimer, pSeen, answer, deadline] {
+        auto* pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!pBox && !deadline.hasExpired())
+            return;
+        pTimer->stop();
+        pTimer->deleteLater();
+        if (!pBox)
+            return;
+        record(pBox, pSeen);
+        answer(pBox);
+        pSeen->m_bClosedByAnswer = !pBox->isVisible();
+        if (pBox->isVisible())
+            pBox->reject();
+    });
+    pTimer->start(kPollMs);
+}
+
+MessageBoxAnswer clickStandardButton(QMessageBox::StandardButton button)
+{
+    return [button](QMessageBox* pBox) { click(pBox->button(button), pBox); };
+}
+
+MessageBoxAnswer clickButtonWithText(const QString& strText)
+{
+    return [strText](QMessageBox* pBox) {
+        QAbstractButton* pWanted = nullptr;
+        const QList<QAbstractButton*> buttons = pBox->buttons();
+        for (QAbstractButton* pButton : buttons) {
+            if (pButton->text() == strText)
+                pWanted = pButton;
+        }
+        click(pWanted, pBox);
+    };
+}
+
+MessageBoxAnswer pressEscape()
+{
+    return [](QMessageBox* pBox) { QTest::keyClick(pBox, Qt::Key_Escape); };
+}
