@@ -114,6 +114,8 @@ void LayoutFixture::release(QPoint pos, Qt::MouseButton button)
 void LayoutFixture::doubleClick(QPoint pos)
 {
     QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, pos);
+    // A double click ends with the button held down; let it go.
+    release(pos);
 }
 
 void LayoutFixture::drag(QPoint from, QPoint to, int nSteps)
