@@ -1,6 +1,10 @@
 #include "LayoutFixture.h"
 
+#include <VXSLayoutItemArrow.h>
+#include <VXSLayoutItemEllipse.h>
 #include <VXSLayoutItemImage.h>
+#include <VXSLayoutItemRectangle.h>
+#include <VXSLayoutItemText.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
@@ -74,6 +78,42 @@ CVXSLayoutItemImage* LayoutFixture::pasteImage(const QImage& image)
 CVXSLayoutItemImage* LayoutFixture::pasteImage(QSize size, QColor color)
 {
     return pasteImage(solidImage(size, color));
+}
+
+QGraphicsItem* LayoutFixture::addItem(const QByteArray& kind, const QRectF& rect)
+{
+    QGraphicsItem* pItem = nullptr;
+    if (kind == "image") {
+        pItem = pasteImage(rect.size().toSize());
+        static_cast<CVXSLayoutItemImage*>(pItem)->setRect(rect);
+        return pItem;
+    }
+    if (kind == "text") {
+        auto* pText = new CVXSLayoutItemText(QStringLiteral("Label"));
+        pText->setRect(rect);
+        pItem = pText;
+    } else if (kind == "rectangle") {
+        auto* pRectangle = new CVXSLayoutItemRectangle(rect, nullptr);
+        pRectangle->setBrush(Qt::white);
+        pRectangle->setPen(QPen(Qt::black, 0));
+        pItem = pRectangle;
+    } else if (kind == "ellipse") {
+        pItem = new CVXSLayoutItemEllipse(rect, nullptr);
+    } else if (kind == "arrow") {
+        auto* pArrow = new CVXSLayoutItemArrow(0, 0, 0, 0);
+        pArrow->setStartPoint(int(rect.left()), int(rect.center().y()));
+        pArrow->setEndPoint(int(rect.right()), int(rect.center().y()));
+        pArrow->setHeadLength(10.0);
+        pArrow->setHeadWidthRatio(0.75);
+        pArrow->fitRectToPoints();
+        pItem = pArrow;
+    } else {
+        qFatal("unknown item kind %s", kind.constData());
+    }
+    scene()->addItem(pItem);
+    pItem->setZValue(view()->nextZ());
+    view()->setTopZ(int(pItem->zValue()));
+    return pItem;
 }
 
 QAction* LayoutFixture::action(const char* pObjectName) const

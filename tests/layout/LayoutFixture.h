@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QImage>
 #include <QPoint>
@@ -7,6 +8,7 @@
 #include <QSize>
 
 class QAction;
+class QGraphicsItem;
 class QGraphicsScene;
 class CVXSLayoutItemImage;
 class CVXSLayoutManager;
@@ -34,6 +36,10 @@ public:
     // by the manager.
     CVXSLayoutItemImage* pasteImage(const QImage& image);
     CVXSLayoutItemImage* pasteImage(QSize size, QColor color = Qt::darkCyan);
+    // Adds a layout item of the kind ("image", "text", "rectangle", "ellipse", "arrow")
+    // on top of the page, looking as the view would draw it. An arrow runs across the
+    // middle of the rectangle from left to right.
+    QGraphicsItem* addItem(const QByteArray& kind, const QRectF& rect);
     // Checks a toolbar action (found by object name) or the line/arrow tool of a kind.
     void triggerAction(const char* pObjectName);
     QAction* action(const char* pObjectName) const;

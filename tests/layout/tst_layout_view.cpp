@@ -71,6 +71,13 @@ QPoint endPoint(const CVXSLayoutItemArrow* pArrow)
     return QPoint(x, y);
 }
 
+QRectF itemRect(const QGraphicsItem* pItem)
+{
+    if (pItem->type() == 32817)
+        return static_cast<const QGraphicsEllipseItem*>(pItem)->rect();
+    return static_cast<const QGraphicsRectItem*>(pItem)->rect();
+}
+
 QRectF cellRect(CVXSLayoutManager* pManager, int nCell)
 {
     QRect rect;
@@ -440,7 +447,7 @@ void TestLayoutView::movingKeepsItemsUnderThePointer_data()
     QTest::addColumn<QByteArray>("kind");
     QTest::newRow("rectangle") << QByteArray("rectangle");
     QTest::newRow("ellipse") << QByteArray("ellipse");
-    QTest::newRow("free image") << QByteArray("image");
+    QTest::newRow("image") << QByteArray("image");
     QTest::newRow("text") << QByteArray("text");
 }
 
@@ -448,37 +455,10 @@ void TestLayoutView::movingKeepsItemsUnderThePointer()
 {
     QFETCH(QByteArray, kind);
     LayoutFixture layout;
-    QGraphicsItem* pItem = nullptr;
-    QRectF start(200, 150, 120, 80);
-    if (kind == "rectangle") {
-        layout.triggerAction("m_pDrawRectAction");
-        layout.drag(QPoint(200, 150), QPoint(320, 230));
-        layout.triggerAction("m_pArrowAction");
-        pItem = layout.view()->currentItem();
-    } else if (kind == "ellipse") {
-        layout.triggerAction("m_pDrawEllipseAction");
-        layout.drag(QPoint(200, 150), QPoint(320, 230));
-        layout.triggerAction("m_pArrowAction");
-        pItem = layout.view()->currentItem();
-    } else if (kind == "image") {
-        auto* pImage = layout.pasteImage(QSize(120, 80));
-        pImage->setRect(start);
-        pItem = pImage;
-    } else {
-        auto* pText = new CVXSLayoutItemText(QStringLiteral("Label"));
-        layout.scene()->addItem(pText);
-        pText->setRect(start);
-        pText->setZValue(layout.view()->nextZ());
-        pItem = pText;
-    }
-    QCOMPARE(layout.window()->isDrawRectOn(), false);
-    QCOMPARE(layout.window()->isDrawEllipseOn(), false);
-    QCOMPARE(static_cast<QGraphicsRectItem*>(pItem)->rect().size(), start.size());
-
+    const QRectF start(200, 150, 120, 80);
+    QGraphicsItem* pItem = layout.addItem(kind, start);
     layout.drag(QPoint(250, 180), QPoint(303, 211), 7);
-    const QRectF moved = kind == "ellipse" ? static_cast<QGraphicsEllipseItem*>(pItem)->rect()
-                                          : static_cast<QGraphicsRectItem*>(pItem)->rect();
-    QCOMPARE(moved, start.translated(53, 31));
+    QCOMPARE(itemRect(pItem), start.translated(53, 31));
     QCOMPARE(layout.view()->currentItem(), pItem);
 }
 
@@ -554,23 +534,7 @@ void TestLayoutView::resizeByHandle()
     QFETCH(QPoint, to);
     QFETCH(QRectF, expected);
     LayoutFixture layout;
-    const QRectF start(200, 150, 120, 80);
-    QGraphicsItem* pItem = nullptr;
-    if (kind == "rectangle") {
-        pItem = new CVXSLayoutItemRectangle(200, 150, 120, 80);
-        static_cast<QGraphicsRectItem*>(pItem)->setPen(QPen(Qt::black, 0));
-    } else if (kind == "ellipse") {
-        pItem = new CVXSLayoutItemEllipse(200, 150, 120, 80);
-    } else if (kind == "image") {
-        pItem = new CVXSLayoutItemImage(LayoutFixture::solidImage(QSize(60, 40), Qt::blue));
-    } else {
-        pItem = new CVXSLayoutItemText(QStringLiteral("Resizable"));
-    }
-    layout.scene()->addItem(pItem);
-    if (auto* pRectItem = dynamic_cast<QGraphicsRectItem*>(pItem))
-        pRectItem->setRect(start);
-    pItem->setZValue(layout.view()->nextZ());
-
+    QGraphicsItem* pItem = layout.addItem(kind, QRectF(200, 150, 120, 80));
     layout.press(QPoint(260, 190));
     QCOMPARE(layout.view()->currentItem(), pItem);
     layout.release(QPoint(260, 190));
@@ -579,9 +543,7 @@ void TestLayoutView::resizeByHandle()
     layout.move((from + to) / 2);
     layout.move(to);
     layout.release(to);
-    const QRectF rect = kind == "ellipse" ? static_cast<QGraphicsEllipseItem*>(pItem)->rect()
-                                         : static_cast<QGraphicsRectItem*>(pItem)->rect();
-    QCOMPARE(rect, expected);
+    QCOMPARE(itemRect(pItem), expected);
     QCOMPARE(layout.view()->currentItem(), pItem);
 }
 
@@ -753,31 +715,7 @@ void TestLayoutView::doubleClickOnEveryItemKind()
 {
     QFETCH(QByteArray, kind);
     LayoutFixture layout;
-    QGraphicsItem* pItem = nullptr;
-    if (kind == "image") {
-        pItem = layout.pasteImage(QSize(120, 80));
-        static_cast<QGraphicsRectItem*>(pItem)->setRect(200, 150, 120, 80);
-    } else if (kind == "text") {
-        auto* pText = new CVXSLayoutItemText(QStringLiteral("Double-click me"));
-        pText->setRect(200, 150, 120, 80);
-        pItem = pText;
-    } else if (kind == "rectangle") {
-        pItem = new CVXSLayoutItemRectangle(200, 150, 120, 80);
-    } else if (kind == "ellipse") {
-        pItem = new CVXSLayoutItemEllipse(200, 150, 120, 80);
-    } else if (kind == "arrow") {
-        auto* pArrow = new CVXSLayoutItemArrow(0, 0, 0, 0);
-        pArrow->setStartPoint(200, 190);
-        pArrow->setEndPoint(320, 190);
-        pArrow->setHeadLength(10.0);
-        pArrow->setHeadWidthRatio(0.75);
-        pArrow->fitRectToPoints();
-        pItem = pArrow;
-    }
-    if (pItem && !pItem->scene()) {
-        layout.scene()->addItem(pItem);
-        pItem->setZValue(layout.view()->nextZ());
-    }
+    QGraphicsItem* pItem = kind == "none" ? nullptr : layout.addItem(kind, QRectF(200, 150, 120, 80));
     layout.grabViewport(); // painted once, as the user sees it before clicking
     const int itemsBefore = layout.scene()->items().count();
     layout.doubleClick(QPoint(260, 190));
@@ -788,12 +726,8 @@ void TestLayoutView::doubleClickOnEveryItemKind()
 void TestLayoutView::doubleClickOnTextIsTaken()
 {
     LayoutFixture layout;
-    auto* pText = new CVXSLayoutItemText(QStringLiteral("note"));
-    pText->setRect(100, 100, 80, 30);
-    layout.scene()->addItem(pText);
-    pText->setZValue(layout.view()->nextZ());
-    CVXSLayoutItemImage* pImage = layout.pasteImage(QSize(80, 30));
-    pImage->setRect(300, 100, 80, 30);
+    layout.addItem("text", QRectF(100, 100, 80, 30));
+    layout.addItem("image", QRectF(300, 100, 80, 30));
 
     auto doubleClickAccepted = [&layout](QPoint pos, Qt::MouseButton button) {
         layout.press(pos, button);

@@ -62,6 +62,15 @@ QRectF withCornerAt(QRectF rect, int nHandle, const QPointF& point)
     return rect;
 }
 
+// The rectangle spanned by the press point and the pointer, with positive size.
+QRectF spannedRect(const QPointF& press, const QPointF& pointer)
+{
+    const QPoint q = pointer.toPoint();
+    const qreal left = q.x() <= press.x() ? q.x() : press.x();
+    const qreal top = q.y() <= press.y() ? q.y() : press.y();
+    return QRectF(int(left), int(top), std::abs(q.x() - press.x()), std::abs(q.y() - press.y()));
+}
+
 QRectF widened(const QRectF& rect, int nMargin)
 {
     return rect.adjusted(-nMargin, -nMargin, nMargin, nMargin);
@@ -475,6 +484,7 @@ void CVXSLayoutView::mouseMoveEvent(QMouseEvent* pEvent)
 
 void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
 {
+    hideHandles();
     scene()->addItem(pItem);
     const int z = nextZ();
     pItem->setZValue(z);
@@ -483,63 +493,53 @@ void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
     m_pSelectedItem = pItem;
     m_targetCell = -1;
     m_bDrawing = true;
-}
-
-// The rectangle spanned by the press point and the pointer, with positive size.
-static QRectF spannedRect(const QPointF& press, const QPointF& pointer)
-{
-    const QPoint q = pointer.toPoint();
-    const qreal left = q.x() <= press.x() ? q.x() : press.x();
-    const qreal top = q.y() <= press.y() ? q.y() : press.y();
-    return QRectF(int(left), int(top), std::abs(q.x() - press.x()), std::abs(q.y() - press.y()));
+    updateWholeScene();
 }
 
 void CVXSLayoutView::drawRectangle(const QPointF& point)
 {
     if (!m_bDrawing) {
-        hideHandles();
         const QPoint press = m_pressPoint.toPoint();
         auto* pRectangle = new CVXSLayoutItemRectangle(press.x(), press.y(), 0, 0);
         pRectangle->setBrush(QBrush(QColor(255, 255, 255, 255)));
         pRectangle->setPen(VXSLayoutPens::thinBlack());
         startDrawing(pRectangle);
-        updateWholeScene();
-    } else if (m_pSelectedItem && m_pSelectedItem->type() == RectangleItemType) {
-        updateScene(m_pSelectedItem->boundingRect());
-        setItemRect(m_pSelectedItem, spannedRect(m_pressPoint, point));
-        updateScene(m_pSelectedItem->boundingRect());
-        updateWholeScene();
+    } else {
+        growDrawnItem(RectangleItemType, point);
     }
 }
 
 void CVXSLayoutView::drawEllipse(const QPointF& point)
 {
     if (!m_bDrawing) {
-        hideHandles();
         auto* pEllipse = new CVXSLayoutItemEllipse(m_pressPoint.x(), m_pressPoint.y(), 0, 0);
         startDrawing(pEllipse);
         m_ellipseOrigin[0] = int(pEllipse->boundingRect().x());
         m_ellipseOrigin[1] = int(pEllipse->boundingRect().y());
-        updateWholeScene();
-    } else if (m_pSelectedItem && m_pSelectedItem->type() == EllipseItemType) {
-        updateScene(m_pSelectedItem->boundingRect());
-        setItemRect(m_pSelectedItem, spannedRect(m_pressPoint, point));
-        updateScene(m_pSelectedItem->boundingRect());
-        updateWholeScene();
+    } else {
+        growDrawnItem(EllipseItemType, point);
     }
+}
+
+void CVXSLayoutView::growDrawnItem(int nType, const QPointF& point)
+{
+    if (!m_pSelectedItem || m_pSelectedItem->type() != nType)
+        return;
+    updateScene(m_pSelectedItem->boundingRect());
+    setItemRect(m_pSelectedItem, spannedRect(m_pressPoint, point));
+    updateScene(m_pSelectedItem->boundingRect());
+    updateWholeScene();
 }
 
 void CVXSLayoutView::drawArrow(const QPointF& point, int nKind)
 {
     if (!m_bDrawing) {
-        hideHandles();
         auto* pArrow = new CVXSLayoutItemArrow(m_pressPoint.x(), m_pressPoint.y(), 0, 0);
         pArrow->setStartHead(nKind == DoubleArrowTool);
         pArrow->setEndHead(nKind == SingleArrowTool || nKind == DoubleArrowTool);
         pArrow->setHeadWidthRatio(ArrowHeadWidthRatio);
         pArrow->setHeadLength(ArrowHeadLength);
         startDrawing(pArrow);
-        updateWholeScene();
     } else if (m_pSelectedItem && m_pSelectedItem->type() == ArrowItemType) {
         auto* pArrow = static_cast<CVXSLayoutItemArrow*>(m_pSelectedItem);
         const QPoint end = point.toPoint();

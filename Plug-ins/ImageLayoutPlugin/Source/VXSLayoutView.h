@@ -73,6 +73,7 @@ private:
     void startDrawing(QGraphicsItem* pItem);
     void drawRectangle(const QPointF& point);
     void drawEllipse(const QPointF& point);
+    void growDrawnItem(int nType, const QPointF& point);
     void drawArrow(const QPointF& point, int nKind);
     void moveSelected(QPointF point);
     void resizeSelected(const QPointF& point);
