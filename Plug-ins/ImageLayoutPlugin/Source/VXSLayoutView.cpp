@@ -409,9 +409,8 @@ bool CVXSLayoutView::isDrawingToolOn() const
         && (pWindow->isDrawRectOn() || pWindow->isDrawEllipseOn() || pWindow->isDrawArrowOn() != NoArrowTool);
 }
 
-QGraphicsItem* CVXSLayoutView::itemAt(const QPointF& point) const
+QGraphicsItem* CVXSLayoutView::pickItem(const QList<QGraphicsItem*>& items, const QPointF& point) const
 {
-    const QList<QGraphicsItem*> items = scene()->items(point, Qt::IntersectsItemShape, Qt::DescendingOrder, transform());
     for (QGraphicsItem* pItem : items) {
         if (handleIndex(pItem) != 0 || isCellHighlight(pItem) || pItem->type() == GridItemType)
             continue;
@@ -447,7 +446,7 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
         }
     }
 
-    QGraphicsItem* pHit = itemAt(m_pressPoint);
+    QGraphicsItem* pHit = pickItem(items, m_pressPoint);
     if (!pHit) {
         hideHandles();
         m_pSelectedItem = nullptr;

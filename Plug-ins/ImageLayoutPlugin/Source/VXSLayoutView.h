@@ -65,7 +65,8 @@ private:
     QPointF scenePoint(const QMouseEvent* pEvent) const;
     CVXSLayoutWindow* layoutWindow() const;
     bool isDrawingToolOn() const;
-    QGraphicsItem* itemAt(const QPointF& point) const;
+    // The topmost layout item of those under the point; arrows only near their line.
+    QGraphicsItem* pickItem(const QList<QGraphicsItem*>& items, const QPointF& point) const;
     void placeHandle(int nIndex, qreal x, qreal y);
     void updateScene(const QRectF& rect);
     void updateWholeScene();
