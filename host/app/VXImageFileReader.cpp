@@ -1,0 +1,102 @@
+#include "VXImageFileReader.h"
+
+#include "VXImageWindowing.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace {
+
+constexpr qint64 kMiB = 1024 * 1024;
+// What an image of unknown pixel format is assumed to take per pixel.
+constexpr int kDefaultBytesPerPixel = 4;
+
+// Single-image formats report no count or 1; a reader that cannot start reports 0.
+int pageCount(const QImageReader& reader)
+{
+    return qMax(1, reader.imageCount());
+}
+
+} // namespace
+
+QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strError)
+{
+    strError.clear();
+    const QFileInfo info(strPath);
+    // The reader would call an empty file an unsupported format, which misleads.
+    if (info.isFile() && info.size() == 0) {
+        strError = tr("The file is empty.");
+        return {};
+    }
+    // The headers tell the sizes, so a file too large for memory is refused before any
+    // of it is decoded.
+    QImageReader sizer(strPath);
+    // Counting first: the TIFF reader loses its page count once asked for anything else.
+    const int nPages = pageCount(sizer);
+    const QSize firstSize = sizer.size();
+    const qint64 nBytes = decodedBytes(sizer, nPages);
+    if (nBytes > kMaxDecodedBytes) {
+        strError = tooLargeError(firstSize, nBytes);
+        return {};
+    }
+    QImageReader reader(strPath);
+    return readPages(reader, strError);
+}
+
+QString CVXImageFileReader::dialogFilter()
+{
+    return tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff);;All files (*)");
+}
+
+QVector<QImage> CVXImageFileReader::readPages(QImageReader& reader, QString& strError)
+{
+    const int nPages = pageCount(reader);
+    QVector<QImage> pages;
+    for (int i = 0; i < nPages; ++i) {
+        // Paged formats move on when told to; animations move on with every read.
+        if (i > 0)
+            reader.jumpToNextImage();
+        const QImage page = reader.read();
+        if (page.isNull()) {
+            strError = reader.errorString();
+            return {};
+        }
+        pages.append(CVXImageWindowing::toDisplay(page));
+    }
+    return pages;
+}
+
+qint64 CVXImageFileReader::decodedBytes(QImageReader& reader, int nPages)
+{
+    qint64 nBytes = 0;
+    for (int i = 0; i < nPages; ++i) {
+        // A format that cannot jump keeps answering for its first frame; animations
+        // share one frame size, so the sum still holds.
+        if (i > 0)
+            reader.jumpToNextImage();
+        nBytes += pageBytes(reader);
+    }
+    return nBytes;
+}
+
+qint64 CVXImageFileReader::pageBytes(const QImageReader& reader)
+{
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return 0;
+    const QImage::Format format = reader.imageFormat();
+    const int nBytesPerPixel = format == QImage::Format_Invalid
+                                   ? kDefaultBytesPerPixel
+                                   : qMax(1, QImage::toPixelFormat(format).bitsPerPixel() / 8);
+    return qint64(size.width()) * size.height() * nBytesPerPixel;
+}
+
+QString CVXImageFileReader::tooLargeError(const QSize& size, qint64 nBytes)
+{
+    return tr("The image data (%1 x %2 pixels per image) would need %3 MiB of memory; "
+              "files needing more than %4 MiB are not opened.")
+        .arg(size.width())
+        .arg(size.height())
+        .arg((nBytes + kMiB - 1) / kMiB)
+        .arg(kMaxDecodedBytes / kMiB);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QString>
+#include <QVector>
+
+class QImageReader;
+
+// Reads image files for the image windows. Anything that cannot be shown (missing,
+// empty, corrupt, truncated or unsupported files, images too large for memory) is
+// refused with the reason, never half-opened.
+class CVXImageFileReader
+{
+    Q_DECLARE_TR_FUNCTIONS(CVXImageFileReader)
+public:
+    // Images whose pixels would take more memory than this are refused before decoding.
+    static constexpr qint64 kMaxDecodedBytes = qint64(512) * 1024 * 1024;
+
+    // Every page of the file (one for most formats; all of a multi-page TIFF), ready for
+    // display. Empty when the file cannot be read; strError then says why.
+    static QVector<QImage> read(const QString& strPath, QString& strError);
+    // The filter offered by the open dialogs.
+    static QString dialogFilter();
+
+private:
+    static QVector<QImage> readPages(QImageReader& reader, QString& strError);
+    // The memory the pages take once decoded, as far as the headers tell.
+    static qint64 decodedBytes(QImageReader& reader, int nPages);
+    static qint64 pageBytes(const QImageReader& reader);
+    static QString tooLargeError(const QSize& size, qint64 nBytes);
+};

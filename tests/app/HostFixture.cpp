@@ -1,0 +1,77 @@
+#include "HostFixture.h"
+
+#include <VXHostMainWindow.h>
+#include <VXSChildWindow.h>
+#include <VXUtilityFns.h>
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace {
+// Tools' windows are main windows of their own; the layout window is known by its title.
+const QString kLayoutWindowTitle = QStringLiteral("Image Layout Window");
+} // namespace
+
+CHostFixture::CHostFixture()
+    : m_pWindow(std::make_unique<CVXHostMainWindow>())
+{
+    m_pWindow->resize(1200, 900);
+    m_pWindow->show();
+}
+
+CHostFixture::~CHostFixture() = default;
+
+CVXHostMainWindow* CHostFixture::window() const
+{
+    return m_pWindow.get();
+}
+
+QMdiArea* CHostFixture::area() const
+{
+    return m_pWindow->mdiArea();
+}
+
+QAction* CHostFixture::action(const QString& strObjectName) const
+{
+    if (QAction* pAction = m_pWindow->findChild<QAction*>(strObjectName))
+        return pAction;
+    return CVXUtilityFns::getAction(strObjectName);
+}
+
+QList<QMdiSubWindow*> CHostFixture::imageSubWindows() const
+{
+    QList<QMdiSubWindow*> windows;
+    const QList<QMdiSubWindow*> all = area()->subWindowList(QMdiArea::CreationOrder);
+    for (QMdiSubWindow* pSubWindow : all) {
+        if (!pSubWindow->isHidden() && qobject_cast<CVXSChildWindow*>(pSubWindow->widget()))
+            windows << pSubWindow;
+    }
+    return windows;
+}
+
+QStringList CHostFixture::imageWindowTitles() const
+{
+    QStringList titles;
+    const QList<QMdiSubWindow*> windows = imageSubWindows();
+    for (const QMdiSubWindow* pSubWindow : windows)
+        titles << pSubWindow->windowTitle();
+    return titles;
+}
+
+CVXSChildWindow* CHostFixture::imageWindow(int nIndex) const
+{
+    const QList<QMdiSubWindow*> windows = imageSubWindows();
+    return nIndex < windows.size() ? qobject_cast<CVXSChildWindow*>(windows[nIndex]->widget()) : nullptr;
+}
+
+QMdiSubWindow* CHostFixture::layoutSubWindow() const
+{
+    // Hidden sub-windows count too, so look at the children rather than the area's list.
+    const QList<QMdiSubWindow*> all = area()->findChildren<QMdiSubWindow*>();
+    for (QMdiSubWindow* pSubWindow : all) {
+        if (pSubWindow->widget() && pSubWindow->widget()->windowTitle() == kLayoutWindowTitle)
+            return pSubWindow;
+    }
+    return nullptr;
+}

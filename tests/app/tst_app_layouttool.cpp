@@ -1,0 +1,207 @@
+#include "HostFixture.h"
+
+#include "WidgetLeaks.h"
+
+#include <VXBuiltinLayoutTool.h>
+#include <VXHostMainWindow.h>
+#include <VXSLayoutManager.h>
+#include <VXSLayoutWindow.h>
+#include <VXSMdiSubWindow.h>
+#include <VXSWorkspace.h>
+#include <VXUtilityFns.h>
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QtTest>
+
+namespace {
+const QString kEntry = QStringLiteral("Image Layout Window");
+} // namespace
+
+class TestAppLayoutTool : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void entryIsCheckableAndUnchecked();
+    void windowIsBuiltOnFirstUse();
+    void entryShowsAndHidesWindow_data();
+    void entryShowsAndHidesWindow();
+    void subWindowFitsLayoutWindow();
+    void closingSubWindowHidesAndUnchecks_data();
+    void closingSubWindowHidesAndUnchecks();
+    void hidingSubWindowUnchecks();
+    void toolWithoutWorkspaceKeepsWindowTopLevel();
+
+private:
+    QAction* entry() const;
+    void setEntryChecked(bool bChecked, bool bThroughMenu);
+
+    QScopedPointer<CHostFixture> m_pHost;
+};
+
+void TestAppLayoutTool::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+}
+
+void TestAppLayoutTool::init()
+{
+    m_pHost.reset(new CHostFixture);
+    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+}
+
+void TestAppLayoutTool::cleanup()
+{
+    m_pHost.reset();
+    const QStringList leaked = leakedTopLevelWidgets();
+    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+}
+
+QAction* TestAppLayoutTool::entry() const
+{
+    return CVXUtilityFns::getAction(kEntry);
+}
+
+void TestAppLayoutTool::setEntryChecked(bool bChecked, bool bThroughMenu)
+{
+    if (bThroughMenu) {
+        // Triggering toggles, as a click on the menu entry does.
+        if (entry()->isChecked() != bChecked)
+            entry()->trigger();
+    } else {
+        entry()->setChecked(bChecked);
+    }
+}
+
+void TestAppLayoutTool::entryIsCheckableAndUnchecked()
+{
+    QAction* pEntry = entry();
+    QVERIFY(pEntry);
+    QCOMPARE(pEntry->text(), kEntry);
+    QVERIFY(pEntry->isCheckable());
+    QVERIFY(!pEntry->isChecked());
+    QVERIFY(pEntry->isEnabled());
+    QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    QVERIFY(pTools->actions().contains(pEntry));
+}
+
+void TestAppLayoutTool::windowIsBuiltOnFirstUse()
+{
+    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    entry()->setChecked(true);
+    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QVERIFY(pSubWindow);
+    QVERIFY(qobject_cast<CVXSMdiSubWindow*>(pSubWindow));
+    QVERIFY(qobject_cast<CVXSLayoutWindow*>(pSubWindow->widget()));
+    QCOMPARE(pSubWindow->mdiArea(), m_pHost->area());
+    // Showing it again reuses the same window.
+    entry()->setChecked(false);
+    entry()->setChecked(true);
+    QCOMPARE(m_pHost->layoutSubWindow(), pSubWindow);
+    QCOMPARE(m_pHost->area()->findChildren<CVXSLayoutWindow*>().size(), 1);
+}
+
+void TestAppLayoutTool::entryShowsAndHidesWindow_data()
+{
+    QTest::addColumn<bool>("throughMenu");
+    QTest::newRow("menu entry triggered") << true;
+    QTest::newRow("entry checked by a plugin") << false;
+}
+
+void TestAppLayoutTool::entryShowsAndHidesWindow()
+{
+    QFETCH(bool, throughMenu);
+    setEntryChecked(true, throughMenu);
+    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QVERIFY(pSubWindow->isVisible());
+    QVERIFY(pSubWindow->widget()->isVisible());
+    QCOMPARE(m_pHost->area()->activeSubWindow(), pSubWindow);
+
+    setEntryChecked(false, throughMenu);
+    QVERIFY(!pSubWindow->isVisible());
+    QVERIFY(!entry()->isChecked());
+
+    setEntryChecked(true, throughMenu);
+    QVERIFY(pSubWindow->isVisible());
+    QVERIFY(entry()->isChecked());
+}
+
+void TestAppLayoutTool::subWindowFitsLayoutWindow()
+{
+    entry()->setChecked(true);
+    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QWidget* pLayoutWindow = pSubWindow->widget();
+    // The window keeps the size it was made with, frame added around it.
+    QCOMPARE(pSubWindow->contentsRect().size(), pLayoutWindow->size());
+    QVERIFY(pLayoutWindow->width() >= pLayoutWindow->minimumSizeHint().width());
+    QVERIFY(pLayoutWindow->height() >= pLayoutWindow->minimumSizeHint().height());
+    QVERIFY2(m_pHost->area()->viewport()->rect().contains(pSubWindow->geometry()),
+             qPrintable(QStringLiteral("%1,%2 %3x%4")
+                            .arg(pSubWindow->x())
+                            .arg(pSubWindow->y())
+                            .arg(pSubWindow->width())
+                            .arg(pSubWindow->height())));
+}
+
+void TestAppLayoutTool::closingSubWindowHidesAndUnchecks_data()
+{
+    QTest::addColumn<int>("reopenings");
+    QTest::newRow("closed once") << 0;
+    QTest::newRow("closed after reopening") << 2;
+}
+
+void TestAppLayoutTool::closingSubWindowHidesAndUnchecks()
+{
+    QFETCH(int, reopenings);
+    entry()->setChecked(true);
+    QPointer<QMdiSubWindow> pSubWindow = m_pHost->layoutSubWindow();
+    QPointer<QWidget> pLayoutWindow = pSubWindow->widget();
+    for (int i = 0; i <= reopenings; ++i) {
+        entry()->setChecked(true);
+        QVERIFY(pSubWindow->isVisible());
+        QVERIFY(pSubWindow->close());
+        QVERIFY(!entry()->isChecked());
+        QVERIFY(!pSubWindow->isVisible());
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(pSubWindow);
+    QVERIFY(pLayoutWindow);
+    entry()->setChecked(true);
+    QVERIFY(pSubWindow->isVisible());
+    QVERIFY(pLayoutWindow->isVisible());
+}
+
+void TestAppLayoutTool::hidingSubWindowUnchecks()
+{
+    entry()->setChecked(true);
+    auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(m_pHost->layoutSubWindow());
+    pSubWindow->hideWindow();
+    QVERIFY(!entry()->isChecked());
+    pSubWindow->showWindow();
+    QVERIFY(entry()->isChecked());
+    // Hiding the whole main window is not closing the tool.
+    m_pHost->window()->hide();
+    QVERIFY(entry()->isChecked());
+}
+
+void TestAppLayoutTool::toolWithoutWorkspaceKeepsWindowTopLevel()
+{
+    m_pHost.reset();
+    CVXBuiltinLayoutTool tool;
+    QTest::ignoreMessage(QtWarningMsg, "No workspace registered; tool windows stay top-level.");
+    QVERIFY(tool.initializeTool());
+    QVERIFY(tool.layoutManager());
+    QCOMPARE(tool.layoutManager()->getLayoutWindow()->parentWidget(), nullptr);
+    QCOMPARE(tool.getToolName(), kEntry);
+    QCOMPARE(tool.getToolAction(), tool.getToolAction());
+}
+
+QTEST_MAIN(TestAppLayoutTool)
+#include "tst_app_layouttool.moc"

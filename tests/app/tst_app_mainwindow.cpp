@@ -1,0 +1,278 @@
+#include "HostFixture.h"
+
+#include "WidgetLeaks.h"
+
+#include <VXHostMainWindow.h>
+#include <VXSChildWindow.h>
+#include <VXSSequenceWindow.h>
+#include <VXSWorkspace.h>
+#include <VXUtilityFns.h>
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QtTest>
+
+namespace {
+
+QMenu* menuNamed(QMainWindow* pWindow, const QString& strObjectName)
+{
+    return pWindow->menuBar()->findChild<QMenu*>(strObjectName);
+}
+
+QStringList actionNames(const QMenu* pMenu)
+{
+    QStringList names;
+    const QList<QAction*> actions = pMenu->actions();
+    for (const QAction* pAction : actions)
+        names << (pAction->isSeparator() ? QStringLiteral("-") : pAction->objectName());
+    return names;
+}
+
+} // namespace
+
+class TestAppMainWindow : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void hasWorkspaceRegistered();
+    void menusHoldTheirActions_data();
+    void menusHoldTheirActions();
+    void actionTexts_data();
+    void actionTexts();
+    void openSamplesOpensThreeWindows();
+    void samplesShowTheirContent();
+    void activeChildFollowsActivation();
+    void announcedToolActionJoinsToolsMenu_data();
+    void announcedToolActionJoinsToolsMenu();
+    void tileArrangesWithoutOverlap();
+    void cascadeStaggersWindows();
+    void quitClosesMainWindow();
+    void closingImageWindowDeletesIt();
+    void deletingMainWindowTakesItsWindows();
+
+private:
+    void openSamples();
+
+    QScopedPointer<CHostFixture> m_pHost;
+};
+
+void TestAppMainWindow::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+}
+
+void TestAppMainWindow::init()
+{
+    m_pHost.reset(new CHostFixture);
+    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+}
+
+void TestAppMainWindow::cleanup()
+{
+    m_pHost.reset();
+    QCOMPARE(CVXSWorkspace::instance()->mdiArea(), nullptr);
+    const QStringList leaked = leakedTopLevelWidgets();
+    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+}
+
+void TestAppMainWindow::openSamples()
+{
+    m_pHost->action(QStringLiteral("actionOpenSamples"))->trigger();
+}
+
+void TestAppMainWindow::hasWorkspaceRegistered()
+{
+    QVERIFY(m_pHost->area());
+    QCOMPARE(m_pHost->window()->centralWidget(), m_pHost->area());
+    QCOMPARE(CVXSWorkspace::instance()->mdiArea(), m_pHost->area());
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), nullptr);
+}
+
+void TestAppMainWindow::menusHoldTheirActions_data()
+{
+    QTest::addColumn<QString>("menu");
+    QTest::addColumn<QStringList>("actions");
+    QTest::newRow("File") << "menuFile"
+                          << QStringList {"actionOpenImages", "actionOpenSequence", "actionOpenSamples", "-",
+                                          "actionQuit"};
+    // Tools start with what the built-in tools announce; plugins add theirs.
+    QTest::newRow("Tools") << "menuTools" << QStringList {"Image Layout Window"};
+    QTest::newRow("Window") << "menuWindow" << QStringList {"actionTile", "actionCascade"};
+}
+
+void TestAppMainWindow::menusHoldTheirActions()
+{
+    QFETCH(QString, menu);
+    QFETCH(QStringList, actions);
+    QMenu* pMenu = menuNamed(m_pHost->window(), menu);
+    QVERIFY(pMenu);
+    QCOMPARE(actionNames(pMenu), actions);
+}
+
+void TestAppMainWindow::actionTexts_data()
+{
+    QTest::addColumn<QString>("objectName");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("open images") << "actionOpenImages" << "&Open Images...";
+    QTest::newRow("open sequence") << "actionOpenSequence" << "Open &Sequence...";
+    QTest::newRow("open samples") << "actionOpenSamples" << "Open Samples";
+    QTest::newRow("quit") << "actionQuit" << "&Quit";
+    QTest::newRow("tile") << "actionTile" << "&Tile";
+    QTest::newRow("cascade") << "actionCascade" << "&Cascade";
+}
+
+void TestAppMainWindow::actionTexts()
+{
+    QFETCH(QString, objectName);
+    QFETCH(QString, text);
+    QAction* pAction = m_pHost->action(objectName);
+    QVERIFY(pAction);
+    QCOMPARE(pAction->text(), text);
+    // Plugins find the host's actions by name.
+    QCOMPARE(CVXUtilityFns::getAction(objectName), pAction);
+}
+
+void TestAppMainWindow::openSamplesOpensThreeWindows()
+{
+    openSamples();
+    QCOMPARE(m_pHost->imageWindowTitles(),
+             QStringList({"Sample X-ray", "Sample Luminescence", "Sample Fluorescence Sequence"}));
+    QVERIFY(!m_pHost->imageWindow(0)->isSequenceWindow());
+    QVERIFY(!m_pHost->imageWindow(1)->isSequenceWindow());
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(2));
+    QVERIFY(pSequence);
+    QVERIFY(pSequence->frameCount() >= 12);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pSequence);
+    for (QMdiSubWindow* pSubWindow : m_pHost->imageSubWindows())
+        QVERIFY(pSubWindow->isVisible());
+}
+
+void TestAppMainWindow::samplesShowTheirContent()
+{
+    openSamples();
+    // The X-ray's 16-bit counts are shown stretched over the whole grey scale.
+    const QImage xray = m_pHost->imageWindow(0)->image();
+    QCOMPARE(xray.format(), QImage::Format_Grayscale8);
+    QCOMPARE(xray.size(), QSize(512, 768));
+    int nDarkest = 255;
+    int nBrightest = 0;
+    for (int y = 0; y < xray.height(); ++y) {
+        const uchar* pLine = xray.constScanLine(y);
+        nDarkest = qMin(nDarkest, int(*std::min_element(pLine, pLine + xray.width())));
+        nBrightest = qMax(nBrightest, int(*std::max_element(pLine, pLine + xray.width())));
+    }
+    QCOMPARE(nDarkest, 0);
+    QCOMPARE(nBrightest, 255);
+    const QImage luminescence = m_pHost->imageWindow(1)->image();
+    QCOMPARE(luminescence.size(), QSize(480, 640));
+    QVERIFY(!luminescence.isGrayscale());
+}
+
+void TestAppMainWindow::activeChildFollowsActivation()
+{
+    openSamples();
+    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    m_pHost->area()->setActiveSubWindow(windows[0]);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(0));
+    m_pHost->area()->setActiveSubWindow(windows[1]);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(1));
+    // Using a tool keeps the image the user worked in last.
+    m_pHost->action(QStringLiteral("Image Layout Window"))->setChecked(true);
+    QVERIFY(m_pHost->layoutSubWindow());
+    QCOMPARE(m_pHost->area()->activeSubWindow(), m_pHost->layoutSubWindow());
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(1));
+}
+
+void TestAppMainWindow::announcedToolActionJoinsToolsMenu_data()
+{
+    QTest::addColumn<int>("announcements");
+    QTest::newRow("announced once") << 1;
+    QTest::newRow("announced three times") << 3;
+}
+
+void TestAppMainWindow::announcedToolActionJoinsToolsMenu()
+{
+    QFETCH(int, announcements);
+    QAction action(QStringLiteral("Measure"));
+    action.setObjectName(QStringLiteral("actionMeasureTool"));
+    action.setCheckable(true);
+    for (int i = 0; i < announcements; ++i)
+        CVXSWorkspace::instance()->announceToolAction(&action, false, true);
+
+    QMenu* pTools = menuNamed(m_pHost->window(), QStringLiteral("menuTools"));
+    QCOMPARE(actionNames(pTools), QStringList({"Image Layout Window", "actionMeasureTool"}));
+    QVERIFY(!action.isEnabled());
+    QVERIFY(action.isChecked());
+}
+
+void TestAppMainWindow::tileArrangesWithoutOverlap()
+{
+    openSamples();
+    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    m_pHost->action(QStringLiteral("actionTile"))->trigger();
+    const QRect viewport = m_pHost->area()->viewport()->rect();
+    int nCovered = 0;
+    for (int i = 0; i < windows.size(); ++i) {
+        QVERIFY2(viewport.contains(windows[i]->geometry()), qPrintable(windows[i]->windowTitle()));
+        nCovered += windows[i]->width() * windows[i]->height();
+        for (int j = i + 1; j < windows.size(); ++j)
+            QVERIFY(!windows[i]->geometry().intersects(windows[j]->geometry()));
+    }
+    // Tiling uses the workspace rather than leaving the windows small.
+    QVERIFY(nCovered > viewport.width() * viewport.height() / 2);
+}
+
+void TestAppMainWindow::cascadeStaggersWindows()
+{
+    openSamples();
+    m_pHost->action(QStringLiteral("actionTile"))->trigger();
+    m_pHost->action(QStringLiteral("actionCascade"))->trigger();
+    QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    QCOMPARE(windows.size(), 3);
+    std::sort(windows.begin(), windows.end(), [](const QWidget* pA, const QWidget* pB) { return pA->x() < pB->x(); });
+    for (int i = 1; i < windows.size(); ++i) {
+        QVERIFY(windows[i]->x() > windows[i - 1]->x());
+        QVERIFY(windows[i]->y() > windows[i - 1]->y());
+        QVERIFY(windows[i]->geometry().intersects(windows[i - 1]->geometry()));
+    }
+}
+
+void TestAppMainWindow::quitClosesMainWindow()
+{
+    m_pHost->action(QStringLiteral("actionQuit"))->trigger();
+    QVERIFY(!m_pHost->window()->isVisible());
+}
+
+void TestAppMainWindow::closingImageWindowDeletesIt()
+{
+    openSamples();
+    QPointer<QMdiSubWindow> pFirst = m_pHost->imageSubWindows().first();
+    QVERIFY(pFirst->close());
+    QTRY_VERIFY(pFirst.isNull());
+    QCOMPARE(m_pHost->imageWindowTitles(), QStringList({"Sample Luminescence", "Sample Fluorescence Sequence"}));
+}
+
+void TestAppMainWindow::deletingMainWindowTakesItsWindows()
+{
+    openSamples();
+    m_pHost->action(QStringLiteral("Image Layout Window"))->setChecked(true);
+    QPointer<QMdiSubWindow> pLayout = m_pHost->layoutSubWindow();
+    QPointer<QWidget> pLayoutWindow = pLayout->widget();
+    QPointer<QMdiSubWindow> pImage = m_pHost->imageSubWindows().first();
+    QVERIFY(pLayout && pLayoutWindow && pImage);
+    m_pHost.reset();
+    QVERIFY(pLayout.isNull());
+    QVERIFY(pLayoutWindow.isNull());
+    QVERIFY(pImage.isNull());
+    QCOMPARE(CVXUtilityFns::getAction(QStringLiteral("Image Layout Window")), nullptr);
+}
+
+QTEST_MAIN(TestAppMainWindow)
+#include "tst_app_mainwindow.moc"

@@ -1,0 +1,147 @@
+#include "HostFixture.h"
+#include "MessageBoxCounter.h"
+#include "TestImageFiles.h"
+
+#include "MessageBoxAnswer.h"
+#include "WidgetLeaks.h"
+
+#include <VXHostMainWindow.h>
+#include <VXSChildWindow.h>
+#include <VXSSequenceWindow.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QSize kImageSize(60, 40);
+const QPoint kLeft(10, 20);
+
+QImage filledGrey(const QSize& size, int nLevel)
+{
+    QImage image(size, QImage::Format_Grayscale8);
+    image.fill(QColor(nLevel, nLevel, nLevel));
+    return image;
+}
+
+} // namespace
+
+class TestAppOpenSequence : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void multiPageTiffOpensAsSequence_data();
+    void multiPageTiffOpensAsSequence();
+    void opensImagesAsOneSequence();
+    void sequenceWithUnreadableFileIsNotOpened();
+
+private:
+    QString path(const QString& strName) const;
+
+    QTemporaryDir m_dir;
+    QScopedPointer<CHostFixture> m_pHost;
+};
+
+void TestAppOpenSequence::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(m_dir.isValid());
+}
+
+void TestAppOpenSequence::init()
+{
+    m_pHost.reset(new CHostFixture);
+    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+}
+
+void TestAppOpenSequence::cleanup()
+{
+    m_pHost.reset();
+    const QStringList leaked = leakedTopLevelWidgets();
+    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+}
+
+QString TestAppOpenSequence::path(const QString& strName) const
+{
+    return m_dir.filePath(strName);
+}
+
+void TestAppOpenSequence::multiPageTiffOpensAsSequence_data()
+{
+    QTest::addColumn<bool>("asSequence");
+    QTest::addColumn<int>("pages");
+    QTest::newRow("open images, 3 pages") << false << 3;
+    QTest::newRow("open sequence, 3 pages") << true << 3;
+    QTest::newRow("open sequence, 14 pages") << true << 14;
+    QTest::newRow("open sequence, single page") << true << 1;
+}
+
+void TestAppOpenSequence::multiPageTiffOpensAsSequence()
+{
+    QFETCH(bool, asSequence);
+    QFETCH(int, pages);
+    QVector<QImage> written;
+    for (int i = 0; i < pages; ++i)
+        written << filledGrey(kImageSize, 10 + 15 * i);
+    const QString strName = QStringLiteral("stack%1.tif").arg(pages);
+    QVERIFY(CTestImageFiles::writeMultiPageTiff(path(strName), written));
+    CMessageBoxCounter boxes(0);
+
+    if (asSequence)
+        m_pHost->window()->openSequenceFiles({path(strName)});
+    else
+        m_pHost->window()->openImageFiles({path(strName)});
+
+    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {strName});
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(0));
+    QVERIFY(pSequence);
+    QCOMPARE(pSequence->frameCount(), pages);
+    pSequence->setCurrentFrame(pages - 1);
+    QCOMPARE(qGray(pSequence->tabImage(QStringLiteral("Sequence View")).pixel(kLeft)), 10 + 15 * (pages - 1));
+}
+
+void TestAppOpenSequence::opensImagesAsOneSequence()
+{
+    // Frames of different sizes are allowed: the sequence window fits each one.
+    const QStringList names {"t0.png", "t1.png", "t2.bmp"};
+    QVERIFY(filledGrey(QSize(40, 30), 20).save(path(names[0])));
+    QVERIFY(filledGrey(QSize(80, 60), 120).save(path(names[1])));
+    QVERIFY(filledGrey(QSize(20, 50), 220).save(path(names[2])));
+    CMessageBoxCounter boxes(0);
+
+    m_pHost->window()->openSequenceFiles({path(names[0]), path(names[1]), path(names[2])});
+
+    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(m_pHost->imageSubWindows().size(), 1);
+    QVERIFY(m_pHost->imageWindowTitles().first().startsWith(QStringLiteral("t0.png")));
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(0));
+    QVERIFY(pSequence);
+    QCOMPARE(pSequence->frameCount(), 3);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pSequence);
+}
+
+void TestAppOpenSequence::sequenceWithUnreadableFileIsNotOpened()
+{
+    QVERIFY(filledGrey(kImageSize, 50).save(path("frame.png")));
+    QVERIFY(CTestImageFiles::writeTruncatedCopy(path("frame.png"), path("truncated.png")));
+    CMessageBoxCounter boxes(1);
+    CSeenMessageBox seen;
+    answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
+
+    m_pHost->window()->openSequenceFiles({path("frame.png"), path("truncated.png"), path("missing.png")});
+
+    QCOMPARE(boxes.count(), 1);
+    QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("truncated.png"))));
+    QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("missing.png"))));
+    QVERIFY(seen.m_strText.contains(QStringLiteral("The sequence was not opened.")));
+    QVERIFY(m_pHost->imageSubWindows().isEmpty());
+}
+
+QTEST_MAIN(TestAppOpenSequence)
+#include "tst_app_opensequence.moc"
