@@ -4,6 +4,7 @@
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>
+#include <VXSLayoutItemGeometry.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutItemRectangle.h>
 #include <VXSLayoutItemText.h>
@@ -73,9 +74,7 @@ QPoint endPoint(const CVXSLayoutItemArrow* pArrow)
 
 QRectF itemRect(const QGraphicsItem* pItem)
 {
-    if (pItem->type() == 32817)
-        return static_cast<const QGraphicsEllipseItem*>(pItem)->rect();
-    return static_cast<const QGraphicsRectItem*>(pItem)->rect();
+    return VXSLayoutItemGeometry::geometryRect(*pItem);
 }
 
 QRectF cellRect(CVXSLayoutManager* pManager, int nCell)
@@ -131,6 +130,7 @@ private slots:
     void doubleClickOnTextIsTaken();
     void pressesAndMovesOutsideTheScene();
     void viewResizeRefitsImagesInCells();
+    void relayoutLeavesTheViewsOwnItemsAlone();
     void viewWithoutManager();
     void windowToolsAreExclusive();
 };
@@ -143,7 +143,7 @@ void TestLayoutView::initTestCase()
 
 void TestLayoutView::cleanup()
 {
-    QVERIFY2(leakedTopLevelWidgets().isEmpty(), qPrintable(leakedTopLevelWidgets().join(QLatin1Char(' '))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutView::freshViewHasItsAuxiliaryItems()
@@ -791,6 +791,21 @@ void TestLayoutView::viewResizeRefitsImagesInCells()
         if (pItem->type() == 32822 && pItem->isVisible())
             QVERIFY(pItem->boundingRect().right() <= 800);
     }
+}
+
+void TestLayoutView::relayoutLeavesTheViewsOwnItemsAlone()
+{
+    LayoutFixture layout(QSize(800, 500));
+    QGraphicsItem* pRectangle = layout.addItem("rectangle", QRectF(100, 100, 80, 40));
+    // Handles shown without a current item: nothing hides them before the re-layout.
+    layout.view()->showHandles(pRectangle);
+    QCOMPARE(layout.view()->currentItem(), nullptr);
+    const QRectF handleBefore = handle(layout.view(), 3)->rect();
+    QVERIFY(handle(layout.view(), 3)->isVisible());
+    layout.setViewSize(QSize(1600, 1000));
+    QCOMPARE(itemRect(pRectangle), QRectF(200, 200, 160, 80));
+    QCOMPARE(handle(layout.view(), 3)->rect(), handleBefore);
+    QCOMPARE(handle(layout.view(), 3)->rect().size(), QSizeF(8, 8));
 }
 
 void TestLayoutView::viewWithoutManager()

@@ -1,5 +1,7 @@
 #include "VXSLayoutItemGeometry.h"
 
+#include "VXSLayoutConstants.h"
+
 #include <QGraphicsItem>
 
 namespace VXSLayoutItemGeometry {
@@ -23,6 +25,21 @@ QRectF insetBoundingRect(const QGraphicsItem& item)
 {
     const QRectF b = item.boundingRect();
     return QRectF(QPointF(b.left() + 1.0, b.top() + 1.0), QPointF(b.right() - 1.0, b.bottom() - 1.0));
+}
+
+QRectF geometryRect(const QGraphicsItem& item)
+{
+    if (item.type() == VXSLayout::EllipseItemType)
+        return static_cast<const QGraphicsEllipseItem&>(item).rect();
+    return static_cast<const QGraphicsRectItem&>(item).rect();
+}
+
+void setGeometryRect(QGraphicsItem& item, const QRectF& rect)
+{
+    if (item.type() == VXSLayout::EllipseItemType)
+        static_cast<QGraphicsEllipseItem&>(item).setRect(rect);
+    else
+        static_cast<QGraphicsRectItem&>(item).setRect(rect);
 }
 
 } // namespace VXSLayoutItemGeometry

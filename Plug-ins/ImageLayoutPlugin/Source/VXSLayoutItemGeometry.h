@@ -15,4 +15,9 @@ QRectF normalizedBoundingRect(const QGraphicsItem& item);
 // comes out inverted, as the arithmetic gives).
 QRectF insetBoundingRect(const QGraphicsItem& item);
 
+// The geometry of a rectangle- or ellipse-based layout item (its rect(), not its
+// bounding rectangle), and setting it.
+QRectF geometryRect(const QGraphicsItem& item);
+void setGeometryRect(QGraphicsItem& item, const QRectF& rect);
+
 } // namespace VXSLayoutItemGeometry

@@ -2,6 +2,7 @@
 
 #include "VXSImageFit.h"
 #include "VXSLayoutItemArrow.h"
+#include "VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutStyles.h"
 #include "VXSLayoutView.h"
@@ -262,6 +263,8 @@ void CVXSLayoutManager::relayoutItems(bool bKeepCells)
     const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, previousWidth, previousHeight),
                                                       Qt::IntersectsItemShape, Qt::DescendingOrder);
     for (QGraphicsItem* pItem : items) {
+        if (m_pLayoutView->isAuxiliaryItem(pItem))
+            continue;
         if (pItem->type() == CVXSLayoutItemImage::Type)
             relayoutImage(static_cast<CVXSLayoutItemImage*>(pItem), bKeepCells, style, sx, sy);
         else
@@ -288,13 +291,13 @@ void CVXSLayoutManager::relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCel
         pImage->setRect(scaledRect(pImage->rect(), sx, sy));
         return;
     }
-    fitImageIntoCell(pImage, bKeepCells ? oldCell : getFirstEmptyCell(true), nStyle);
+    fitImageIntoCell(pImage, bKeepCells ? oldCell : getFirstEmptyCell(true));
 }
 
-void CVXSLayoutManager::fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell, int nStyle)
+void CVXSLayoutManager::fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell)
 {
     QRect cellRect;
-    if (nCell == -1 || nCell >= getCellCount(nStyle) || getCellRect(nCell, cellRect, false) == -1)
+    if (getCellRect(nCell, cellRect, false) == -1)
         return;
     const QSize size = VXSImageFit::fitSize(pImage->rect().width(), pImage->rect().height(), cellRect.width(),
                                             cellRect.height());
@@ -312,16 +315,11 @@ QRectF CVXSLayoutManager::scaledRect(const QRectF& rect, double sx, double sy)
 void CVXSLayoutManager::scaleItem(QGraphicsItem* pItem, double sx, double sy)
 {
     switch (pItem->type()) {
-    case RectangleItemType: {
-        auto* pRectItem = static_cast<QGraphicsRectItem*>(pItem);
-        pRectItem->setRect(scaledRect(pRectItem->rect(), sx, sy));
+    case RectangleItemType:
+    case EllipseItemType:
+        VXSLayoutItemGeometry::setGeometryRect(
+            *pItem, scaledRect(VXSLayoutItemGeometry::geometryRect(*pItem), sx, sy));
         break;
-    }
-    case EllipseItemType: {
-        auto* pEllipse = static_cast<QGraphicsEllipseItem*>(pItem);
-        pEllipse->setRect(scaledRect(pEllipse->rect(), sx, sy));
-        break;
-    }
     case ArrowItemType: {
         auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
         int x = 0;
@@ -360,8 +358,7 @@ void CVXSLayoutManager::clearLayout()
         return;
 
     for (QGraphicsItem* pItem : items) {
-        if (pItem->type() == GridItemType || m_pLayoutView->handleIndex(pItem) != 0
-            || m_pLayoutView->isCellHighlight(pItem))
+        if (m_pLayoutView->isAuxiliaryItem(pItem))
             continue;
         if (pItem->type() == ImageItemType)
             setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);

@@ -52,7 +52,7 @@ public:
 private:
     void centreWindow();
     void relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCells, int nStyle, double sx, double sy);
-    void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell, int nStyle);
+    void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell);
     static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
 

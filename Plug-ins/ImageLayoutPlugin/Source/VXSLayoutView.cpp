@@ -3,12 +3,14 @@
 #include "VXSImageFit.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemEllipse.h"
+#include "VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemGrid.h"
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutItemRectangle.h"
 #include "VXSLayoutItemText.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutPens.h"
+#include "VXSLayoutStyles.h"
 #include "VXSLayoutWindow.h"
 
 #include <QKeyEvent>
@@ -32,20 +34,14 @@ bool isLayoutZ(const QGraphicsItem* pItem)
     return roundedZ(pItem) > BaseZ;
 }
 
-// The geometry rectangle of the two rectangle-based item bases.
 QRectF itemRect(const QGraphicsItem* pItem)
 {
-    if (pItem->type() == EllipseItemType)
-        return static_cast<const QGraphicsEllipseItem*>(pItem)->rect();
-    return static_cast<const QGraphicsRectItem*>(pItem)->rect();
+    return VXSLayoutItemGeometry::geometryRect(*pItem);
 }
 
 void setItemRect(QGraphicsItem* pItem, const QRectF& rect)
 {
-    if (pItem->type() == EllipseItemType)
-        static_cast<QGraphicsEllipseItem*>(pItem)->setRect(rect);
-    else
-        static_cast<QGraphicsRectItem*>(pItem)->setRect(rect);
+    VXSLayoutItemGeometry::setGeometryRect(*pItem, rect);
 }
 
 // Moves the corner that belongs to the handle (1 top-left, 2 top-right, 3 bottom-right,
@@ -162,7 +158,7 @@ void CVXSLayoutView::updateWholeScene()
         scene()->update();
 }
 
-void CVXSLayoutView::hideHandles()
+void CVXSLayoutView::hideHandleItems()
 {
     for (CVXSLayoutItemRectangle* pHandle : m_handles) {
         if (pHandle && pHandle->isVisible()) {
@@ -171,6 +167,11 @@ void CVXSLayoutView::hideHandles()
             updateScene(pHandle->boundingRect());
         }
     }
+}
+
+void CVXSLayoutView::hideHandles()
+{
+    hideHandleItems();
     if (m_pCellHighlight && m_pCellHighlight->isVisible())
         m_pCellHighlight->hide();
     updateWholeScene();
@@ -189,6 +190,11 @@ bool CVXSLayoutView::isCellHighlight(QGraphicsItem* pItem) const
     return pItem && pItem == m_pCellHighlight;
 }
 
+bool CVXSLayoutView::isAuxiliaryItem(QGraphicsItem* pItem) const
+{
+    return pItem && (pItem->type() == GridItemType || handleIndex(pItem) != 0 || isCellHighlight(pItem));
+}
+
 void CVXSLayoutView::placeHandle(int nIndex, qreal x, qreal y)
 {
     CVXSLayoutItemRectangle* pHandle = m_handles[nIndex];
@@ -205,12 +211,7 @@ void CVXSLayoutView::showHandles(QGraphicsItem* pItem)
 
     if (pItem->type() == ImageItemType && static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1) {
         // An image in a cell is not resized: it gets the cell highlight instead of handles.
-        for (CVXSLayoutItemRectangle* pHandle : m_handles) {
-            if (pHandle->isVisible()) {
-                updateScene(pHandle->boundingRect());
-                pHandle->hide();
-            }
-        }
+        hideHandleItems();
         m_pCellHighlight->setRect(b);
         m_pCellHighlight->setZValue(HighlightZ);
         m_pCellHighlight->show();
@@ -247,10 +248,10 @@ void CVXSLayoutView::showHandles(QGraphicsItem* pItem)
 
 void CVXSLayoutView::showCells(int nStyle)
 {
-    static const int cellsPerStyle[StyleCount] = {0, 1, 2, 4, 6, 9, 8, 12, 16};
     hideCells();
-    if (nStyle >= 1 && nStyle < StyleCount) {
-        for (int i = 0; i < cellsPerStyle[nStyle]; ++i)
+    const int cells = VXSLayoutStyles::cellCount(nStyle);
+    if (cells > 0) {
+        for (int i = 0; i < cells; ++i)
             showCell(i);
     } else {
         m_targetCell = -1;
@@ -266,8 +267,6 @@ void CVXSLayoutView::showCell(int nIndex)
     CVXSLayoutItemGrid* pCell = m_cells[nIndex];
     updateScene(pCell->boundingRect());
     pCell->setRect(QRectF(rect));
-    if (scene() && pCell->scene() != scene())
-        scene()->addItem(pCell);
     if (!pCell->isVisible())
         pCell->show();
     updateScene(pCell->boundingRect());
@@ -412,7 +411,7 @@ bool CVXSLayoutView::isDrawingToolOn() const
 QGraphicsItem* CVXSLayoutView::pickItem(const QList<QGraphicsItem*>& items, const QPointF& point) const
 {
     for (QGraphicsItem* pItem : items) {
-        if (handleIndex(pItem) != 0 || isCellHighlight(pItem) || pItem->type() == GridItemType)
+        if (isAuxiliaryItem(pItem))
             continue;
         if (pItem->type() == ArrowItemType
             && !static_cast<CVXSLayoutItemArrow*>(pItem)->containsPoint(point.toPoint()))

@@ -35,6 +35,8 @@ public:
     void showHandles(QGraphicsItem* pItem);
     int handleIndex(QGraphicsItem* pItem) const;
     bool isCellHighlight(QGraphicsItem* pItem) const;
+    // Whether the item is one of the view's own: a handle, a cell frame or the highlight.
+    bool isAuxiliaryItem(QGraphicsItem* pItem) const;
     void showCells(int nStyle);
     void showCell(int nIndex);
     void hideCells();
@@ -68,6 +70,7 @@ private:
     // The topmost layout item of those under the point; arrows only near their line.
     QGraphicsItem* pickItem(const QList<QGraphicsItem*>& items, const QPointF& point) const;
     void placeHandle(int nIndex, qreal x, qreal y);
+    void hideHandleItems();
     void updateScene(const QRectF& rect);
     void updateWholeScene();
 
