@@ -60,8 +60,7 @@ void TestAppLayoutTool::init()
 void TestAppLayoutTool::cleanup()
 {
     m_pHost.reset();
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QAction* TestAppLayoutTool::entry() const

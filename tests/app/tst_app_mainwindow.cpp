@@ -78,8 +78,7 @@ void TestAppMainWindow::cleanup()
 {
     m_pHost.reset();
     QCOMPARE(CVXSWorkspace::instance()->mdiArea(), nullptr);
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppMainWindow::openSamples()

@@ -68,8 +68,7 @@ void TestAppOpenFiles::init()
 void TestAppOpenFiles::cleanup()
 {
     m_pHost.reset();
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestAppOpenFiles::path(const QString& strName) const

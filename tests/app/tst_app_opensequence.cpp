@@ -62,8 +62,7 @@ void TestAppOpenSequence::init()
 void TestAppOpenSequence::cleanup()
 {
     m_pHost.reset();
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestAppOpenSequence::path(const QString& strName) const

@@ -39,8 +39,7 @@ void TestHostChildWindow::initTestCase()
 
 void TestHostChildWindow::cleanup()
 {
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostChildWindow::grabImageWithoutDisplayGivesTheImage()

@@ -66,8 +66,7 @@ void TestHostMessageBox::initTestCase()
 
 void TestHostMessageBox::cleanup()
 {
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostMessageBox::standardButtons_data()

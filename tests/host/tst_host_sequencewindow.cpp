@@ -66,8 +66,7 @@ void TestHostSequenceWindow::initTestCase()
 
 void TestHostSequenceWindow::cleanup()
 {
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostSequenceWindow::hasTheThreeTabs()

@@ -30,8 +30,7 @@ void TestHostUtilityFns::initTestCase()
 
 void TestHostUtilityFns::cleanup()
 {
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostUtilityFns::appNameIsDisplayName()

@@ -86,8 +86,7 @@ void TestHostWorkspace::cleanup()
 {
     CVXSWorkspace::instance()->setMdiArea(nullptr);
     m_pArea.reset();
-    const QStringList leaked = leakedTopLevelWidgets();
-    QVERIFY2(leaked.isEmpty(), qPrintable(leaked.join(QStringLiteral(", "))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostWorkspace::noAreaMeansNoActiveChild()

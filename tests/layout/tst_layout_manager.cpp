@@ -115,7 +115,7 @@ void TestLayoutManager::initTestCase()
 
 void TestLayoutManager::cleanup()
 {
-    QVERIFY2(leakedTopLevelWidgets().isEmpty(), qPrintable(leakedTopLevelWidgets().join(QLatin1Char(' '))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutManager::cellCount_data()

@@ -80,7 +80,7 @@ void TestLayoutZOrder::cleanup()
     delete m_pLayout;
     m_pLayout = nullptr;
     m_items.clear();
-    QVERIFY2(leakedTopLevelWidgets().isEmpty(), qPrintable(leakedTopLevelWidgets().join(QLatin1Char(' '))));
+    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutZOrder::drawFour()
