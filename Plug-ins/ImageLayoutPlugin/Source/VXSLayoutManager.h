@@ -3,6 +3,7 @@
 #include "VXSLayoutConstants.h"
 
 #include <QGraphicsScene>
+#include <QImage>
 #include <QObject>
 #include <QPointer>
 #include <QPrinter>
@@ -49,12 +50,26 @@ public:
     void relayoutItems(bool bKeepCells);
     void clearLayout();
 
+    // Output: the page as a raster image at the scale (1.0 is the scene's own size plus
+    // one), written to a file the user chooses, printed on one page, copied to the clipboard.
+    QImage renderLayoutImage(double dScale);
+    void exportLayout();
+    // nPrintMode 0 fits the page, 1 prints at the size shown; pParent is not used.
+    void printLayout(QWidget* pParent, int nPrintMode);
+    void copyToClipboard();
+    bool isSupportedExtension(QString strSuffix);
+    QString getExtensionForFilter(QString strFilter);
+
 private:
     void centreWindow();
     void relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCells, int nStyle, double sx, double sy);
     void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell);
     static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
+    // One round of the export dialog; true when the user asked to choose again.
+    bool exportOnce();
+    static QSize printedSize(const QSize& imageSize, QPrinter& printer, const QWidget* pScreenWidget,
+                             int nPrintMode);
 
     QGraphicsScene m_scene;
     QPointer<CVXSLayoutView> m_pLayoutView;     // owned by the window's widget tree

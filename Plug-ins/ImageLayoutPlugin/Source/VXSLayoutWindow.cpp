@@ -13,6 +13,7 @@
 #include <QFrame>
 #include <QGraphicsItem>
 #include <QLabel>
+#include <QTimer>
 #include <QMenu>
 #include <QToolBar>
 #include <QToolButton>
@@ -294,6 +295,21 @@ void CVXSLayoutWindow::onClickMultiLineEditText()
 {
     // Opens the Edit Text dialog for the annotation text; the dialog comes with the
     // window's annotation tools.
+}
+
+void CVXSLayoutWindow::updateButtonStatus()
+{
+}
+
+void CVXSLayoutWindow::onDatasetStatusChanged(CVXSDataset* /*pDataset*/)
+{
+    // The host is still changing its windows; look at them once it is done.
+    QTimer::singleShot(0, this, &CVXSLayoutWindow::updateButtonStatus);
+}
+
+void CVXSLayoutWindow::onSequenceStatusChanged(CVXSSequenceDataset* /*pDataset*/)
+{
+    QTimer::singleShot(0, this, &CVXSLayoutWindow::updateButtonStatus);
 }
 
 QMenu* CVXSLayoutWindow::createPopupMenu()

@@ -11,8 +11,10 @@ class QMenu;
 class QToolBar;
 class QToolButton;
 class QVBoxLayout;
+class CVXSDataset;
 class CVXSLayoutManager;
 class CVXSLayoutView;
+class CVXSSequenceDataset;
 
 // The main window in which the user composes a layout page: the view in a framed area
 // and one fixed toolbar. It keeps the tool state and forwards commands; the layout
@@ -45,6 +47,13 @@ public slots:
     virtual void setCursorStyle();
     virtual void onClickMultiLineEditText();
     virtual void onClickArrow();
+    virtual void updateButtonStatus();
+    virtual void onDatasetStatusChanged(CVXSDataset* pDataset);
+    virtual void onSequenceStatusChanged(CVXSSequenceDataset* pDataset);
+
+signals:
+    void updateToolStatus();
+    void copyToClipBoard(QString strContentName);
 
 protected:
     QMenu* createPopupMenu() override;

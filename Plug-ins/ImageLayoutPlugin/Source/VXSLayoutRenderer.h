@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QSize>
+
+class QGraphicsItem;
+class QGraphicsScene;
+class QPainter;
+class CVXSLayoutView;
+
+// Draws the layout page for output: each item by its kind's own output rule, never the
+// scene's own painting, so that cell frames, handles and other working marks of the view
+// stay off the page. Works on any painter, so every output shares one drawing.
+class CVXSLayoutRenderer
+{
+public:
+    // pView tells its own items apart; it may be null when the scene holds none.
+    CVXSLayoutRenderer(QGraphicsScene& scene, const CVXSLayoutView* pView);
+
+    // The page in scene units: the scene's size plus one, truncated.
+    QSize pageSize() const;
+    // The page at the scale, in device pixels.
+    QSize deviceSize(double dScale) const;
+    // Fills deviceSize(dScale) white with a black top and left line, then draws the
+    // items from the lowest to the topmost.
+    void render(QPainter& painter, double dScale) const;
+
+private:
+    void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;
+    static void drawScaled(QPainter& painter, double dScale, QGraphicsItem* pItem);
+    static void drawImageItem(QPainter& painter, QGraphicsItem* pItem, int nScale);
+
+    QGraphicsScene& m_scene;
+    const CVXSLayoutView* m_pView = nullptr;
+};
