@@ -1,8 +1,8 @@
 #include "VXHostMainWindow.h"
 
 #include "VXBuiltinLayoutTool.h"
-#include "VXImageFileReader.h"
-#include "VXImageWindowing.h"
+#include <VXImageFileReader.h>
+#include <VXImageWindowing.h>
 #include "VXSampleData.h"
 #include "VXSubWindowGeometry.h"
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VxApiGlobal.h"
+
 #include <QCoreApplication>
 #include <QImage>
 #include <QString>
@@ -10,7 +12,7 @@ class QImageReader;
 // Reads image files for the image windows. Anything that cannot be shown (missing,
 // empty, corrupt, truncated or unsupported files, images too large for memory) is
 // refused with the reason, never half-opened.
-class CVXImageFileReader
+class VXAPI_EXPORT CVXImageFileReader
 {
     Q_DECLARE_TR_FUNCTIONS(CVXImageFileReader)
 public:

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "VxApiGlobal.h"
+
 #include <QImage>
 
 // Prepares image data for the screen. Images with 16 bits per channel are stretched
 // from their own darkest to their brightest value onto 0..255: detectors fill only part
 // of the 16-bit range, so a plain conversion would show an X-ray nearly black.
-class CVXImageWindowing
+class VXAPI_EXPORT CVXImageWindowing
 {
 public:
     static bool hasDeepChannels(const QImage& image);
