@@ -13,6 +13,7 @@ PACKAGES=(
     libqt5svg5-dev
     qt5-image-formats-plugins
     fonts-dejavu-core
+    poppler-utils
 )
 
 missing=()

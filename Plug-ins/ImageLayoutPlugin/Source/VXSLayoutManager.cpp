@@ -389,10 +389,11 @@ QImage CVXSLayoutManager::renderLayoutImage(double dScale)
     if (!m_pLayoutView || !m_pLayoutView->scene())
         return QImage();
     const CVXSLayoutRenderer renderer(*m_pLayoutView->scene(), m_pLayoutView);
+    // A page too large for memory gives a pixmap that cannot be painted on.
     QPixmap pixmap(renderer.deviceSize(dScale));
-    if (pixmap.isNull())
+    QPainter painter;
+    if (pixmap.isNull() || !painter.begin(&pixmap))
         return QImage();
-    QPainter painter(&pixmap);
     renderer.render(painter, dScale);
     painter.end();
     return pixmap.toImage();
