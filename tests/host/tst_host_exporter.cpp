@@ -220,6 +220,8 @@ private slots:
     void failureLeavesExistingFile();
     void failureWhileWritingLeavesExistingFile_data();
     void failureWhileWritingLeavesExistingFile();
+    void outOfMemoryLeavesExistingFile_data();
+    void outOfMemoryLeavesExistingFile();
     void writesThroughSymbolicLink();
     void nonAsciiFileName();
     void fullDevice_data();
@@ -616,6 +618,47 @@ void TestHostExporter::failureWhileWritingLeavesExistingFile()
     }
 
     QCOMPARE(status, eSTATUS_WRITE_FAILED);
+    QCOMPARE(contentOf(strPath), original);
+    QCOMPARE(entriesOf(dir.path()), QStringList{strName});
+}
+
+void TestHostExporter::outOfMemoryLeavesExistingFile_data()
+{
+    QTest::addColumn<QString>("suffix");
+    for (const char* pSuffix : {"eps", "wmf", "emf", "dcm"})
+        QTest::newRow(pSuffix) << QString::fromLatin1(pSuffix);
+}
+
+void TestHostExporter::outOfMemoryLeavesExistingFile()
+{
+    QFETCH(QString, suffix);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString strName = QStringLiteral("keep.") + suffix;
+    const QString strPath = dir.filePath(strName);
+    const QByteArray original("the user's earlier export");
+    QVERIFY(writeFile(strPath, original));
+    const QImage image = noiseImage(QSize(1500, 1500));
+
+    // An address space limit a little above what the process uses lets the writer's
+    // large buffers fail, as they would on a machine without memory to spare.
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        QSKIP("This system has no /proc/self/statm to size the limit by");
+    const rlim_t nUsedBytes = rlim_t(statm.readLine().split(' ').value(0).toULongLong()) * rlim_t(getpagesize());
+    QVERIFY(nUsedBytes > 0);
+    tag_estatus status = eSTATUS_SUCCESS;
+    {
+        rlimit previous = {};
+        QCOMPARE(getrlimit(RLIMIT_AS, &previous), 0);
+        const auto restore = qScopeGuard([&] { setrlimit(RLIMIT_AS, &previous); });
+        rlimit limited = previous;
+        limited.rlim_cur = nUsedBytes + 2 * 1024 * 1024;
+        QCOMPARE(setrlimit(RLIMIT_AS, &limited), 0);
+        status = save(image, strPath);
+    }
+
+    QCOMPARE(status, eSTATUS_OUT_OF_MEMORY);
     QCOMPARE(contentOf(strPath), original);
     QCOMPARE(entriesOf(dir.path()), QStringList{strName});
 }

@@ -4,6 +4,7 @@
 #include "VXUtilityFns.h"
 
 #include <QDateTime>
+#include <QScopeGuard>
 
 #include <zlib.h>
 
@@ -17,31 +18,34 @@ constexpr int kAscii85LineLength = 76;
 constexpr int kDeflateChunk = 1 << 16;
 
 // Deflates the image's rows, packed as RGB, into one zlib stream.
-bool deflateRows(const QImage& rgb32, QByteArray& compressed)
+tag_estatus deflateRows(const QImage& rgb32, QByteArray& compressed)
 {
     z_stream stream = {};
-    if (deflateInit(&stream, Z_DEFAULT_COMPRESSION) != Z_OK)
-        return false;
+    const int nInit = deflateInit(&stream, Z_DEFAULT_COMPRESSION);
+    if (nInit != Z_OK)
+        return nInit == Z_MEM_ERROR ? eSTATUS_OUT_OF_MEMORY : eSTATUS_WRITE_FAILED;
+    const auto end = qScopeGuard([&stream] { deflateEnd(&stream); });
     QByteArray row(rgb32.width() * 3, '\0');
     QByteArray chunk(kDeflateChunk, '\0');
     int nResult = Z_OK;
-    for (int y = 0; y <= rgb32.height() && nResult == Z_OK; ++y) {
-        const bool bLast = y == rgb32.height();
-        if (!bLast)
+    for (int y = 0; y <= rgb32.height(); ++y) {
+        // One more round without input finishes the stream.
+        const bool bFinish = y == rgb32.height();
+        if (!bFinish)
             vxsPackRgbRow(rgb32, y, reinterpret_cast<uchar*>(row.data()));
         stream.next_in = reinterpret_cast<Bytef*>(row.data());
-        stream.avail_in = bLast ? 0 : uInt(row.size());
+        stream.avail_in = bFinish ? 0 : uInt(row.size());
+        // Until deflate leaves room in the chunk, it has more output for the row.
         do {
             stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
             stream.avail_out = uInt(chunk.size());
-            nResult = deflate(&stream, bLast ? Z_FINISH : Z_NO_FLUSH);
+            nResult = deflate(&stream, bFinish ? Z_FINISH : Z_NO_FLUSH);
+            if (nResult == Z_STREAM_ERROR)
+                return eSTATUS_WRITE_FAILED;
             compressed.append(chunk.constData(), chunk.size() - int(stream.avail_out));
-        } while (stream.avail_out == 0 && (nResult == Z_OK || nResult == Z_BUF_ERROR));
-        if (nResult == Z_BUF_ERROR)
-            nResult = Z_OK; // no progress possible means all input was taken
+        } while (stream.avail_out == 0);
     }
-    deflateEnd(&stream);
-    return nResult == Z_STREAM_END;
+    return nResult == Z_STREAM_END ? eSTATUS_SUCCESS : eSTATUS_WRITE_FAILED;
 }
 
 // ASCII85 with "z" for zero groups and the "~>" end marker, in short lines. A line never
@@ -124,8 +128,9 @@ tag_estatus CVXSEpsImageWriter::encode(const QImage& image, QByteArray& data) co
 {
     const QImage rgb32 = image.convertToFormat(QImage::Format_RGB32);
     QByteArray compressed;
-    if (!deflateRows(rgb32, compressed))
-        return eSTATUS_WRITE_FAILED;
+    const tag_estatus deflated = deflateRows(rgb32, compressed);
+    if (deflated != eSTATUS_SUCCESS)
+        return deflated;
     // ASCII85 makes 5 characters of 4 bytes, plus line breaks.
     const qint64 nEncodedSize = compressed.size() / 4 * 5 + compressed.size() / 4 * 5 / kAscii85LineLength + 64;
     if (nEncodedSize + 4096 > std::numeric_limits<int>::max())
