@@ -259,7 +259,8 @@ void TestHostExporter::writesAndReadsBack()
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(fileName);
-    const QImage image = gradientImage();
+    // JPEG's loss is only small on smooth pictures; lossless formats get the hard edges too.
+    const QImage image = tolerance == 0 ? structuredImage() : gradientImage();
 
     QCOMPARE(save(image, strPath), eSTATUS_SUCCESS);
 
