@@ -9,7 +9,6 @@
 #include <zlib.h>
 
 #include <limits>
-#include <new>
 
 namespace {
 
@@ -131,12 +130,15 @@ tag_estatus CVXSEpsImageWriter::encode(const QImage& image, QByteArray& data) co
     const tag_estatus deflated = deflateRows(rgb32, compressed);
     if (deflated != eSTATUS_SUCCESS)
         return deflated;
-    // ASCII85 makes 5 characters of 4 bytes, plus line breaks.
-    const qint64 nEncodedSize = compressed.size() / 4 * 5 + compressed.size() / 4 * 5 / kAscii85LineLength + 64;
-    if (nEncodedSize + 4096 > std::numeric_limits<int>::max())
+    // ASCII85 makes 5 characters of 4 bytes; each line adds a break and may add a space.
+    const qint64 nCharacters = (qint64(compressed.size()) + 3) / 4 * 5;
+    const qint64 nEncodedSize = nCharacters + 2 * (nCharacters / kAscii85LineLength + 1) + 3;
+    const QByteArray head = header(image.size());
+    const qint64 nFileSize = head.size() + nEncodedSize + qint64(qstrlen(kTrailer));
+    if (nFileSize > std::numeric_limits<int>::max())
         return eSTATUS_IMAGE_TOO_LARGE;
-    data = header(image.size());
-    data.reserve(data.size() + int(nEncodedSize) + 64);
+    data = head;
+    data.reserve(int(nFileSize));
     appendAscii85(compressed, data);
     data.append(kTrailer);
     return eSTATUS_SUCCESS;
