@@ -13,6 +13,17 @@ PACKAGES=(
     libqt5svg5-dev
     qt5-image-formats-plugins
     fonts-dejavu-core
+    # The host's image exporter: DICOM and the zlib stream inside EPS.
+    libdcmtk-dev
+    zlib1g-dev
+    # Independent readers that check what we write: each export format, printed PDF pages.
+    dcmtk
+    dicom3tools
+    emf2svg
+    ghostscript
+    libtiff-tools
+    librsvg2-bin
+    libwmf-bin
     poppler-utils
 )
 

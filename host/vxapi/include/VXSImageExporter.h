@@ -6,7 +6,8 @@
 #include <QImage>
 #include <QString>
 
-// Writes raster images to files. The format follows the file name's suffix.
+// Writes raster images to files. The format follows the file name's suffix: bmp, jpg
+// (or jpeg), png, tif (or tiff), eps, emf, wmf and dcm, all from the same raster.
 // Writes are atomic: the file appears whole or not at all, and a failed write
 // leaves an existing file untouched.
 class VXAPI_EXPORT CVXSImageExporter

@@ -1,57 +1,59 @@
 #include "VXSImageExporter.h"
 
-#include <QBuffer>
+#include "VXSDicomImageWriter.h"
+#include "VXSEmfImageWriter.h"
+#include "VXSEpsImageWriter.h"
+#include "VXSQtImageWriter.h"
+#include "VXSWmfImageWriter.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QImageWriter>
 #include <QRandomGenerator>
 
 #include <cerrno>
-#include <climits>
 #include <fcntl.h>
+#include <memory>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-// libjpeg refuses larger images (JPEG_MAX_DIMENSION).
-constexpr int kJpegMaxSide = 65500;
-// libpng's default limit for width and height (PNG_USER_WIDTH_MAX, PNG_USER_HEIGHT_MAX).
-constexpr int kPngMaxSide = 1000000;
 constexpr int kTemporaryNameAttempts = 16;
 
-// The Qt image writer for a file suffix, empty when this build cannot write it.
-QByteArray writerFormatFor(const QString& strSuffix)
+// The writer for a file suffix, none when this build cannot write it.
+std::unique_ptr<CVXSImageWriter> writerFor(const QString& strSuffix)
 {
-    static const QHash<QString, QByteArray> formats = {
+    static const QHash<QString, QByteArray> qtFormats = {
         {QStringLiteral("bmp"), "bmp"},   {QStringLiteral("jpg"), "jpeg"},
         {QStringLiteral("jpeg"), "jpeg"}, {QStringLiteral("png"), "png"},
         {QStringLiteral("tif"), "tiff"},  {QStringLiteral("tiff"), "tiff"},
     };
-    const QByteArray format = formats.value(strSuffix.toLower());
-    return QImageWriter::supportedImageFormats().contains(format) ? format : QByteArray();
+    const QString strLower = strSuffix.toLower();
+    const QByteArray qtFormat = qtFormats.value(strLower);
+    if (!qtFormat.isEmpty())
+        return CVXSQtImageWriter::canWrite(qtFormat) ? std::make_unique<CVXSQtImageWriter>(qtFormat) : nullptr;
+    if (strLower == QLatin1String("dcm"))
+        return std::make_unique<CVXSDicomImageWriter>();
+    if (strLower == QLatin1String("eps"))
+        return std::make_unique<CVXSEpsImageWriter>();
+    if (strLower == QLatin1String("emf"))
+        return std::make_unique<CVXSEmfImageWriter>();
+    if (strLower == QLatin1String("wmf"))
+        return std::make_unique<CVXSWmfImageWriter>();
+    return nullptr;
 }
 
-// BMP and TIFF hold whatever fits into a QImage.
-int maxSideFor(const QByteArray& format)
+// Writers report running out of memory by std::bad_alloc, from Qt's containers or their own.
+tag_estatus encode(const CVXSImageWriter& writer, const QImage& image, QByteArray& data)
 {
-    if (format == "jpeg")
-        return kJpegMaxSide;
-    if (format == "png")
-        return kPngMaxSide;
-    return INT_MAX;
-}
-
-tag_estatus encode(const QImage& image, const QByteArray& format, QByteArray& data)
-{
-    QBuffer buffer(&data);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, format);
-    if (writer.write(image))
-        return eSTATUS_SUCCESS;
-    return writer.error() == QImageWriter::UnsupportedFormatError ? eSTATUS_UNSUPPORTED_FORMAT
-                                                                   : eSTATUS_WRITE_FAILED;
+    try {
+        return writer.encode(image, data);
+    } catch (const std::bad_alloc&) {
+        data.clear();
+        return eSTATUS_OUT_OF_MEMORY;
+    }
 }
 
 tag_estatus statusFromErrno(int nError)
@@ -71,6 +73,8 @@ tag_estatus statusFromErrno(int nError)
     case EISDIR:
     case ENAMETOOLONG:
         return eSTATUS_INVALID_PATH;
+    case ENOMEM:
+        return eSTATUS_OUT_OF_MEMORY;
     default:
         return eSTATUS_WRITE_FAILED;
     }
@@ -177,13 +181,11 @@ tag_estatus CVXSImageExporter::saveImage(QImage& image, QString& strFilePath)
         return eSTATUS_NULL_IMAGE;
     if (strFilePath.isEmpty())
         return eSTATUS_INVALID_PATH;
-    const QByteArray format = writerFormatFor(QFileInfo(strFilePath).suffix());
-    if (format.isEmpty())
+    const std::unique_ptr<CVXSImageWriter> pWriter = writerFor(QFileInfo(strFilePath).suffix());
+    if (!pWriter)
         return eSTATUS_UNSUPPORTED_FORMAT;
-    if (qMax(image.width(), image.height()) > maxSideFor(format))
-        return eSTATUS_IMAGE_TOO_LARGE;
     QByteArray data;
-    const tag_estatus encoded = encode(image, format, data);
+    const tag_estatus encoded = encode(*pWriter, image, data);
     if (encoded != eSTATUS_SUCCESS)
         return encoded;
     return statusFromErrno(writeFile(strFilePath, data));
@@ -191,5 +193,5 @@ tag_estatus CVXSImageExporter::saveImage(QImage& image, QString& strFilePath)
 
 bool CVXSImageExporter::isWritableSuffix(const QString& strSuffix)
 {
-    return !writerFormatFor(strSuffix).isEmpty();
+    return writerFor(strSuffix) != nullptr;
 }

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "VXSImageWriter.h"
+
+// Enhanced Metafile: a header, the raster as one EMR_STRETCHDIBITS record with a 24-bit
+// bitmap, and the end-of-file record. STRETCHDIBITS rather than SETDIBITSTODEVICE because
+// more readers draw it.
+class CVXSEmfImageWriter : public CVXSImageWriter
+{
+public:
+    tag_estatus encode(const QImage& image, QByteArray& data) const override;
+};

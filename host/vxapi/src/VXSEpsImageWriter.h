@@ -1,0 +1,11 @@
+#pragma once
+
+#include "VXSImageWriter.h"
+
+// Encapsulated PostScript (DSC 3.0, EPSF-3.0) holding the raster as one RGB image,
+// Flate-compressed and ASCII85-encoded. One pixel is one point.
+class CVXSEpsImageWriter : public CVXSImageWriter
+{
+public:
+    tag_estatus encode(const QImage& image, QByteArray& data) const override;
+};

@@ -1,0 +1,3 @@
+#include "VXSImageWriter.h"
+
+CVXSImageWriter::~CVXSImageWriter() = default;
