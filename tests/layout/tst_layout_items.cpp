@@ -1,3 +1,6 @@
+#include "LayoutFixture.h"
+#include "SolidImage.h"
+
 #include <VXGeometry.h>
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>
@@ -20,22 +23,13 @@ const QColor Background(255, 0, 0);
 
 QImage canvas(int width = 200, int height = 120)
 {
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(Background);
-    return image;
+    return solidImage(QSize(width, height), Background);
 }
 
 void paintItem(QGraphicsItem* pItem, QImage* pCanvas)
 {
     QPainter painter(pCanvas);
     pItem->paint(&painter, nullptr, nullptr);
-}
-
-QImage solid(QSize size, QColor color)
-{
-    QImage image(size, QImage::Format_ARGB32);
-    image.fill(color);
-    return image;
 }
 
 // Number of pixels in the rectangle that differ from the background.
@@ -67,8 +61,7 @@ QPair<int, int> inkColumns(const QImage& image)
 // Left half red, right half blue: tells upright from mirrored.
 QImage twoToneImage()
 {
-    QImage image(40, 20, QImage::Format_ARGB32);
-    image.fill(Qt::blue);
+    QImage image = solidImage(QSize(40, 20), Qt::blue);
     QPainter(&image).fillRect(0, 0, 20, 20, Qt::green);
     return image;
 }
@@ -136,19 +129,15 @@ private slots:
 
 void TestLayoutItems::typeIds_data()
 {
-    QTest::addColumn<int>("expected");
-    QTest::newRow("image") << 32784;
-    QTest::newRow("text") << 32800;
-    QTest::newRow("ellipse") << 32817;
-    QTest::newRow("rectangle") << 32818;
-    QTest::newRow("arrow") << 32820;
-    QTest::newRow("grid") << 32822;
+    LayoutFixture::addItemKindRows();
+    QTest::newRow("grid") << QByteArray("grid");
 }
 
 void TestLayoutItems::typeIds()
 {
-    QFETCH(int, expected);
-    const QByteArray kind = QTest::currentDataTag();
+    QFETCH(QByteArray, kind);
+    const QMap<QByteArray, int> typeIds = {{"image", 32784},     {"text", 32800},  {"ellipse", 32817},
+                                           {"rectangle", 32818}, {"arrow", 32820}, {"grid", 32822}};
     std::unique_ptr<QGraphicsItem> item;
     if (kind == "image")
         item.reset(new CVXSLayoutItemImage(QImage(4, 4, QImage::Format_ARGB32)));
@@ -163,7 +152,7 @@ void TestLayoutItems::typeIds()
     else
         item.reset(new CVXSLayoutItemGrid());
     QVERIFY(!item->scene());
-    QCOMPARE(item->type(), expected);
+    QCOMPARE(item->type(), typeIds.value(kind));
     // Items set no flags, no z value and no parent of their own.
     QCOMPARE(item->flags(), QGraphicsItem::GraphicsItemFlags());
     QCOMPARE(item->zValue(), 0.0);
@@ -409,7 +398,7 @@ void TestLayoutItems::narrowRectangleIsDrawnInverted()
 void TestLayoutItems::ellipseHidesWhatLiesBeneath()
 {
     QGraphicsScene scene(0, 0, 200, 120);
-    auto* pImage = new CVXSLayoutItemImage(solid(QSize(200, 120), Qt::magenta));
+    auto* pImage = new CVXSLayoutItemImage(solidImage(QSize(200, 120), Qt::magenta));
     scene.addItem(pImage);
     pImage->setRect(0, 0, 200, 120);
     auto* pEllipse = new CVXSLayoutItemEllipse(40, 20, 120, 80);

@@ -1,4 +1,5 @@
 #include "LayoutFixture.h"
+#include "SolidImage.h"
 #include "MessageBoxAnswer.h"
 #include "WidgetLeaks.h"
 
@@ -415,7 +416,7 @@ void TestLayoutManager::extremeImagesDoNotBreakPlacement()
     QFETCH(QRectF, expected);
     LayoutFixture layout(QSize(1000, 500));
     layout.chooseStyle(style);
-    const QImage image = imageSize.isEmpty() ? QImage() : LayoutFixture::solidImage(imageSize, Qt::gray);
+    const QImage image = imageSize.isEmpty() ? QImage() : solidImage(imageSize, Qt::gray);
     auto* pItem = new CVXSLayoutItemImage(image, nullptr);
     layout.scene()->addItem(pItem);
     QCOMPARE(layout.manager()->addImageItem(pItem, true), 0);
