@@ -117,10 +117,13 @@ private slots:
     void rectangleResizedThroughOppositeCornerIsNormalised();
     void resizeByHandle_data();
     void resizeByHandle();
+    void collapsedImageStaysPickable_data();
+    void collapsedImageStaysPickable();
     void arrowEndsFollowTheirHandles();
     void imageInCellIsNotResized();
     void imageSnapsToCellAndFitsOnRelease();
     void imageDraggedFromCellZeroToCellThree();
+    void droppedThinImageStaysVisible();
     void targetCellSurvivesLeavingTheCell();
     void deleteFreesTheImagesCell();
     void deleteWithNothingSelected();
@@ -544,6 +547,47 @@ void TestLayoutView::resizeByHandle()
     QCOMPARE(layout.view()->currentItem(), pItem);
 }
 
+void TestLayoutView::collapsedImageStaysPickable_data()
+{
+    QTest::addColumn<int>("handleNumber");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<QRectF>("expected");
+    // The image is (200, 150, 120, 80); its handle is dragged onto the opposite edge.
+    QTest::newRow("bottom-right onto the top-left corner") << 3 << QPoint(200, 150) << QRectF(200, 150, 1, 1);
+    QTest::newRow("top-left onto the bottom-right corner") << 1 << QPoint(320, 230) << QRectF(319, 229, 1, 1);
+    QTest::newRow("top-right onto the left edge") << 2 << QPoint(200, 100) << QRectF(200, 100, 1, 130);
+    QTest::newRow("bottom-left onto the top edge") << 4 << QPoint(150, 150) << QRectF(150, 150, 170, 1);
+}
+
+// A handle drag leaves an image at least one pixel a side, so it can still be picked and
+// deleted.
+void TestLayoutView::collapsedImageStaysPickable()
+{
+    QFETCH(int, handleNumber);
+    QFETCH(QPoint, to);
+    QFETCH(QRectF, expected);
+    LayoutFixture layout;
+    QGraphicsItem* pImage = layout.addItem("image", QRectF(200, 150, 120, 80));
+    layout.press(QPoint(260, 190));
+    layout.release(QPoint(260, 190));
+    const QPoint from = handleCentre(layout.view(), handleNumber);
+    layout.press(from);
+    layout.move((from + to) / 2);
+    layout.move(to);
+    QCOMPARE(itemRect(pImage), expected);
+    layout.release(to);
+    QCOMPARE(itemRect(pImage), expected);
+
+    layout.press(QPoint(600, 400));
+    layout.release(QPoint(600, 400));
+    QCOMPARE(layout.view()->currentItem(), nullptr);
+    layout.press(expected.topLeft().toPoint());
+    layout.release(expected.topLeft().toPoint());
+    QCOMPARE(layout.view()->currentItem(), pImage);
+    layout.keyClick(Qt::Key_Delete);
+    QCOMPARE(layout.scene()->items().count(), VXSLayout::AuxiliaryItemCount);
+}
+
 void TestLayoutView::arrowEndsFollowTheirHandles()
 {
     LayoutFixture layout;
@@ -628,6 +672,37 @@ void TestLayoutView::imageDraggedFromCellZeroToCellThree()
     QCOMPARE(pImage->rect(), QRectF(550, 275, 401, 200));
     QCOMPARE(emitted(selection), (Emissions{pImage, pImage}));
     QCOMPARE(layout.manager()->getFirstEmptyCell(true), 0);
+}
+
+// A free image dropped into a smaller cell is fitted to one pixel rather than to nothing,
+// and gives its cell back when the layout goes free.
+void TestLayoutView::droppedThinImageStaysVisible()
+{
+    LayoutFixture layout(QSize(1000, 500));
+    layout.chooseStyle(Layout4x4);
+    for (int i = 0; i < 16; ++i)
+        layout.pasteImage(QSize(30, 20));
+    // No cell is left: the profile is placed freely, 375 x 1, at (250, 218).
+    CVXSLayoutItemImage* pProfile = layout.pasteImage(QSize(506, 2));
+    QCOMPARE(pProfile->rect(), QRectF(250, 218, 375, 1));
+    QCOMPARE(pProfile->getCellIndex(), -1);
+
+    // Free cell 5, (280, 140) .. (480, 240), and drop the profile there: 0.54 pixels high
+    // when fitted exactly.
+    layout.press(QPoint(380, 190));
+    layout.release(QPoint(380, 190));
+    QCOMPARE(layout.view()->currentItem()->type(), int(VXSLayout::ImageItemType));
+    layout.keyClick(Qt::Key_Delete);
+    QCOMPARE(layout.manager()->cellUseCount(5), 0);
+    layout.drag(QPoint(260, 218), QPoint(380, 190));
+    QCOMPARE(pProfile->getCellIndex(), 5);
+    QCOMPARE(pProfile->rect(), QRectF(280, 190, 201, 1));
+    QCOMPARE(layout.manager()->cellUseCount(5), 1);
+
+    layout.chooseStyle(FreeStyle);
+    QCOMPARE(pProfile->getCellIndex(), -1);
+    for (int cell = 0; cell < 16; ++cell)
+        QCOMPARE(layout.manager()->cellUseCount(cell), 0);
 }
 
 void TestLayoutView::targetCellSurvivesLeavingTheCell()

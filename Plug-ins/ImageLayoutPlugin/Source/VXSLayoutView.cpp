@@ -48,6 +48,28 @@ QRectF withCornerAt(QRectF rect, int nHandle, const QPointF& point)
     return rect;
 }
 
+// The rectangle with the handle's corner pulled back, where needed, to one pixel from the
+// opposite corner: an image must never shrink to nothing, or it could no longer be seen,
+// picked or deleted.
+QRectF withVisibleSize(QRectF rect, int nHandle)
+{
+    const bool bLeftMoves = nHandle == 1 || nHandle == 4;
+    const bool bTopMoves = nHandle == 1 || nHandle == 2;
+    if (std::abs(rect.width()) < 1) {
+        if (bLeftMoves)
+            rect.setLeft(rect.right() - 1);
+        else
+            rect.setRight(rect.left() + 1);
+    }
+    if (std::abs(rect.height()) < 1) {
+        if (bTopMoves)
+            rect.setTop(rect.bottom() - 1);
+        else
+            rect.setBottom(rect.top() + 1);
+    }
+    return rect;
+}
+
 // The rectangle spanned by the press point and the pointer, with positive size.
 QRectF spannedRect(const QPointF& press, const QPointF& pointer)
 {
@@ -462,7 +484,9 @@ void CVXSLayoutView::resizeSelected(const QPointF& point)
     case RectangleItemType:
     case EllipseItemType:
     case TextItemType: {
-        const QRectF rect = withCornerAt(itemRect(pItem), m_activeHandle, point);
+        QRectF rect = withCornerAt(itemRect(pItem), m_activeHandle, point);
+        if (pItem->type() == ImageItemType)
+            rect = withVisibleSize(rect, m_activeHandle);
         updateScene(rect);
         setItemRect(pItem, rect);
         updateScene(rect);
