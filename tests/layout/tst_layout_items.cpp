@@ -11,6 +11,8 @@
 #include <VXSLayoutPens.h>
 
 #include <QGraphicsScene>
+#include <QPaintDevice>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QtTest>
 
@@ -30,6 +32,73 @@ void paintItem(QGraphicsItem* pItem, QImage* pCanvas)
 {
     QPainter painter(pCanvas);
     pItem->paint(&painter, nullptr, nullptr);
+}
+
+// A paint device that keeps the filled polygons painted on it, in painting order, and
+// draws nothing else: it shows exactly which head polygons an arrow painted.
+class CPolygonRecorder : public QPaintDevice, public QPaintEngine
+{
+public:
+    CPolygonRecorder()
+        : QPaintEngine(QPaintEngine::AllFeatures)
+    {
+    }
+
+    QList<QPolygon> polygons() const { return m_polygons; }
+
+    QPaintEngine* paintEngine() const override { return const_cast<CPolygonRecorder*>(this); }
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState&) override {}
+    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+    void drawPolygon(const QPoint* pPoints, int nCount, PolygonDrawMode mode) override
+    {
+        if (mode != PolylineMode)
+            m_polygons << QPolygon(QVector<QPoint>(pPoints, pPoints + nCount));
+    }
+    void drawPolygon(const QPointF* pPoints, int nCount, PolygonDrawMode mode) override
+    {
+        if (mode != PolylineMode)
+            m_polygons << QPolygonF(QVector<QPointF>(pPoints, pPoints + nCount)).toPolygon();
+    }
+    Type type() const override { return User; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth:
+        case PdmHeight:
+            return 200;
+        case PdmDpiX:
+        case PdmDpiY:
+        case PdmPhysicalDpiX:
+        case PdmPhysicalDpiY:
+            return 96;
+        case PdmDepth:
+            return 32;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(QPaintDevice::devicePixelRatioFScale());
+        default:
+            return 0;
+        }
+    }
+
+private:
+    QList<QPolygon> m_polygons;
+};
+
+// The head polygons the arrow stores when painted: start head first, then end head (both
+// heads drawn, so that both show).
+QList<QPolygon> paintedHeads(CVXSLayoutItemArrow* pArrow)
+{
+    CPolygonRecorder recorder;
+    QPainter painter(&recorder);
+    pArrow->paint(&painter, nullptr, nullptr);
+    painter.end();
+    return recorder.polygons();
 }
 
 // Number of pixels in the rectangle that differ from the background.
@@ -122,6 +191,7 @@ private slots:
     void arrowHeadPolygon_data();
     void arrowHeadPolygon();
     void coincidentArrowHeadsCollapse();
+    void arrowHeadsStartOff();
     void arrowWithEndHeadOnly();
     void arrowHitAreaNeedsAPaint();
     void rotatePointByNinetyDegrees();
@@ -471,11 +541,37 @@ void TestLayoutItems::arrowHeadPolygon()
 
 void TestLayoutItems::coincidentArrowHeadsCollapse()
 {
-    std::unique_ptr<CVXSLayoutItemArrow> arrow(newArrow(QPoint(40, 40), QPoint(40, 40), true, true));
+    // Painted once with its points apart, the arrow holds real heads and can be hit.
+    std::unique_ptr<CVXSLayoutItemArrow> arrow(newArrow(QPoint(40, 40), QPoint(140, 40), true, true));
+    const QList<QPolygon> apart = paintedHeads(arrow.get());
+    QCOMPARE(apart.count(), 2);
+    QCOMPARE(apart[0], arrow->headPolygon(40, 40, 140, 40));
+    QCOMPARE(apart[1], arrow->headPolygon(140, 40, 40, 40));
+    QVERIFY(arrow->containsPoint(QPoint(90, 40)));
+
+    // Painted again with both points on one spot, both stored heads collapse to it and
+    // the hit test built from them takes nothing, not even that spot.
+    arrow->setEndPoint(40, 40);
+    const QPolygon point({QPoint(40, 40), QPoint(40, 40), QPoint(40, 40)});
+    QCOMPARE(paintedHeads(arrow.get()), (QList<QPolygon>{point, point}));
+    for (const QPoint& probe : {QPoint(40, 40), QPoint(41, 40), QPoint(90, 40), QPoint(140, 40)})
+        QVERIFY2(!arrow->containsPoint(probe), qPrintable(QStringLiteral("%1, %2").arg(probe.x()).arg(probe.y())));
+}
+
+void TestLayoutItems::arrowHeadsStartOff()
+{
+    CVXSLayoutItemArrow arrow(20, 60, 160, 0);
+    QVERIFY(!arrow.hasStartHead());
+    QVERIFY(!arrow.hasEndHead());
+    // Painted before anyone chose heads: a plain line, no head filled at either end.
+    arrow.setStartPoint(20, 60);
+    arrow.setEndPoint(180, 60);
+    arrow.setHeadLength(10.0);
+    arrow.setHeadWidthRatio(0.75);
     QImage image = canvas();
-    paintItem(arrow.get(), &image);
-    const QPolygon head = arrow->headPolygon(40, 40, 40, 40);
-    QCOMPARE(head, QPolygon({QPoint(40, 40), QPoint(40, 40), QPoint(40, 40)}));
+    paintItem(&arrow, &image);
+    QCOMPARE(inkIn(image, QRect(26, 54, 1, 13)), 1);
+    QCOMPARE(inkIn(image, QRect(174, 54, 1, 13)), 1);
 }
 
 void TestLayoutItems::arrowWithEndHeadOnly()

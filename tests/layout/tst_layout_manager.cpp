@@ -1,7 +1,7 @@
 #include "LayoutFixture.h"
-#include "SolidImage.h"
 #include "MessageBoxAnswer.h"
 #include "MessageBoxCounter.h"
+#include "SolidImage.h"
 #include "WidgetLeaks.h"
 
 #include <VXSLayoutItemArrow.h>
@@ -82,6 +82,7 @@ private slots:
     void thinImagesStayVisibleInTheirCell();
     void relayoutKeepsThinImagesVisible();
     void styleChangeKeepsCellIndices();
+    void windowNeverPlacedIsDeletedWithTheManager();
     void styleChangeMovesImageToLowerEmptyCell();
     void styleChangeRehomesImageWithoutCell();
     void styleChangeRefusedWithTooManyImages();
@@ -464,6 +465,23 @@ void TestLayoutManager::relayoutKeepsThinImagesVisible()
     layout.chooseStyle(FreeStyle);
     QCOMPARE(pImage->getCellIndex(), -1);
     QCOMPARE(layout.manager()->cellUseCount(0), 0);
+}
+
+// A window no workspace ever took has no sub-window to delete it: the manager deletes
+// the window itself, and with it the view.
+void TestLayoutManager::windowNeverPlacedIsDeletedWithTheManager()
+{
+    QPointer<CVXSLayoutWindow> pWindow;
+    QPointer<CVXSLayoutView> pView;
+    {
+        CVXSLayoutManager manager;
+        pWindow = manager.getLayoutWindow();
+        pView = manager.getLayoutView();
+        QVERIFY(pWindow && !pWindow->parentWidget());
+        QVERIFY(pView);
+    }
+    QVERIFY(pWindow.isNull());
+    QVERIFY(pView.isNull());
 }
 
 void TestLayoutManager::styleChangeKeepsCellIndices()

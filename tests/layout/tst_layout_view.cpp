@@ -165,6 +165,11 @@ void TestLayoutView::freshViewHasItsAuxiliaryItems()
     }
     QCOMPARE(handles, 4);
     QCOMPARE(cells, 16);
+    // No cell frame shows before a layout style is chosen.
+    for (QGraphicsItem* pItem : layout.scene()->items()) {
+        if (pItem->type() == 32822)
+            QVERIFY(!pItem->isVisible());
+    }
     QVERIFY(highlight(pView));
     QVERIFY(!highlight(pView)->isVisible());
     for (int n = 1; n <= 4; ++n) {
@@ -256,28 +261,46 @@ void TestLayoutView::pressOnHandleKeepsSelection()
 void TestLayoutView::pressAndReleaseWithToolCreatesNothing_data()
 {
     QTest::addColumn<QByteArray>("tool");
-    QTest::newRow("rectangle") << QByteArray("m_pDrawRectAction");
-    QTest::newRow("ellipse") << QByteArray("m_pDrawEllipseAction");
-    QTest::newRow("line") << QByteArray("line");
-    QTest::newRow("double arrow") << QByteArray("double");
+    QTest::addColumn<bool>("earlierSelection");
+    const QList<QByteArray> tools = {"m_pDrawRectAction", "m_pDrawEllipseAction", "line", "single arrow",
+                                     "double arrow"};
+    for (const QByteArray& tool : tools) {
+        QTest::addRow("%s, nothing selected", tool.constData()) << tool << false;
+        QTest::addRow("%s, an image selected before", tool.constData()) << tool << true;
+    }
 }
 
 void TestLayoutView::pressAndReleaseWithToolCreatesNothing()
 {
     QFETCH(QByteArray, tool);
+    QFETCH(bool, earlierSelection);
     LayoutFixture layout;
+    CVXSLayoutItemImage* pSelected = nullptr;
+    if (earlierSelection) {
+        pSelected = layout.pasteImage(QSize(200, 100));
+        layout.press(QPoint(400, 200));
+        layout.release(QPoint(400, 200));
+        QCOMPARE(layout.view()->currentItem(), pSelected);
+    }
+    const int itemsBefore = layout.scene()->items().count();
+    const int topZBefore = layout.view()->topZ();
     if (tool == "line")
         layout.chooseArrowTool(VXSLayout::LineTool);
-    else if (tool == "double")
+    else if (tool == "single arrow")
+        layout.chooseArrowTool(VXSLayout::SingleArrowTool);
+    else if (tool == "double arrow")
         layout.chooseArrowTool(VXSLayout::DoubleArrowTool);
     else
         layout.triggerAction(tool.constData());
     QSignalSpy selection(layout.view(), &CVXSLayoutView::selectionChanged);
-    layout.press(QPoint(200, 150));
-    layout.release(QPoint(200, 150));
-    QCOMPARE(layout.scene()->items().count(), 21);
+    layout.press(QPoint(100, 420));
     QCOMPARE(selection.count(), 0);
-    QCOMPARE(layout.view()->topZ(), 25);
+    layout.release(QPoint(100, 420));
+    QCOMPARE(layout.scene()->items().count(), itemsBefore);
+    QCOMPARE(layout.view()->topZ(), topZBefore);
+    QCOMPARE(layout.view()->currentItem(), pSelected);
+    // The release announces the selection it found, once: the earlier one, if any.
+    QCOMPARE(emitted(selection), earlierSelection ? Emissions{pSelected} : Emissions{});
 }
 
 void TestLayoutView::drawingLeavesSelectionToTheRelease()
@@ -472,6 +495,8 @@ void TestLayoutView::arrowMovesBothPoints()
     layout.drag(QPoint(200, 100), QPoint(260, 340), 5);
     QCOMPARE(startPoint(pArrow), QPoint(160, 340));
     QCOMPARE(endPoint(pArrow), QPoint(360, 340));
+    // The rectangle follows the points, with room for the heads, however often it moved.
+    QCOMPARE(pArrow->rect(), QRectF(QPointF(120, 300), QPointF(400, 380)));
     // Picked again at its new place.
     layout.press(QPoint(50, 50));
     QCOMPARE(layout.view()->currentItem(), nullptr);
