@@ -17,7 +17,6 @@
 #include <QMouseEvent>
 #include <QResizeEvent>
 
-#include <algorithm>
 #include <cmath>
 
 using namespace VXSLayout;
