@@ -1,6 +1,6 @@
-#include "SolidImage.h"
 #include "HostFixture.h"
 #include "MessageBoxCounter.h"
+#include "SolidImage.h"
 #include "TestImageFiles.h"
 
 #include "MessageBoxAnswer.h"
