@@ -1,6 +1,7 @@
 #include "FileDialogAnswer.h"
 #include "LayoutFixture.h"
 #include "MessageBoxAnswer.h"
+#include "SolidImage.h"
 #include "WidgetLeaks.h"
 
 #include <VXPreference.h>
@@ -242,7 +243,7 @@ void TestLayoutOutput::shapesAreBlackOnWhiteAndCover()
 {
     QFETCH(QByteArray, kind);
     // A red image beneath a shape that shows in colour on screen.
-    auto* pImage = new CVXSLayoutItemImage(LayoutFixture::solidImage(QSize(200, 200), Qt::red));
+    auto* pImage = new CVXSLayoutItemImage(solidImage(QSize(200, 200), Qt::red));
     m_pFixture->scene()->addItem(pImage);
     m_pFixture->manager()->addImageItem(pImage, true);
     const QRectF shape = pImage->rect().adjusted(20, 20, -20, -20);
@@ -268,7 +269,7 @@ void TestLayoutOutput::shapesAreBlackOnWhiteAndCover()
 
 void TestLayoutOutput::imageFillsItsFrameInset()
 {
-    auto* pImage = new CVXSLayoutItemImage(LayoutFixture::solidImage(QSize(100, 50), Qt::blue));
+    auto* pImage = new CVXSLayoutItemImage(solidImage(QSize(100, 50), Qt::blue));
     m_pFixture->scene()->addItem(pImage);
     pImage->setRect(100, 100, 100, 50);
     const QImage rendered = m_pFixture->manager()->renderLayoutImage(4.0);
