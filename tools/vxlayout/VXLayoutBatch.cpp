@@ -60,7 +60,6 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
     if (!readImages(options.inputPaths(), images))
         return false;
     placeImages(images);
-    images.clear();
     return exportPage(options.exportPath());
 }
 
