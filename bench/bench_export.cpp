@@ -1,0 +1,524 @@
+// Measures how fast and how well a full page of large, detailed images is exported.
+//
+// "Layout 4x4" on a 1000 x 800 page is filled with 16 generated 2048 x 2048 colour images
+// (a zone plate, sharp-edged checks and bars, colour gradients and noise, one quadrant
+// each, different in every image), and in one run:
+// 1. our PNG export, from the filled layout to the file on disk (the 4004 x 3204 page),
+//    is timed against the encode floor: vips pngsave of the same page, saved losslessly
+//    first, at the same zlib level;
+// 2. vxlayout, from the 16 PNG files to the PNG on disk, is timed against ImageMagick's
+//    montage of the same files into the same page size, and the files are compared by size;
+// 3. the peak resident memory of vxlayout is compared with the memory the 16 decoded
+//    sources and the page take;
+// 4. every exported cell is compared (PSNR) with a Lanczos-3 reduction of its source.
+// Times are medians of several runs. Every figure is printed with its target; the exit
+// status is 1 when a target is missed or a figure could not be measured.
+//
+// Run offscreen:  QT_QPA_PLATFORM=offscreen build/bin/bench_export [--runs N] [--no-area-reduction]
+// --no-area-reduction reduces the sources by picking pixels instead (before they are put
+// into the layout), to show that the quality check fails on aliasing.
+// Needs vips (Debian package libvips-tools) and montage (imagemagick) on the PATH.
+
+#include <VXSImageExporter.h>
+#include <VXSLayoutItemImage.h>
+#include <VXSLayoutManager.h>
+#include <VXSLayoutView.h>
+#include <VXSLayoutWindow.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QLoggingCategory>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtConcurrent>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <numeric>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr int Layout4x4 = 8;
+constexpr int SourceCount = 16;
+constexpr int SourceSide = 2048;
+constexpr double ExportScale = 4.0;
+const QSize SceneSize(1000, 800);
+// The view keeps its scene this much smaller than itself.
+const QSize ViewSize = SceneSize + QSize(4, 4);
+// Qt's PNG writer leaves zlib at its default level.
+constexpr int ZlibLevel = 6;
+
+constexpr double FloorTarget = 1.5;
+constexpr double MontageTimeTarget = 0.35;
+constexpr double MontageSizeTarget = 1.25;
+constexpr double MemoryTarget = 2.0;
+constexpr double PsnrTarget = 30.0;
+
+bool g_bAllMet = true;
+
+void report(const char* pWhat, double value, double target, bool bAtMost, const char* pUnit = "")
+{
+    const bool bMet = bAtMost ? value <= target : value >= target;
+    g_bAllMet = g_bAllMet && bMet;
+    std::printf("  %-58s %8.3f%s (target %s %.2f%s): %s\n", pWhat, value, pUnit, bAtMost ? "<=" : ">=", target,
+                pUnit, bMet ? "met" : "MISSED");
+}
+
+void notMeasured(const char* pWhat, const char* pWhy)
+{
+    g_bAllMet = false;
+    std::printf("  %-58s NOT MEASURED: %s\n", pWhat, pWhy);
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+// Quadrants: a zone plate reaching the sampling limit at its edges, checks and bars with
+// sharp edges, smooth colour gradients, and colour noise around mid grey.
+QImage detailedSource(int variant)
+{
+    QImage image(SourceSide, SourceSide, QImage::Format_RGB32);
+    const int half = SourceSide / 2;
+    const double cx = half / 2.0 + variant * 9;
+    const double cy = half / 2.0 - variant * 7;
+    const double k = M_PI / half;
+    const int check = 5 + variant;
+    QRandomGenerator random(quint32(1000 + variant));
+    for (int y = 0; y < SourceSide; ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < SourceSide; ++x) {
+            const bool bRight = x >= half;
+            const bool bBottom = y >= half;
+            if (!bRight && !bBottom) {
+                const double r2 = (x - cx) * (x - cx) + (y - cy) * (y - cy);
+                const int grey = int(std::lround(127.5 + 127.5 * std::cos(k * r2)));
+                line[x] = qRgb(grey, grey, grey);
+            } else if (bRight && !bBottom) {
+                const bool bDark = ((x / check) + (y / check)) % 2 == 0;
+                const bool bBar = (x + 2 * y) % 61 < 3;
+                line[x] = bBar ? qRgb(220, 30, 30) : bDark ? qRgb(20, 20, 60) : qRgb(240, 240, 200);
+            } else if (!bRight) {
+                line[x] = qRgb(x * 255 / half, (y - half) * 255 / half, (variant * 16 + x / 8) & 255);
+            } else {
+                const quint32 bits = random.generate();
+                line[x] = qRgb(104 + int(bits & 47), 104 + int((bits >> 8) & 47), 104 + int((bits >> 16) & 47));
+            }
+        }
+    }
+    return image;
+}
+
+// ---- Lanczos-3 reduction, the reference for the exported cells ----
+
+struct Taps
+{
+    int first = 0;
+    std::vector<float> weights;
+};
+
+double lanczos3(double x)
+{
+    if (x == 0)
+        return 1;
+    if (std::abs(x) >= 3)
+        return 0;
+    const double px = M_PI * x;
+    return 3 * std::sin(px) * std::sin(px / 3) / (px * px);
+}
+
+// Taps of each output pixel along one axis; the kernel widens with the reduction, and
+// taps beyond the edge are dropped and the rest renormalised.
+std::vector<Taps> lanczosTaps(int source, int target)
+{
+    const double scale = double(source) / target;
+    const double stretch = std::max(1.0, scale);
+    const double support = 3 * stretch;
+    std::vector<Taps> taps(static_cast<size_t>(target));
+    for (int i = 0; i < target; ++i) {
+        const double centre = (i + 0.5) * scale;
+        const int from = std::max(0, int(std::floor(centre - support)));
+        const int to = std::min(source - 1, int(std::ceil(centre + support)));
+        Taps& t = taps[size_t(i)];
+        t.first = from;
+        double sum = 0;
+        for (int s = from; s <= to; ++s) {
+            const double w = lanczos3((s + 0.5 - centre) / stretch);
+            t.weights.push_back(float(w));
+            sum += w;
+        }
+        for (float& w : t.weights)
+            w = float(w / sum);
+    }
+    return taps;
+}
+
+// RGB planes of the source reduced to the size, as floating point.
+std::vector<float> lanczosReduce(const QImage& source, QSize size)
+{
+    const int sw = source.width();
+    const int sh = source.height();
+    const std::vector<Taps> columns = lanczosTaps(sw, size.width());
+    const std::vector<Taps> rows = lanczosTaps(sh, size.height());
+    std::vector<float> across(size_t(size.width()) * sh * 3);
+    for (int y = 0; y < sh; ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(source.constScanLine(y));
+        float* out = &across[size_t(y) * size.width() * 3];
+        for (int x = 0; x < size.width(); ++x) {
+            const Taps& t = columns[size_t(x)];
+            float r = 0, g = 0, b = 0;
+            for (size_t i = 0; i < t.weights.size(); ++i) {
+                const QRgb p = line[t.first + int(i)];
+                r += t.weights[i] * qRed(p);
+                g += t.weights[i] * qGreen(p);
+                b += t.weights[i] * qBlue(p);
+            }
+            out[3 * x] = r;
+            out[3 * x + 1] = g;
+            out[3 * x + 2] = b;
+        }
+    }
+    std::vector<float> result(size_t(size.width()) * size.height() * 3, 0.0f);
+    const size_t stride = size_t(size.width()) * 3;
+    for (int y = 0; y < size.height(); ++y) {
+        const Taps& t = rows[size_t(y)];
+        float* out = &result[y * stride];
+        for (size_t i = 0; i < t.weights.size(); ++i) {
+            const float* in = &across[(t.first + i) * stride];
+            for (size_t c = 0; c < stride; ++c)
+                out[c] += t.weights[i] * in[c];
+        }
+    }
+    return result;
+}
+
+double psnr(const QImage& shown, const std::vector<float>& reference)
+{
+    double squared = 0;
+    for (int y = 0; y < shown.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(shown.constScanLine(y));
+        const float* ref = &reference[size_t(y) * shown.width() * 3];
+        for (int x = 0; x < shown.width(); ++x) {
+            const double dr = qRed(line[x]) - std::clamp(double(ref[3 * x]), 0.0, 255.0);
+            const double dg = qGreen(line[x]) - std::clamp(double(ref[3 * x + 1]), 0.0, 255.0);
+            const double db = qBlue(line[x]) - std::clamp(double(ref[3 * x + 2]), 0.0, 255.0);
+            squared += dr * dr + dg * dg + db * db;
+        }
+    }
+    const double mse = squared / (3.0 * shown.width() * shown.height());
+    return mse == 0 ? 99.0 : 10.0 * std::log10(255.0 * 255.0 / mse);
+}
+
+// ---- Other programs ----
+
+struct ProcessRun
+{
+    double dSeconds = 0;
+    long nMaxRssKiB = 0;
+    bool bOk = false;
+};
+
+// Runs the command with its output discarded; its own peak memory comes from wait4.
+ProcessRun runProcess(const QStringList& command)
+{
+    std::vector<QByteArray> encoded;
+    for (const QString& strArgument : command)
+        encoded.push_back(QFile::encodeName(strArgument));
+    std::vector<char*> argv;
+    for (QByteArray& argument : encoded)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+
+    ProcessRun run;
+    QElapsedTimer timer;
+    timer.start();
+    const pid_t pid = fork();
+    if (pid == 0) {
+        const int devNull = open("/dev/null", O_WRONLY);
+        dup2(devNull, STDOUT_FILENO);
+        execvp(argv[0], argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    struct rusage usage = {};
+    if (pid < 0 || wait4(pid, &status, 0, &usage) != pid)
+        return run;
+    run.dSeconds = timer.nsecsElapsed() / 1e9;
+    run.nMaxRssKiB = usage.ru_maxrss;
+    run.bOk = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    return run;
+}
+
+// The runs of one program. The runs of the two programs compared alternate, so that both
+// meet the same load on a shared machine.
+struct Timings
+{
+    std::vector<double> seconds;
+    long nMaxRssKiB = 0;
+    bool bOk = true;
+
+    void run(const QStringList& command)
+    {
+        if (!bOk)
+            return;
+        const ProcessRun run = runProcess(command);
+        if (!run.bOk) {
+            std::printf("  failed: %s\n", qPrintable(command.join(QLatin1Char(' '))));
+            bOk = false;
+            return;
+        }
+        seconds.push_back(run.dSeconds);
+        nMaxRssKiB = std::max(nMaxRssKiB, run.nMaxRssKiB);
+    }
+    double median() const { return ::median(seconds); }
+};
+
+// ---- The page ----
+
+class Page
+{
+public:
+    explicit Page(const std::vector<QImage>& sources)
+    {
+        CVXSLayoutWindow* pWindow = m_manager.getLayoutWindow();
+        pWindow->show();
+        if (!QTest::qWaitForWindowExposed(pWindow))
+            qFatal("the layout window was not shown");
+        CVXSLayoutView* pView = m_manager.getLayoutView();
+        for (int attempt = 0; attempt < 3 && pView->size() != ViewSize; ++attempt) {
+            pWindow->resize(pWindow->size() + ViewSize - pView->size());
+            if (!QTest::qWaitFor([pView] { return pView->size() == ViewSize; }, 500))
+                qWarning("the view did not reach %dx%d", ViewSize.width(), ViewSize.height());
+        }
+        if (pView->scene()->sceneRect() != QRectF(QPointF(0, 0), SceneSize))
+            qFatal("the page is not %dx%d", SceneSize.width(), SceneSize.height());
+        pWindow->layoutStyleCombo()->setCurrentIndex(Layout4x4);
+        pWindow->selChngLayoutStyle();
+        for (const QImage& source : sources) {
+            auto* pItem = new CVXSLayoutItemImage(source);
+            m_manager.getScene()->addItem(pItem);
+            m_manager.addImageItem(pItem, true);
+            m_images.push_back(pItem);
+        }
+        pWindow->hide();
+    }
+
+    // The device rectangle the page gives the image of the cell, as the renderer draws it.
+    QRect cellTarget(int cell) const
+    {
+        const QRectF b = m_images[size_t(cell)]->boundingRect();
+        const int s = int(ExportScale);
+        return QRect(QPoint(int((b.left() + 2) * s), int((b.top() + 2) * s)),
+                     QPoint(int((b.right() - 2) * s), int((b.bottom() - 2) * s)));
+    }
+
+    // Replaces every source by a pixel-picked reduction to its cell, which the renderer
+    // then draws as it stands.
+    void pickPixels()
+    {
+        for (int cell = 0; cell < int(m_images.size()); ++cell) {
+            QImage& image = m_images[size_t(cell)]->getImage();
+            image = image.scaled(cellTarget(cell).size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+        }
+    }
+
+    // Renders the page and writes it as PNG; returns the seconds taken.
+    double exportPng(QString strPath, QImage* pPage)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        QImage page = m_manager.renderLayoutImage(ExportScale);
+        m_dRenderSeconds = timer.nsecsElapsed() / 1e9;
+        CVXSImageExporter exporter;
+        if (page.isNull() || exporter.saveImage(page, strPath) != eSTATUS_SUCCESS)
+            qFatal("the page could not be exported to %s", qPrintable(strPath));
+        const double dSeconds = timer.nsecsElapsed() / 1e9;
+        if (pPage)
+            *pPage = page;
+        return dSeconds;
+    }
+
+    double lastRenderSeconds() const { return m_dRenderSeconds; }
+
+private:
+    CVXSLayoutManager m_manager;
+    std::vector<CVXSLayoutItemImage*> m_images; // owned by the manager's scene
+    double m_dRenderSeconds = 0;
+};
+
+QString findTool(const char* pName, const char* pPackage)
+{
+    const QString strPath = QStandardPaths::findExecutable(QString::fromLatin1(pName));
+    if (strPath.isEmpty())
+        std::printf("  %s not found on the PATH: install the Debian package %s\n", pName, pPackage);
+    return strPath;
+}
+
+QVector<int> cellNumbers()
+{
+    QVector<int> numbers(SourceCount);
+    std::iota(numbers.begin(), numbers.end(), 0);
+    return numbers;
+}
+
+double mebibytes(double bytes)
+{
+    return bytes / (1024.0 * 1024.0);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    const QStringList arguments = QApplication::arguments();
+    const bool bPickPixels = arguments.contains(QStringLiteral("--no-area-reduction"));
+    const int runsIndex = arguments.indexOf(QStringLiteral("--runs"));
+    const int runs = runsIndex > 0 && runsIndex + 1 < arguments.size() ? std::max(1, arguments[runsIndex + 1].toInt())
+                                                                      : 3;
+    QTemporaryDir dir;
+    if (!dir.isValid())
+        qFatal("no temporary folder");
+
+    std::printf("Layout 4x4, page %d x %d, %d sources of %d x %d, medians of %d runs%s\n", SceneSize.width(),
+                SceneSize.height(), SourceCount, SourceSide, SourceSide, runs,
+                bPickPixels ? ", sources reduced by picking pixels" : "");
+    QElapsedTimer timer;
+    timer.start();
+    QStringList sourcePaths;
+    for (int i = 0; i < SourceCount; ++i)
+        sourcePaths << dir.filePath(QStringLiteral("source%1.png").arg(i, 2, 10, QLatin1Char('0')));
+    const std::function<QImage(int)> makeSource = [&sourcePaths](int i) {
+        QImage image = detailedSource(i);
+        if (!image.save(sourcePaths[i], "png"))
+            qFatal("could not write %s", qPrintable(sourcePaths[i]));
+        return image;
+    };
+    const std::vector<QImage> sources = QtConcurrent::blockingMapped<std::vector<QImage>>(cellNumbers(), makeSource);
+    std::printf("  (sources generated and written as PNG in %.1f s)\n", timer.nsecsElapsed() / 1e9);
+
+    // 1. Our PNG export against the encode floor. A first export gives the page that vips
+    // encodes.
+    Page page(sources);
+    if (bPickPixels)
+        page.pickPixels();
+    const QString strOurs = dir.filePath(QStringLiteral("ours.png"));
+    QImage rendered;
+    page.exportPng(strOurs, &rendered);
+    const QString strVips = findTool("vips", "libvips-tools");
+    const QString strPpm = dir.filePath(QStringLiteral("page.ppm"));
+    const QString strV = dir.filePath(QStringLiteral("page.v"));
+    const QString strFloor = dir.filePath(QStringLiteral("floor.png"));
+    Timings floor;
+    floor.bOk = !strVips.isEmpty();
+    if (floor.bOk && (!rendered.save(strPpm, "ppm") || !runProcess({strVips, "copy", strPpm, strV}).bOk))
+        qFatal("could not save the page losslessly");
+    std::vector<double> exportTimes;
+    std::vector<double> renderTimes;
+    for (int i = 0; i < runs; ++i) {
+        exportTimes.push_back(page.exportPng(strOurs, nullptr));
+        renderTimes.push_back(page.lastRenderSeconds());
+        floor.run({strVips, "pngsave", strV, strFloor, "--compression", QString::number(ZlibLevel)});
+    }
+    const double dOurs = median(exportTimes);
+    std::printf("PNG export of the filled layout (%d x %d, zlib level %d)\n", rendered.width(), rendered.height(),
+                ZlibLevel);
+    std::printf("  ours: %.3f s (rendering %.3f s, encoding and writing %.3f s), %.1f MiB\n", dOurs,
+                median(renderTimes), dOurs - median(renderTimes), mebibytes(QFileInfo(strOurs).size()));
+    if (!floor.bOk) {
+        notMeasured("ours / vips pngsave", strVips.isEmpty() ? "vips missing" : "vips failed");
+    } else {
+        std::printf("  vips pngsave: %.3f s, %.1f MiB\n", floor.median(), mebibytes(QFileInfo(strFloor).size()));
+        report("ours / vips pngsave", dOurs / floor.median(), FloorTarget, true);
+    }
+
+    // 2. and 3. vxlayout against montage, and vxlayout's peak memory.
+    const QString strVxLayout = QApplication::applicationDirPath() + QStringLiteral("/vxlayout");
+    const QString strBatch = dir.filePath(QStringLiteral("vxlayout.png"));
+    const QString strMontage = findTool("montage", "imagemagick");
+    const QString strTheirs = dir.filePath(QStringLiteral("montage.png"));
+    Timings batch;
+    Timings montage;
+    montage.bOk = !strMontage.isEmpty();
+    for (int i = 0; i < runs; ++i) {
+        batch.run(QStringList {strVxLayout, "--layout", "Layout 4x4", "--export", strBatch} + sourcePaths);
+        montage.run(QStringList {strMontage, "-tile", "4x4", "-geometry", "1001x801+0+0"} + sourcePaths
+                    + QStringList {strTheirs});
+    }
+    if (!batch.bOk)
+        qFatal("vxlayout failed");
+    std::printf("From %d PNG files to the PNG page\n", SourceCount);
+    const qint64 nBatchBytes = QFileInfo(strBatch).size();
+    std::printf("  vxlayout: %.3f s, %.1f MiB, peak resident memory %.1f MiB\n", batch.median(),
+                mebibytes(nBatchBytes), batch.nMaxRssKiB / 1024.0);
+    if (!bPickPixels) {
+        const bool bSame = QImage(strBatch).convertToFormat(QImage::Format_RGB32)
+                           == QImage(strOurs).convertToFormat(QImage::Format_RGB32);
+        std::printf("  vxlayout's page equals the layout's own export: %s\n", bSame ? "yes" : "NO");
+        g_bAllMet = g_bAllMet && bSame;
+    }
+    if (!montage.bOk) {
+        notMeasured("vxlayout / montage time", strMontage.isEmpty() ? "montage missing" : "montage failed");
+    } else {
+        const qint64 nTheirBytes = QFileInfo(strTheirs).size();
+        const QSize theirSize = QImageReader(strTheirs).size();
+        std::printf("  montage: %.3f s, %.1f MiB (%d x %d)\n", montage.median(), mebibytes(nTheirBytes),
+                    theirSize.width(), theirSize.height());
+        report("vxlayout / montage time", batch.median() / montage.median(), MontageTimeTarget, true);
+        report("vxlayout / montage file size", double(nBatchBytes) / nTheirBytes, MontageSizeTarget, true);
+    }
+    const double dDecodedBytes = double(SourceCount) * SourceSide * SourceSide * 4
+                                 + double(rendered.width()) * rendered.height() * 4;
+    std::printf("  16 decoded sources and the page take %.1f MiB\n", mebibytes(dDecodedBytes));
+    report("vxlayout peak memory / (sources + page)", batch.nMaxRssKiB * 1024.0 / dDecodedBytes, MemoryTarget, true);
+
+    // 4. Each exported cell against a Lanczos-3 reduction of its source.
+    const QImage exported = QImage(strOurs).convertToFormat(QImage::Format_RGB32);
+    const std::function<double(int)> cellPsnr = [&](int cell) {
+        const QRect target = page.cellTarget(cell);
+        return psnr(exported.copy(target), lanczosReduce(sources[size_t(cell)], target.size()));
+    };
+    const std::vector<double> psnrs = QtConcurrent::blockingMapped<std::vector<double>>(cellNumbers(), cellPsnr);
+    std::printf("Cells (%d x %d) against a Lanczos-3 reduction of their sources, PSNR in dB:\n ",
+                page.cellTarget(0).width(), page.cellTarget(0).height());
+    for (double d : psnrs)
+        std::printf(" %.1f", d);
+    std::printf("\n");
+    report("lowest cell PSNR", *std::min_element(psnrs.begin(), psnrs.end()), PsnrTarget, false, " dB");
+    // Where the differences lie: the quadrants of the worst cell.
+    const int worst = int(std::min_element(psnrs.begin(), psnrs.end()) - psnrs.begin());
+    const QRect worstTarget = page.cellTarget(worst);
+    const std::vector<float> worstReference = lanczosReduce(sources[size_t(worst)], worstTarget.size());
+    const QImage worstShown = exported.copy(worstTarget);
+    const int halfWidth = worstTarget.width() / 2;
+    const int halfHeight = worstTarget.height() / 2;
+    std::printf("  cell %d by quadrant (zone plate, checks, gradients, noise):", worst);
+    for (const QPoint& corner : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)}) {
+        const QRect quadrant(corner.x() * halfWidth, corner.y() * halfHeight, halfWidth, halfHeight);
+        std::vector<float> reference;
+        for (int y = quadrant.top(); y <= quadrant.bottom(); ++y) {
+            const auto from = worstReference.begin() + (size_t(y) * worstTarget.width() + quadrant.left()) * 3;
+            reference.insert(reference.end(), from, from + halfWidth * 3);
+        }
+        std::printf(" %.1f", psnr(worstShown.copy(quadrant), reference));
+    }
+    std::printf(" dB\n");
+
+    std::printf("%s\n", g_bAllMet ? "All targets met." : "Some targets MISSED or not measured.");
+    return g_bAllMet ? 0 : 1;
+}

@@ -1,0 +1,341 @@
+#include "TestImageFiles.h"
+#include "WidgetLeaks.h"
+
+#include <VXImageFileReader.h>
+#include <VXStatus.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr int kAllowedMs = 60000;
+const QSize kSourceSize(400, 300);
+const QSize kDefaultPage(4004, 3204);
+
+struct ToolRun
+{
+    int nExitCode = -1;
+    QString strOut;
+    QString strErr;
+};
+
+ToolRun runTool(const QStringList& arguments, const QProcessEnvironment& environment)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(VXLAYOUT_EXECUTABLE), arguments);
+    ToolRun run;
+    if (!process.waitForFinished(kAllowedMs) || process.exitStatus() != QProcess::NormalExit) {
+        process.kill();
+        process.waitForFinished();
+        run.strErr = QStringLiteral("vxlayout did not finish normally");
+        return run;
+    }
+    run.nExitCode = process.exitCode();
+    run.strOut = QString::fromLocal8Bit(process.readAllStandardOutput());
+    run.strErr = QString::fromLocal8Bit(process.readAllStandardError());
+    return run;
+}
+
+ToolRun runTool(const QStringList& arguments)
+{
+    return runTool(arguments, QProcessEnvironment::systemEnvironment());
+}
+
+QImage solid(const QColor& colour)
+{
+    QImage image(kSourceSize, QImage::Format_RGB32);
+    image.fill(colour);
+    return image;
+}
+
+// The page pixel at a point given in percent of the page.
+QColor pageColourAt(const QImage& page, double xPercent, double yPercent)
+{
+    return page.pixelColor(int(page.width() * xPercent / 100), int(page.height() * yPercent / 100));
+}
+
+} // namespace
+
+// Runs the vxlayout program as a user would, on real files, and reads back what it wrote.
+class TestToolsVxLayout : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void fillsTheCellsInOrder();
+    void writesThePageSizeGiven_data();
+    void writesThePageSizeGiven();
+    void freeStylePlacesAsAPaste();
+    void explainsItself();
+    void runsWithoutAPlatformChosen();
+    void refusesBadInput_data();
+    void refusesBadInput();
+    void refusesUnwritableOutput_data();
+    void refusesUnwritableOutput();
+
+private:
+    QString input(const QString& strName) const;
+    QString output(const QString& strName) const;
+    // The colours of the four inputs in cell order.
+    QStringList fourInputs() const;
+    void verifyNothingWritten(const QString& strOutput) const;
+
+    QTemporaryDir m_dir;
+};
+
+void TestToolsVxLayout::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(m_dir.isValid());
+    QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("in")));
+    QVERIFY(solid(Qt::red).save(input("red.png")));
+    QVERIFY(solid(Qt::green).save(input("green.tif")));
+    QVERIFY(solid(Qt::blue).save(input("blue.png")));
+    QVERIFY(solid(Qt::yellow).save(input("yellow.bmp")));
+    QVERIFY(CTestImageFiles::writeTruncatedCopy(input("red.png"), input("truncated.png")));
+    QVERIFY(CTestImageFiles::writeBytes(input("notes.png"), "These are notes, not an image.\n"));
+    QVERIFY(CTestImageFiles::writeBytes(input("afile"), "a file, not a folder"));
+}
+
+void TestToolsVxLayout::init()
+{
+    // Every test writes into a fresh, empty output folder.
+    QDir out(output(QString()));
+    QVERIFY(out.removeRecursively());
+    QVERIFY(out.mkpath(QStringLiteral(".")));
+}
+
+void TestToolsVxLayout::cleanup()
+{
+    VERIFY_NO_LEAKED_WINDOWS();
+}
+
+QString TestToolsVxLayout::input(const QString& strName) const
+{
+    return m_dir.filePath(QStringLiteral("in/") + strName);
+}
+
+QString TestToolsVxLayout::output(const QString& strName) const
+{
+    return m_dir.filePath(QStringLiteral("out/") + strName);
+}
+
+QStringList TestToolsVxLayout::fourInputs() const
+{
+    return {input("red.png"), input("green.tif"), input("blue.png"), input("yellow.bmp")};
+}
+
+void TestToolsVxLayout::verifyNothingWritten(const QString& strOutput) const
+{
+    QVERIFY2(!QFileInfo::exists(strOutput), qPrintable(strOutput));
+    const QStringList left = QDir(output(QString())).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    QVERIFY2(left.isEmpty(), qPrintable(left.join(QStringLiteral(", "))));
+}
+
+void TestToolsVxLayout::fillsTheCellsInOrder()
+{
+    const QString strFigure = output("figure.png");
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--export", strFigure} + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    QCOMPARE(run.strOut, QStringLiteral("Wrote %1 (4004 x 3204 pixels)\n").arg(strFigure));
+
+    const QImage page(strFigure, "png");
+    QCOMPARE(page.size(), kDefaultPage);
+    // Cells row by row: top-left, top-right, bottom-left, bottom-right.
+    QCOMPARE(pageColourAt(page, 25, 25), QColor(Qt::red));
+    QCOMPARE(pageColourAt(page, 75, 25), QColor(Qt::green));
+    QCOMPARE(pageColourAt(page, 25, 75), QColor(Qt::blue));
+    QCOMPARE(pageColourAt(page, 75, 75), QColor(Qt::yellow));
+    // Between the cells the page is white; its top and left edges carry the black line.
+    QCOMPARE(pageColourAt(page, 50, 50), QColor(Qt::white));
+    QCOMPARE(page.pixelColor(0, 1000), QColor(Qt::black));
+    QCOMPARE(page.pixelColor(1000, 0), QColor(Qt::black));
+    // The only file in the folder is the page.
+    QCOMPARE(QDir(output(QString())).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList {"figure.png"});
+}
+
+void TestToolsVxLayout::writesThePageSizeGiven_data()
+{
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QSize>("pixels");
+    QTest::newRow("default size") << QString() << "page.png" << QByteArray("png") << kDefaultPage;
+    QTest::newRow("500x400") << "500x400" << "page.png" << QByteArray("png") << QSize(2004, 1604);
+    QTest::newRow("wide") << "1200X300" << "page.bmp" << QByteArray("bmp") << QSize(4804, 1204);
+    // The suffix chooses the format in any case, and the name is kept as typed.
+    QTest::newRow("TIFF in capitals") << "300x200" << "PAGE.TIFF" << QByteArray("tiff") << QSize(1204, 804);
+}
+
+void TestToolsVxLayout::writesThePageSizeGiven()
+{
+    QFETCH(QString, size);
+    QFETCH(QString, fileName);
+    QFETCH(QByteArray, format);
+    QFETCH(QSize, pixels);
+    const QString strPage = output(fileName);
+    QStringList arguments {"--layout", "Layout 1x1", "--export", strPage, input("blue.png")};
+    if (!size.isEmpty())
+        arguments << "--size" << size;
+    const ToolRun run = runTool(arguments);
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    QVERIFY2(run.strOut.startsWith(QStringLiteral("Wrote %1 ").arg(strPage)), qPrintable(run.strOut));
+    const QImage page(strPage, format.constData());
+    QCOMPARE(page.size(), pixels);
+    QCOMPARE(pageColourAt(page, 50, 50), QColor(Qt::blue));
+}
+
+void TestToolsVxLayout::freeStylePlacesAsAPaste()
+{
+    // A 1004 x 804 view: the free area starts at (251, 201) and is 753 x 603; a 400 x 300
+    // image is fitted to half of it, 376 x 282, at (251, 210).
+    const QString strPage = output("free.png");
+    const ToolRun run = runTool({"--layout", "Free style", "--export", strPage, input("red.png"), input("blue.png")});
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    const QImage page(strPage, "png");
+    QCOMPARE(page.size(), kDefaultPage);
+    // Both land on the same place; the later one lies on top.
+    QCOMPARE(page.pixelColor(4 * (251 + 188), 4 * (210 + 141)), QColor(Qt::blue));
+    QCOMPARE(page.pixelColor(4 * (251 + 3), 4 * (210 + 3)), QColor(Qt::blue));
+    QCOMPARE(page.pixelColor(4 * (251 + 376 - 3), 4 * (210 + 282 - 3)), QColor(Qt::blue));
+    // Outside it the page is empty.
+    QCOMPARE(page.pixelColor(4 * 240, 4 * 300), QColor(Qt::white));
+    QCOMPARE(page.pixelColor(4 * 700, 4 * 300), QColor(Qt::white));
+    QCOMPARE(page.pixelColor(4 * 400, 4 * 600), QColor(Qt::white));
+}
+
+void TestToolsVxLayout::explainsItself()
+{
+    const ToolRun run = runTool({"--help"});
+    QCOMPARE(run.nExitCode, 0);
+    for (const char* pText : {"--layout <style>", "--size <WIDTHxHEIGHT>", "--export <file>", "\"Free style\"",
+                              "\"Layout 4x4\"", "4004 x 3204", "tiff"})
+        QVERIFY2(run.strOut.contains(QLatin1String(pText)), pText);
+}
+
+void TestToolsVxLayout::runsWithoutAPlatformChosen()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    const QString strPage = output("page.jpg");
+    const ToolRun run = runTool({"--layout", "Layout 2x1", "--export", strPage, input("red.png")}, environment);
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    QCOMPARE(QImage(strPage).size(), kDefaultPage);
+}
+
+void TestToolsVxLayout::refusesBadInput_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QStringList>("messages");
+
+    const QString strPage = output("page.png");
+    const QStringList page {"--export", strPage};
+    const QStringList styles {"\"Free style\"", "\"Layout 1x1\"", "\"Layout 2x1\"", "\"Layout 2x2\"",
+                              "\"Layout 3x2\"", "\"Layout 3x3\"", "\"Layout 4x2\"", "\"Layout 4x3\"",
+                              "\"Layout 4x4\""};
+    QTest::newRow("unknown style") << QStringList {"--layout", "Layout 5x5"} + page + QStringList {input("red.png")}
+                                   << QStringList {"Unknown layout style \"Layout 5x5\"", styles.join(", ")};
+    QTest::newRow("style in other case")
+        << QStringList {"--layout", "layout 2x2"} + page + QStringList {input("red.png")}
+        << QStringList {"Unknown layout style \"layout 2x2\""};
+    QTest::newRow("no style") << page + QStringList {input("red.png")} << QStringList {"No layout style given"};
+    QTest::newRow("more files than cells")
+        << QStringList {"--layout", "Layout 2x2"} + page + fourInputs() + QStringList {input("red.png")}
+        << QStringList {"5 image files given, but \"Layout 2x2\" has 4 cells only."};
+    QTest::newRow("no inputs") << QStringList {"--layout", "Layout 2x2"} + page
+                               << QStringList {"No image files given."};
+    QTest::newRow("no output") << QStringList {"--layout", "Layout 2x2", input("red.png")}
+                               << QStringList {"No output file given"};
+    QTest::newRow("output of unknown type")
+        << QStringList {"--layout", "Layout 2x2", "--export", output("page.txt"), input("red.png")}
+        << QStringList {QStringLiteral("Cannot export to \"%1\"").arg(output("page.txt")), ".png", ".tiff"};
+    QTest::newRow("output without suffix")
+        << QStringList {"--layout", "Layout 2x2", "--export", output("page"), input("red.png")}
+        << QStringList {QStringLiteral("Cannot export to \"%1\"").arg(output("page"))};
+    const QString strLongName = output(QString(182, QLatin1Char('n')) + QStringLiteral(".png"));
+    QTest::newRow("output name too long")
+        << QStringList {"--layout", "Layout 2x2", "--export", strLongName, input("red.png")}
+        << QStringList {"longer than 185 characters"};
+    for (const char* pSize : {"10x", "0x100", "100x0", "abc", "9000x10", "-5x10", "100x100x3"})
+        QTest::addRow("bad size %s", pSize)
+            << QStringList {"--layout", "Layout 2x2", "--size", pSize} + page + QStringList {input("red.png")}
+            << QStringList {QStringLiteral("Bad --size \"%1\"").arg(QLatin1String(pSize)), "1000x800"};
+    QTest::newRow("unknown option") << QStringList {"--layout", "Layout 2x2", "--colour", "red"} + page
+                                    << QStringList {"Unknown option 'colour'", "--help"};
+
+    // Unreadable inputs are named with the reader's own reason, and every one is named.
+    for (const char* pName : {"missing.png", "truncated.png", "notes.png"}) {
+        QString strReason;
+        CVXImageFileReader::read(input(pName), strReason);
+        QTest::addRow("unreadable %s", pName)
+            << QStringList {"--layout", "Layout 2x2"} + page + QStringList {input("red.png"), input(pName)}
+            << QStringList {QStringLiteral("Cannot read \"%1\": %2").arg(input(pName), strReason)};
+    }
+    QTest::newRow("two unreadable")
+        << QStringList {"--layout", "Layout 2x2"} + page + QStringList {input("missing.png"), input("notes.png")}
+        << QStringList {QStringLiteral("Cannot read \"%1\"").arg(input("missing.png")),
+                        QStringLiteral("Cannot read \"%1\"").arg(input("notes.png"))};
+}
+
+void TestToolsVxLayout::refusesBadInput()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QStringList, messages);
+    const ToolRun run = runTool(arguments);
+    QCOMPARE(run.nExitCode, 1);
+    QCOMPARE(run.strOut, QString());
+    for (const QString& strMessage : messages)
+        QVERIFY2(run.strErr.contains(strMessage),
+                 qPrintable(QStringLiteral("expected \"%1\" in:\n%2").arg(strMessage, run.strErr)));
+    QVERIFY2(run.strErr.contains(QStringLiteral("vxlayout: ")), qPrintable(run.strErr));
+    verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::refusesUnwritableOutput_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<int>("status");
+    QTest::newRow("missing folder") << output("no/such/folder/page.png") << int(eSTATUS_INVALID_PATH);
+    QTest::newRow("folder is a file") << input("afile/page.png") << int(eSTATUS_INVALID_PATH);
+    QTest::newRow("read-only folder") << output("locked/page.png") << int(eSTATUS_NO_PERMISSION);
+}
+
+void TestToolsVxLayout::refusesUnwritableOutput()
+{
+    QFETCH(QString, page);
+    QFETCH(int, status);
+    const QFileInfo target(page);
+    if (page.contains(QLatin1String("locked"))) {
+        QVERIFY(QDir().mkpath(target.absolutePath()));
+        QVERIFY(QFile::setPermissions(target.absolutePath(), QFile::ReadOwner | QFile::ExeOwner));
+        if (::access(QFile::encodeName(target.absolutePath()).constData(), W_OK) == 0)
+            QSKIP("this user may write into read-only folders");
+    }
+    const ToolRun run = runTool({"--layout", "Layout 2x2", "--export", page, input("red.png")});
+    if (page.contains(QLatin1String("locked")))
+        QVERIFY(QFile::setPermissions(target.absolutePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(run.nExitCode, 1);
+    const QString strExpected =
+        QStringLiteral("vxlayout: Cannot write \"%1\": %2").arg(page, vxStatusText(tag_estatus(status)));
+    QVERIFY2(run.strErr.contains(strExpected), qPrintable(run.strErr));
+    QVERIFY(!QFileInfo::exists(page));
+    QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList());
+}
+
+QTEST_MAIN(TestToolsVxLayout)
+#include "tst_tools_vxlayout.moc"

@@ -1,0 +1,189 @@
+#include "VXLayoutBatch.h"
+
+#include <VXImageFileReader.h>
+#include <VXSExportFormats.h>
+#include <VXSImageExporter.h>
+#include <VXSLayoutItemImage.h>
+#include <VXSLayoutView.h>
+#include <VXSLayoutWindow.h>
+#include <VXStatus.h>
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QResizeEvent>
+#include <QtConcurrent>
+
+namespace {
+
+// The view keeps its scene this much smaller than itself (its frame).
+const QSize ViewFrame(4, 4);
+
+struct DecodedFile
+{
+    QImage image;
+    QString strError;
+};
+
+DecodedFile decodeFile(const QString& strPath)
+{
+    DecodedFile decoded;
+    const QVector<QImage> pages = CVXImageFileReader::read(strPath, decoded.strError);
+    if (!pages.isEmpty())
+        decoded.image = pages.first();
+    return decoded;
+}
+
+} // namespace
+
+CVXLayoutBatch::CVXLayoutBatch()
+    : m_manager(nullptr)
+{
+}
+
+QStringList CVXLayoutBatch::styleNames() const
+{
+    const QComboBox* pCombo = m_manager.getLayoutWindow()->layoutStyleCombo();
+    QStringList names;
+    for (int i = 0; i < pCombo->count(); ++i)
+        names << pCombo->itemText(i);
+    return names;
+}
+
+bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
+{
+    m_strError.clear();
+    m_strReport.clear();
+    if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
+        || !checkCellCount(options.inputPaths().size()) || !sizePage(options.sceneSize()))
+        return false;
+    QVector<QImage> images;
+    if (!readImages(options.inputPaths(), images))
+        return false;
+    placeImages(images);
+    return exportPage(options.exportPath());
+}
+
+QString CVXLayoutBatch::errorText() const
+{
+    return m_strError;
+}
+
+QString CVXLayoutBatch::reportLine() const
+{
+    return m_strReport;
+}
+
+bool CVXLayoutBatch::chooseStyle(const QString& strStyle)
+{
+    CVXSLayoutWindow* pWindow = m_manager.getLayoutWindow();
+    QComboBox* pCombo = pWindow->layoutStyleCombo();
+    const int nStyle = pCombo->findText(strStyle);
+    if (nStyle < 0) {
+        m_strError = tr("Unknown layout style \"%1\". The layout styles are: %2.")
+                         .arg(strStyle, CVXLayoutBatchOptions::quotedList(styleNames()));
+        return false;
+    }
+    // As the user chooses it in the window's box.
+    pCombo->setCurrentIndex(nStyle);
+    pWindow->selChngLayoutStyle();
+    return true;
+}
+
+bool CVXLayoutBatch::checkExportName(const QString& strPath)
+{
+    const QFileInfo info(strPath);
+    if (!m_manager.isSupportedExtension(info.suffix().toLower())) {
+        QStringList suffixes;
+        for (const char* pSuffix : VXSExportFormats::AcceptedSuffixes)
+            suffixes << QLatin1Char('.') + QString::fromLatin1(pSuffix);
+        m_strError = tr("Cannot export to \"%1\": the file name has to end in one of %2 (in any case).")
+                         .arg(strPath, suffixes.join(QStringLiteral(", ")));
+        return false;
+    }
+    if (info.fileName().length() > VXSExportFormats::MaxFileNameLength) {
+        m_strError = tr("Cannot export to \"%1\": the file name is longer than %2 characters.")
+                         .arg(strPath)
+                         .arg(VXSExportFormats::MaxFileNameLength);
+        return false;
+    }
+    return true;
+}
+
+bool CVXLayoutBatch::checkCellCount(int nImages)
+{
+    const int nStyle = m_manager.currentStyle();
+    const int nCells = m_manager.getCellCount(nStyle);
+    if (nStyle == 0 || nImages <= nCells)
+        return true;
+    const QString strCells = nCells == 1 ? tr("1 cell") : tr("%1 cells").arg(nCells);
+    m_strError = tr("%1 image files given, but \"%2\" has %3 only.")
+                     .arg(nImages)
+                     .arg(m_manager.getLayoutWindow()->layoutStyleCombo()->itemText(nStyle), strCells);
+    return false;
+}
+
+bool CVXLayoutBatch::sizePage(const QSize& sceneSize)
+{
+    // The view sets its scene to its own size less its frame, and the cells follow the
+    // view's size.
+    CVXSLayoutView* pView = m_manager.getLayoutView();
+    pView->resize(sceneSize + ViewFrame);
+    deliverPendingResize(pView);
+    deliverPendingResize(pView->viewport());
+    if (pView->scene()->sceneRect() != QRectF(QPointF(0, 0), QSizeF(sceneSize))) {
+        m_strError = tr("The page could not be given the size %1 x %2.").arg(sceneSize.width()).arg(sceneSize.height());
+        return false;
+    }
+    return true;
+}
+
+void CVXLayoutBatch::deliverPendingResize(QWidget* pWidget)
+{
+    // Qt holds the resize event of a widget that was never shown back until it is shown;
+    // deliver it as showing would. The view hears of its size through its viewport's event.
+    QResizeEvent event(pWidget->size(), QSize());
+    QCoreApplication::sendEvent(pWidget, &event);
+    pWidget->setAttribute(Qt::WA_PendingResizeEvent, false);
+}
+
+bool CVXLayoutBatch::readImages(const QStringList& paths, QVector<QImage>& images)
+{
+    // Decoding is the costly part of reading and runs on every core.
+    const QVector<DecodedFile> decoded = QtConcurrent::blockingMapped<QVector<DecodedFile>>(paths, decodeFile);
+    QStringList errors;
+    for (int i = 0; i < paths.size(); ++i) {
+        if (decoded[i].image.isNull())
+            errors << tr("Cannot read \"%1\": %2").arg(paths[i], decoded[i].strError);
+        else
+            images << decoded[i].image;
+    }
+    m_strError = errors.join(QLatin1Char('\n'));
+    return errors.isEmpty();
+}
+
+void CVXLayoutBatch::placeImages(const QVector<QImage>& images)
+{
+    // As the window pastes: a new image item in the scene, placed by the manager.
+    for (const QImage& image : images) {
+        auto* pItem = new CVXSLayoutItemImage(image);
+        m_manager.getScene()->addItem(pItem);
+        m_manager.addImageItem(pItem, true);
+    }
+}
+
+bool CVXLayoutBatch::exportPage(QString strPath)
+{
+    QImage page = m_manager.renderLayoutImage(VXSExportFormats::ExportScale);
+    if (page.isNull()) {
+        m_strError = tr("Image could not be created!");
+        return false;
+    }
+    CVXSImageExporter exporter;
+    const tag_estatus status = exporter.saveImage(page, strPath);
+    if (status != eSTATUS_SUCCESS) {
+        m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
+        return false;
+    }
+    m_strReport = tr("Wrote %1 (%2 x %3 pixels)").arg(strPath).arg(page.width()).arg(page.height());
+    return true;
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "VXLayoutBatchOptions.h"
+
+#include <VXSLayoutManager.h>
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+// Builds one layout page from image files and exports it, through the layout manager
+// with its window and view (never shown), the layout items and the host's exporter: the
+// page is the one the Image Layout window would export with the same images pasted.
+class CVXLayoutBatch
+{
+    Q_DECLARE_TR_FUNCTIONS(CVXLayoutBatch)
+public:
+    CVXLayoutBatch();
+
+    // The names of the layout styles, in the order of the Layout Style box.
+    QStringList styleNames() const;
+
+    // Checks everything before any file is read, then reads, lays out and writes. On
+    // failure errorText() says why and no file is written.
+    bool run(const CVXLayoutBatchOptions& options);
+    QString errorText() const;
+    // One line for the file written.
+    QString reportLine() const;
+
+private:
+    bool chooseStyle(const QString& strStyle);
+    bool checkExportName(const QString& strPath);
+    bool checkCellCount(int nImages);
+    bool sizePage(const QSize& sceneSize);
+    static void deliverPendingResize(QWidget* pWidget);
+    bool readImages(const QStringList& paths, QVector<QImage>& images);
+    void placeImages(const QVector<QImage>& images);
+    bool exportPage(QString strPath);
+
+    CVXSLayoutManager m_manager;
+    QString m_strError;
+    QString m_strReport;
+};

@@ -1,0 +1,160 @@
+#include "VXLayoutBatchOptions.h"
+
+#include <VXSExportFormats.h>
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+namespace {
+
+QCommandLineOption layoutOption()
+{
+    return QCommandLineOption(QStringLiteral("layout"),
+                              CVXLayoutBatchOptions::tr("Layout style, as named in the Layout Style box."),
+                              QStringLiteral("style"));
+}
+
+QCommandLineOption sizeOption()
+{
+    return QCommandLineOption(QStringLiteral("size"),
+                              CVXLayoutBatchOptions::tr("Page size in layout units (default 1000x800)."),
+                              QStringLiteral("WIDTHxHEIGHT"));
+}
+
+QCommandLineOption exportOption()
+{
+    return QCommandLineOption(QStringLiteral("export"), CVXLayoutBatchOptions::tr("File to write the page to."),
+                              QStringLiteral("file"));
+}
+
+QCommandLineOption helpOption()
+{
+    return QCommandLineOption({QStringLiteral("h"), QStringLiteral("help")},
+                              CVXLayoutBatchOptions::tr("Show this help."));
+}
+
+void addOptions(QCommandLineParser& parser)
+{
+    parser.addOption(layoutOption());
+    parser.addOption(sizeOption());
+    parser.addOption(exportOption());
+    parser.addOption(helpOption());
+    parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
+                                 QStringLiteral("image..."));
+}
+
+} // namespace
+
+bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    addOptions(parser);
+    if (!parser.parse(arguments)) {
+        m_strError = parser.errorText();
+        return false;
+    }
+    m_bHelp = parser.isSet(helpOption());
+    if (m_bHelp)
+        return true;
+
+    m_strLayoutStyle = parser.value(layoutOption());
+    m_strExportPath = parser.value(exportOption());
+    m_inputPaths = parser.positionalArguments();
+    if (!parser.isSet(layoutOption())) {
+        m_strError = tr("No layout style given: use --layout, e.g. --layout \"Layout 2x2\".");
+        return false;
+    }
+    if (m_strExportPath.isEmpty()) {
+        m_strError = tr("No output file given: use --export, e.g. --export figure.png.");
+        return false;
+    }
+    if (m_inputPaths.isEmpty()) {
+        m_strError = tr("No image files given.");
+        return false;
+    }
+    return !parser.isSet(sizeOption()) || parseSceneSize(parser.value(sizeOption()));
+}
+
+bool CVXLayoutBatchOptions::parseSceneSize(const QString& strValue)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,5})[xX](\\d{1,5})$"));
+    const QRegularExpressionMatch match = pattern.match(strValue);
+    const int nWidth = match.hasMatch() ? match.captured(1).toInt() : 0;
+    const int nHeight = match.hasMatch() ? match.captured(2).toInt() : 0;
+    if (nWidth < 1 || nHeight < 1 || nWidth > MaxSceneSide || nHeight > MaxSceneSide) {
+        m_strError = tr("Bad --size \"%1\": give WIDTHxHEIGHT, e.g. 1000x800, each side from 1 to %2.")
+                         .arg(strValue)
+                         .arg(MaxSceneSide);
+        return false;
+    }
+    m_sceneSize = QSize(nWidth, nHeight);
+    return true;
+}
+
+bool CVXLayoutBatchOptions::isHelpRequested() const
+{
+    return m_bHelp;
+}
+
+QString CVXLayoutBatchOptions::layoutStyle() const
+{
+    return m_strLayoutStyle;
+}
+
+QSize CVXLayoutBatchOptions::sceneSize() const
+{
+    return m_sceneSize;
+}
+
+QString CVXLayoutBatchOptions::exportPath() const
+{
+    return m_strExportPath;
+}
+
+QStringList CVXLayoutBatchOptions::inputPaths() const
+{
+    return m_inputPaths;
+}
+
+QString CVXLayoutBatchOptions::errorText() const
+{
+    return m_strError;
+}
+
+QString CVXLayoutBatchOptions::helpText(const QStringList& styleNames)
+{
+    QStringList suffixes;
+    for (const char* pSuffix : VXSExportFormats::AcceptedSuffixes)
+        suffixes << QString::fromLatin1(pSuffix);
+    QCommandLineParser parser;
+    addOptions(parser);
+    parser.setApplicationDescription(
+        tr("Builds an image layout page from image files and exports it, without opening a window.\n"
+           "\n"
+           "The images fill the cells of the layout style in the order given, each fitted to its cell\n"
+           "with its aspect ratio kept, exactly as a paste in the Image Layout window places them; in\n"
+           "\"Free style\" they are placed as a paste there places them. A multi-page TIFF gives its\n"
+           "first page. The page is exported at four times its size plus one unit (1000x800 gives a\n"
+           "4004 x 3204 pixel image). The format follows the output file's suffix, in any case:\n"
+           "  %1\n"
+           "An existing output file is replaced; on any error nothing is written.\n"
+           "\n"
+           "Layout styles:\n"
+           "  %2\n"
+           "\n"
+           "Example:\n"
+           "  vxlayout --layout \"Layout 2x2\" --size 1000x800 --export figure.png a.png b.tif c.png\n"
+           "\n"
+           "Exit status: 0 when the file was written, 1 on any error (the reason goes to standard error).")
+            .arg(suffixes.join(QStringLiteral(", ")), quotedList(styleNames)));
+    return parser.helpText();
+}
+
+QString CVXLayoutBatchOptions::quotedList(const QStringList& names)
+{
+    QStringList quoted;
+    for (const QString& strName : names)
+        quoted << QLatin1Char('"') + strName + QLatin1Char('"');
+    return quoted.join(QStringLiteral(", "));
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+// The command line of vxlayout: what to build and where to write it. Only the form of the
+// arguments is checked here; the layout decides whether a style name or a file is usable.
+class CVXLayoutBatchOptions
+{
+    Q_DECLARE_TR_FUNCTIONS(CVXLayoutBatchOptions)
+public:
+    static constexpr int MaxSceneSide = 8000;
+
+    // False with errorText() set when the arguments are not usable; help requests parse.
+    bool parse(const QStringList& arguments);
+
+    bool isHelpRequested() const;
+    QString layoutStyle() const;
+    QSize sceneSize() const;
+    QString exportPath() const;
+    QStringList inputPaths() const;
+    QString errorText() const;
+
+    // The usage, options and a description naming the given layout styles.
+    static QString helpText(const QStringList& styleNames);
+    // "a", "b", "c"
+    static QString quotedList(const QStringList& names);
+
+private:
+    bool parseSceneSize(const QString& strValue);
+
+    bool m_bHelp = false;
+    QString m_strLayoutStyle;
+    QSize m_sceneSize {1000, 800};
+    QString m_strExportPath;
+    QStringList m_inputPaths;
+    QString m_strError;
+};
