@@ -345,9 +345,8 @@ QString TestAppCorruptInput::tryDamaged(const QString& strName, const QByteArray
 
 void TestAppCorruptInput::reportCounts(const char* pKind) const
 {
-    qInfo("%s: %d %s files tried, %d refused with a reason, %d read; peak memory grew by %lld MiB",
-          QTest::currentDataTag(), m_nRefused + m_nRead, pKind, m_nRefused, m_nRead,
-          (peakResidentBytes() - m_nPeakBefore) / kMiB);
+    qInfo("%d %s files tried, %d refused with a reason, %d read; peak memory grew by %lld MiB", m_nRefused + m_nRead,
+          pKind, m_nRefused, m_nRead, (peakResidentBytes() - m_nPeakBefore) / kMiB);
 }
 
 void TestAppCorruptInput::truncatedFiles_data()
