@@ -263,8 +263,8 @@ private:
     static void addFormatRows();
     // Writes the valid sample of the current row and gives its bytes.
     QByteArray validSample();
-    // Reads one damaged file; what went wrong, or nothing when it was handled well. The
-    // file stays behind when it was not, so it can be looked at.
+    // Reads one damaged file; what went wrong, or nothing when it was handled well. When it
+    // was not, the file and its folder stay behind to be looked at.
     QString tryDamaged(const QString& strName, const QByteArray& bytes);
     void reportCounts(const char* pKind) const;
 
@@ -334,22 +334,24 @@ QString TestAppCorruptInput::tryDamaged(const QString& strName, const QByteArray
     const qint64 nMs = timer.elapsed();
     const qint64 nGrowth = peakResidentBytes() - m_nPeakBefore;
 
-    QString strProblem;
+    QStringList problems;
     if (pages.isEmpty() && strError.isEmpty())
-        strProblem = QStringLiteral("refused without a reason");
+        problems << QStringLiteral("refused without a reason");
     if (!pages.isEmpty() && !strError.isEmpty())
-        strProblem = QStringLiteral("read, yet with the error \"%1\"").arg(strError);
+        problems << QStringLiteral("read, yet with the error \"%1\"").arg(strError);
     for (const QImage& page : pages) {
         const qint64 nBytes = qint64(page.width()) * page.height() * 4;
         if (page.isNull() || nBytes > CVXImageFileReader::kMaxDecodedBytes)
-            strProblem = QStringLiteral("read as a %1 x %2 image").arg(page.width()).arg(page.height());
+            problems << QStringLiteral("read as a %1 x %2 image").arg(page.width()).arg(page.height());
     }
     if (nMs > kMaxMsPerFile)
-        strProblem = QStringLiteral("took %1 ms").arg(nMs);
+        problems << QStringLiteral("took %1 ms").arg(nMs);
     if (nGrowth > kMaxPeakGrowth)
-        strProblem = QStringLiteral("took %1 MiB").arg(nGrowth / kMiB);
-    if (!strProblem.isEmpty())
-        return QStringLiteral("%1 (seed %2): %3").arg(strPath).arg(m_nSeed).arg(strProblem);
+        problems << QStringLiteral("grew the peak memory by %1 MiB").arg(nGrowth / kMiB);
+    if (!problems.isEmpty()) {
+        m_dir.setAutoRemove(false);
+        return QStringLiteral("%1 (seed %2): %3").arg(strPath).arg(m_nSeed).arg(problems.join(QStringLiteral("; ")));
+    }
 
     ++(pages.isEmpty() ? m_nRefused : m_nRead);
     QFile::remove(strPath);
@@ -373,10 +375,7 @@ void TestAppCorruptInput::truncatedFiles()
     QVERIFY(!valid.isEmpty());
     for (const int nSize : truncationPoints(valid.size())) {
         const QString strProblem = tryDamaged(QStringLiteral("cut-at-%1").arg(nSize), valid.left(nSize));
-        if (!strProblem.isEmpty()) {
-            m_dir.setAutoRemove(false);
-            QFAIL(qPrintable(strProblem));
-        }
+        QVERIFY2(strProblem.isEmpty(), qPrintable(strProblem));
     }
     reportCounts("truncated");
     QVERIFY(m_nRefused > 0);
@@ -395,10 +394,7 @@ void TestAppCorruptInput::changedBytes()
     QRandomGenerator random(m_nSeed ^ qHash(QByteArray(QTest::currentDataTag())));
     for (int i = 0; i < m_nFilesPerFormat; ++i) {
         const QString strProblem = tryDamaged(QStringLiteral("changed-%1").arg(i), withRandomChanges(valid, random));
-        if (!strProblem.isEmpty()) {
-            m_dir.setAutoRemove(false);
-            QFAIL(qPrintable(strProblem));
-        }
+        QVERIFY2(strProblem.isEmpty(), qPrintable(strProblem));
     }
     reportCounts("changed");
     QCOMPARE(m_nRefused + m_nRead, m_nFilesPerFormat);
