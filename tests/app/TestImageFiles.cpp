@@ -33,7 +33,7 @@ void writeTiffDirectory(QDataStream& stream, const QSize& size, quint32 nDataOff
     writeTiffEntry(stream, 273, kLong, nDataOffset);
     writeTiffEntry(stream, 277, kShort, 1); // samples per pixel
     writeTiffEntry(stream, 278, kLong, quint32(size.height()));
-    writeTiffEntry(stream, 279, kLong, quint32(size.width() * size.height()));
+    writeTiffEntry(stream, 279, kLong, quint32(qint64(size.width()) * size.height()));
     stream << nNextOffset;
 }
 

@@ -10,6 +10,9 @@ namespace {
 constexpr qint64 kMiB = 1024 * 1024;
 // What an image of unknown pixel format is assumed to take per pixel.
 constexpr int kDefaultBytesPerPixel = 4;
+// Headers can announce sizes whose bytes overflow 64 bits; such files are refused anyway,
+// so the sums stop growing here.
+constexpr qint64 kBytesCap = qint64(1) << 61;
 
 // Single-image formats report no count or 1; a reader that cannot start reports 0.
 int pageCount(const QImageReader& reader)
@@ -74,7 +77,7 @@ qint64 CVXImageFileReader::decodedBytes(QImageReader& reader, int nPages)
         // share one frame size, so the sum still holds.
         if (i > 0)
             reader.jumpToNextImage();
-        nBytes += pageBytes(reader);
+        nBytes = qMin(nBytes + pageBytes(reader), kBytesCap);
     }
     return nBytes;
 }
@@ -88,7 +91,8 @@ qint64 CVXImageFileReader::pageBytes(const QImageReader& reader)
     const int nBytesPerPixel = format == QImage::Format_Invalid
                                    ? kDefaultBytesPerPixel
                                    : qMax(1, QImage::toPixelFormat(format).bitsPerPixel() / 8);
-    return qint64(size.width()) * size.height() * nBytesPerPixel;
+    const qint64 nPixels = qint64(size.width()) * size.height();
+    return qMin(nPixels, kBytesCap / nBytesPerPixel) * nBytesPerPixel;
 }
 
 QString CVXImageFileReader::tooLargeError(const QSize& size, qint64 nBytes)

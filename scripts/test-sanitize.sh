@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds from scratch with AddressSanitizer and
+# UndefinedBehaviorSanitizer (LeakSanitizer included) and runs every test headless.
+# Any sanitizer report ends its test with an error, so it fails the run.
+set -euo pipefail
+here="$(cd "$(dirname "$0")/.." && pwd)"
+build="${BUILD_DIR:-$here/build-asan}"
+bash "$here/scripts/install-deps.sh"
+rm -rf "$build"
+# Debug: unoptimised code builds quickest, and the tests still run in seconds under the sanitizers.
+cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DVX_SANITIZE=ON
+cmake --build "$build" -j"$(nproc)"
+
+export QT_QPA_PLATFORM=offscreen
+export ASAN_OPTIONS=halt_on_error=1:detect_leaks=1:detect_stack_use_after_return=1:check_initialization_order=1:strict_init_order=1
+export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
+export LSAN_OPTIONS="suppressions=$here/tests/sanitizers/lsan.supp:print_suppressions=0"
+cd "$build"
+ctest --output-on-failure -j"$(nproc)" "$@"
