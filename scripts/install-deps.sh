@@ -13,6 +13,9 @@ PACKAGES=(
     libqt5svg5-dev
     qt5-image-formats-plugins
     fonts-dejavu-core
+    # DICOM input of the image file reader; the command-line tools write the tests' files.
+    libdcmtk-dev
+    dcmtk
 )
 
 missing=()
