@@ -71,7 +71,6 @@ private slots:
     void copyToClipboardByWindowName();
     void notificationsBeforeFirstUseAreIgnored();
     void printPixmapIsTheLayout();
-    void resetToolForgetsTheWindow();
     void deletingHostWithWindowOpenDeletesEverything();
     void hostReportsFilesThatAreNoToolPlugins();
     void hostSendsDatasetNews();
@@ -279,23 +278,6 @@ void TestAppToolPlugin::printPixmapIsTheLayout()
     const QImage printed = delivered.first().first().value<QPixmap>().toImage();
     QCOMPARE(printed.size(), copied.size());
     QCOMPARE(printed.convertToFormat(QImage::Format_RGB32), copied.convertToFormat(QImage::Format_RGB32));
-}
-
-void TestAppToolPlugin::resetToolForgetsTheWindow()
-{
-    QPointer<QMdiSubWindow> pFirst = initializedLayoutSubWindow();
-    QVERIFY(pFirst);
-    plugin()->resetTool();
-    // Forgotten, not deleted: the host still has the window.
-    QVERIFY(pFirst);
-    QVERIFY(plugin()->initializeTool());
-    int nLayoutWindows = 0;
-    const QList<QMdiSubWindow*> all = m_pHost->area()->findChildren<QMdiSubWindow*>();
-    for (const QMdiSubWindow* pCandidate : all)
-        nLayoutWindows += pCandidate->widget() && pCandidate->widget()->objectName() == kEntry ? 1 : 0;
-    QCOMPARE(nLayoutWindows, 2);
-    // The forgotten one is the host's to delete.
-    delete pFirst.data();
 }
 
 void TestAppToolPlugin::deletingHostWithWindowOpenDeletesEverything()
