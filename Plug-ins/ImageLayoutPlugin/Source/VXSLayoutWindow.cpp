@@ -1027,6 +1027,5 @@ void CVXSLayoutWindow::changeEvent(QEvent* pEvent)
 
 QMenu* CVXSLayoutWindow::createPopupMenu()
 {
-    // No context menu: the toolbar cannot be hidden by the user.
     return nullptr;
 }

@@ -53,6 +53,9 @@ public:
     bool canPasteImage();
     void addImageToLayout(QImage& image);
 
+    // No context menu: the toolbar cannot be hidden by the user.
+    QMenu* createPopupMenu() override;
+
 public slots:
     virtual void onClickClose();
     virtual void setLayoutManager(CVXSLayoutManager* pMngr);
@@ -96,7 +99,6 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
-    QMenu* createPopupMenu() override;
 
 private:
     void buildCentralArea();
