@@ -10,6 +10,8 @@ PACKAGES=(
     pkg-config
     qtbase5-dev
     qtbase5-dev-tools
+    qttools5-dev            # Qt5LinguistTools CMake package (translations)
+    qttools5-dev-tools      # lupdate and lrelease
     libqt5svg5-dev
     qt5-image-formats-plugins
     fonts-dejavu-core

@@ -7,6 +7,7 @@
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutRenderer.h"
 #include "VXSLayoutStyles.h"
+#include "VXSLayoutTranslator.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
 
@@ -30,12 +31,15 @@
 #include <QScreen>
 
 using namespace VXSLayout;
+using VXSImageFit::Centring;
 
 CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
     : QObject(nullptr)
     , m_scene(0, 0, 300, 300)
     , m_printer(QPrinter::ScreenResolution)
 {
+    // Before any text is made: the window and its dialogs read their texts through tr().
+    CVXSLayoutTranslator::install();
     m_pLayoutWindow = new CVXSLayoutWindow(pParentWidget, "Layout Window");
     m_pLayoutView = new CVXSLayoutView(&m_scene, m_pLayoutWindow->viewContainer());
     m_pLayoutWindow->setFocusPolicy(Qt::ClickFocus);
@@ -141,17 +145,13 @@ int CVXSLayoutManager::addImageItem(CVXSLayoutItemImage* pItem, bool bUpdate)
         const int top = viewHeight / 4;
         const int areaWidth = viewWidth - left;
         const int areaHeight = viewHeight - top;
-        const QSize size = VXSImageFit::fitSize(natural.width(), natural.height(), areaWidth / 2, areaHeight / 2);
-        pItem->setRect(left + (areaWidth / 4 - size.width() / 2), top + (areaHeight / 4 - size.height() / 2),
-                       size.width(), size.height());
+        pItem->setRect(VXSImageFit::fitRect(natural.size(), QRect(left, top, areaWidth / 2, areaHeight / 2),
+                                            Centring::HalfBoxLessHalfImage, Centring::HalfBoxLessHalfImage));
     } else {
         QRect cellRect;
         if (getCellRect(cell, cellRect, false) != -1) {
-            const QSize size = VXSImageFit::fitSize(natural.width(), natural.height(), cellRect.width(),
-                                                    cellRect.height());
-            pItem->setRect(cellRect.left() + (cellRect.width() - size.width()) / 2,
-                           cellRect.top() + (cellRect.height() / 2 - size.height() / 2), size.width(),
-                           size.height());
+            pItem->setRect(VXSImageFit::fitRect(natural.size(), cellRect, Centring::HalveTheRoom,
+                                                Centring::HalfBoxLessHalfImage));
             pItem->setCellIndex(cell);
             setCellUsed(cell, true);
         }
@@ -311,10 +311,8 @@ void CVXSLayoutManager::fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell)
     QRect cellRect;
     if (getCellRect(nCell, cellRect, false) == -1)
         return;
-    const QSize size = VXSImageFit::fitSize(pImage->rect().width(), pImage->rect().height(), cellRect.width(),
-                                            cellRect.height());
-    pImage->setRect(cellRect.left() + (cellRect.width() / 2 - size.width() / 2),
-                    cellRect.top() + (cellRect.height() / 2 - size.height() / 2), size.width(), size.height());
+    pImage->setRect(VXSImageFit::fitRect(pImage->rect().size(), cellRect, Centring::HalfBoxLessHalfImage,
+                                         Centring::HalfBoxLessHalfImage));
     pImage->setCellIndex(nCell);
     setCellUsed(nCell, true);
 }

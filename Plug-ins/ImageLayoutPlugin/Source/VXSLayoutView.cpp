@@ -562,11 +562,9 @@ void CVXSLayoutView::moveSelected(QPointF point)
     if (cell != -1 && m_pManager->getCellRect(cell, cellRect, false) != -1) {
         // Over a cell an image snaps to the cell's centre at its own size.
         auto* pImage = static_cast<CVXSLayoutItemImage*>(pItem);
-        const QRectF r = pImage->rect();
         point = cellRect.center();
         m_targetCell = cell;
-        pImage->setRect(cellRect.left() + (cellRect.width() / 2 - int(r.width()) / 2),
-                        cellRect.top() + (cellRect.height() / 2 - int(r.height()) / 2), r.width(), r.height());
+        pImage->setRect(QRectF(VXSImageFit::centredCorner(pImage->rect().size(), cellRect), pImage->rect().size()));
     } else if (type == ArrowItemType) {
         auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
         const int dx = int(point.x() - m_dragPoint.x());
@@ -655,10 +653,8 @@ void CVXSLayoutView::dropImage()
     QRect cellRect;
     if (m_pManager->getCellRect(m_targetCell, cellRect, false) == -1)
         return;
-    const QRectF r = pImage->rect();
-    const QSize size = VXSImageFit::fitSize(r.width(), r.height(), cellRect.width(), cellRect.height());
-    pImage->setRect(cellRect.left() + (cellRect.width() / 2 - size.width() / 2),
-                    cellRect.top() + (cellRect.height() / 2 - size.height() / 2), size.width(), size.height());
+    pImage->setRect(VXSImageFit::fitRect(pImage->rect().size(), cellRect, VXSImageFit::Centring::HalfBoxLessHalfImage,
+                                         VXSImageFit::Centring::HalfBoxLessHalfImage));
 }
 
 void CVXSLayoutView::normalizeSelected()

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QDialog>
+
+#include <functional>
+
+using ModalDialogAnswer = std::function<void(QDialog*)>;
+
+// Waits (up to 5 s) for the next modal dialog of the given class (or a subclass) to
+// become the active modal widget and lets the answer close it. A dialog the answer
+// leaves open is rejected so that no test hangs. *pSeen (may be null) tells whether one
+// came.
+void answerNextModalDialog(const QMetaObject& kind, ModalDialogAnswer answer, bool* pSeen = nullptr);
+
+// The answer that cancels: the dialog is rejected.
+void rejectDialog(QDialog* pDialog);
