@@ -77,6 +77,8 @@ CVXHostMainWindow::~CVXHostMainWindow()
     // Tools delete their sub-windows themselves, so they have to go while the area still
     // holds those sub-windows.
     m_tools.clear();
+    // The area's last activations must not rebuild a menu that is going.
+    disconnect(m_pArea, nullptr, this, nullptr);
     if (CVXSWorkspace::instance()->mdiArea() == m_pArea)
         CVXSWorkspace::instance()->setMdiArea(nullptr);
 }
