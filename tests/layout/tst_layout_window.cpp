@@ -3,6 +3,7 @@
 #include "WidgetLeaks.h"
 
 #include <VXSLayoutConstants.h>
+#include <VXSLayoutItemImage.h>
 #include <VXSLayoutItemText.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
@@ -19,6 +20,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QSizeGrip>
 #include <QToolBar>
@@ -117,6 +119,7 @@ private slots:
     void closeWithoutWorkspaceHides();
     void sizeGripInCornerAndHiddenWhenMaximized();
     void noContextMenu();
+    void screenshotWithItems();
 };
 
 void TestLayoutWindow::initTestCase()
@@ -815,6 +818,63 @@ void TestLayoutWindow::noContextMenu()
     QApplication::sendEvent(window.findChild<QToolBar*>(), &event);
     QVERIFY(!QApplication::activePopupWidget());
     QVERIFY(watch.seen().isEmpty());
+}
+
+// A picture with some structure: a bright disc fading into a dark ground.
+static QImage phantomPicture(QSize size, QColor centre)
+{
+    QImage picture(size, QImage::Format_ARGB32);
+    picture.fill(QColor(20, 20, 30));
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QRadialGradient gradient(QPointF(size.width() / 2.0, size.height() / 2.0), size.height() / 2.0);
+    gradient.setColorAt(0, centre);
+    gradient.setColorAt(1, QColor(20, 20, 30));
+    painter.setBrush(gradient);
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(picture.rect());
+    return picture;
+}
+
+// The window as a user sees it with a few items; with VX_LAYOUT_SCREENSHOT set, the
+// picture is also written there (the README shows it).
+void TestLayoutWindow::screenshotWithItems()
+{
+    LayoutFixture layout(QSize(760, 420));
+    layout.chooseStyle(2);
+    const QImage left = phantomPicture(QSize(320, 240), QColor(255, 200, 60));
+    layout.pasteImage(left);
+    layout.pasteImage(phantomPicture(QSize(320, 240), QColor(90, 220, 255)));
+    static_cast<QGraphicsRectItem*>(layout.addItem("rectangle", QRectF(120, 130, 90, 70)))->setBrush(Qt::NoBrush);
+    layout.chooseArrowTool(1);
+    layout.drag(QPoint(330, 330), QPoint(230, 210));
+    layout.triggerAction("m_pArrowAction");
+    QTest::keyClicks(child<QLineEdit>(layout.window(), "m_pAnnotationEdit"), QStringLiteral("Region of interest"));
+    QTest::keyClick(child<QLineEdit>(layout.window(), "m_pAnnotationEdit"), Qt::Key_Return);
+    QGraphicsItem* pCurrent = layout.view()->currentItem();
+    QVERIFY(pCurrent && pCurrent->type() == VXSLayout::TextItemType);
+    auto* pText = static_cast<QGraphicsRectItem*>(pCurrent);
+    pText->setRect(QRectF(QPointF(340, 330), pText->rect().size()));
+    layout.view()->showHandles(pText);
+    layout.view()->viewport()->repaint();
+
+    const QImage shot = layout.window()->grab().toImage();
+    QCOMPARE(shot.size(), layout.window()->size() * layout.window()->devicePixelRatioF());
+    const CVXSLayoutItemImage* pFirst = nullptr;
+    for (QGraphicsItem* pItem : layout.scene()->items(Qt::AscendingOrder)) {
+        if (pItem->type() == VXSLayout::ImageItemType && !pFirst)
+            pFirst = static_cast<const CVXSLayoutItemImage*>(pItem);
+    }
+    QVERIFY(pFirst);
+    const QPoint centre = layout.view()->viewport()->mapTo(
+        layout.window(), layout.view()->mapFromScene(pFirst->rect().center()));
+    // The image is shown scaled and smoothed: its centre is near, not exactly, the source's.
+    const QColor shown = shot.pixelColor(centre);
+    QVERIFY2(qAbs(shown.red() - 255) <= 8 && qAbs(shown.green() - 200) <= 8 && qAbs(shown.blue() - 60) <= 8,
+             qPrintable(shown.name()));
+    const QString strPath = qEnvironmentVariable("VX_LAYOUT_SCREENSHOT");
+    if (!strPath.isEmpty())
+        QVERIFY(shot.save(strPath, "PNG"));
 }
 
 QTEST_MAIN(TestLayoutWindow)

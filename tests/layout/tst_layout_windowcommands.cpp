@@ -26,6 +26,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QProcess>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QToolButton>
@@ -154,6 +155,8 @@ private slots:
     void activeDatasetIntoFullGrid();
     void everyButtonWithoutView();
     void everyButtonWithNothingSelected();
+    void enterAndStyleWithoutViewAreProgrammingFaults_data();
+    void enterAndStyleWithoutViewAreProgrammingFaults();
 
 private:
     QMdiSubWindow* openInArea(QWidget* pWidget);
@@ -813,6 +816,47 @@ void TestLayoutWindowCommands::everyButtonWithNothingSelected()
     QCOMPARE(layout.scene()->items().count(), itemsBefore);
     QCOMPARE(layout.scene()->items(Qt::DescendingOrder).at(0)->zValue(), zBefore);
     QCOMPARE(layout.view()->currentItem(), nullptr);
+}
+
+void TestLayoutWindowCommands::enterAndStyleWithoutViewAreProgrammingFaults_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("condition");
+    QTest::newRow("enter in the annotation box") << QStringLiteral("enter") << QStringLiteral("m_pView != NULL");
+    QTest::newRow("style change") << QStringLiteral("style") << QStringLiteral("m_pMngr");
+}
+
+// A window that was never given its view and manager cannot annotate or change the style:
+// the assertion names what is missing. Run in a child process, which the assertion ends.
+void TestLayoutWindowCommands::enterAndStyleWithoutViewAreProgrammingFaults()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, condition);
+    const QString strCommand = qEnvironmentVariable("VX_WINDOW_FAULT");
+    if (!strCommand.isEmpty()) {
+        CVXSLayoutWindow window;
+        if (strCommand == QLatin1String("enter"))
+            window.onAnnotationEnter();
+        else {
+            window.layoutStyleCombo()->setCurrentIndex(2);
+            window.selChngLayoutStyle();
+        }
+        QFAIL("the command went on without its view or manager");
+    }
+#ifdef QT_NO_DEBUG
+    QSKIP("assertions are compiled out in this build");
+#endif
+    QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("VX_WINDOW_FAULT"), command);
+    child.setProcessEnvironment(environment);
+    child.start(QCoreApplication::applicationFilePath(),
+                {QStringLiteral("enterAndStyleWithoutViewAreProgrammingFaults:") + QTest::currentDataTag()});
+    QVERIFY(child.waitForFinished(60000));
+    const QString strOutput = QString::fromLocal8Bit(child.readAllStandardOutput() + child.readAllStandardError());
+    QVERIFY2(child.exitStatus() == QProcess::CrashExit || child.exitCode() != 0, qPrintable(strOutput));
+    QVERIFY2(strOutput.contains(QStringLiteral("ASSERT failure in VXSLayoutWindow: \"%1\"").arg(condition)),
+             qPrintable(strOutput));
 }
 
 QTEST_MAIN(TestLayoutWindowCommands)
