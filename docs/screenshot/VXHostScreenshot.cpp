@@ -27,7 +27,7 @@
 
 namespace {
 
-const QSize kMainWindowSize(1280, 860);
+const QSize kMainWindowSize(1560, 900);
 constexpr int kLayout2x2 = 3;
 
 void fillLayout(CVXSLayoutManager* pManager, const QList<QMdiSubWindow*>& imageWindows)
