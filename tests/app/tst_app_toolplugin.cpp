@@ -70,6 +70,8 @@ private slots:
     void copyToClipboardByWindowName_data();
     void copyToClipboardByWindowName();
     void notificationsBeforeFirstUseAreIgnored();
+    void hostNewsReachTheLayoutWindow_data();
+    void hostNewsReachTheLayoutWindow();
     void printPixmapIsTheLayout();
     void deletingHostWithWindowOpenDeletesEverything();
     void hostReportsFilesThatAreNoToolPlugins();
@@ -262,6 +264,41 @@ void TestAppToolPlugin::notificationsBeforeFirstUseAreIgnored()
     QVERIFY(!CVXUtilityFns::getAction(kEntry)->isChecked());
     pPlugin->onSignalCopyToClipboard(kEntry);
     QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+}
+
+void TestAppToolPlugin::hostNewsReachTheLayoutWindow_data()
+{
+    QTest::addColumn<int>("frames");
+    QTest::newRow("image window") << 1;
+    QTest::newRow("sequence window") << 3;
+}
+
+void TestAppToolPlugin::hostNewsReachTheLayoutWindow()
+{
+    QFETCH(int, frames);
+    QTemporaryDir folder;
+    QVERIFY(folder.isValid());
+    QStringList paths;
+    for (int i = 0; i < frames; ++i) {
+        paths << folder.filePath(QStringLiteral("frame%1.png").arg(i));
+        QVERIFY(marker().save(paths.last()));
+    }
+    QMdiSubWindow* pLayoutSubWindow = initializedLayoutSubWindow();
+    QVERIFY(pLayoutSubWindow);
+    // "Paste Active Dataset" is offered while the host has an active image window.
+    auto* pPaste = pLayoutSubWindow->widget()->findChild<QAction*>(QStringLiteral("m_pPasteActiveDSetAction"));
+    QVERIFY(pPaste);
+    QTRY_VERIFY(!pPaste->isEnabled());
+
+    if (frames == 1)
+        m_pHost->window()->openImageFiles(paths);
+    else
+        m_pHost->window()->openSequenceFiles(paths);
+    QCOMPARE(m_pHost->imageSubWindows().size(), 1);
+    QTRY_VERIFY(pPaste->isEnabled());
+
+    m_pHost->imageSubWindows().first()->close();
+    QTRY_VERIFY(!pPaste->isEnabled());
 }
 
 void TestAppToolPlugin::printPixmapIsTheLayout()
