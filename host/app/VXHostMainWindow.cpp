@@ -29,6 +29,8 @@
 #include <QStyle>
 #include <QtMath>
 
+#include <algorithm>
+
 namespace {
 // A workspace that has not been laid out yet reports a tiny viewport; windows get at
 // least this much room.
@@ -153,6 +155,10 @@ void CVXHostMainWindow::loadToolPlugins(const QStringList& folders)
 
 void CVXHostMainWindow::attachTool(CVXToolPluginBase* pTool)
 {
+    // A plugin library loaded again gives the object it gave before.
+    const auto attached = [pTool](const std::unique_ptr<CVXToolPluginBase>& pOwned) { return pOwned.get() == pTool; };
+    if (std::any_of(m_tools.cbegin(), m_tools.cend(), attached))
+        return;
     m_tools.emplace_back(pTool);
     const CVXSWorkspace* pWorkspace = CVXSWorkspace::instance();
     connect(pWorkspace, &CVXSWorkspace::datasetChanged, pTool, &CVXToolPluginBase::onSignalDatasetChanged);

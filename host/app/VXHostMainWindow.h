@@ -41,7 +41,8 @@ public:
     void loadToolPlugins(const QStringList& folders);
     // Takes the tool's menu entry into the Tools menu (checking the entry builds the
     // tool on first use and shows or hides its window) and passes it the news about
-    // the image and sequence windows. The main window owns the tool from now on.
+    // the image and sequence windows. The main window owns the tool from now on; a tool
+    // attached before is left as it is.
     void attachTool(CVXToolPluginBase* pTool);
 
 protected:

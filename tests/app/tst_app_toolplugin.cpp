@@ -75,6 +75,7 @@ private slots:
     void printPixmapIsTheLayout();
     void deletingHostWithWindowOpenDeletesEverything();
     void hostReportsFilesThatAreNoToolPlugins();
+    void loadingTheFolderAgainAddsNothing();
     void hostSendsDatasetNews();
     void copyContentCopiesSequenceTab();
 
@@ -368,6 +369,21 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
     // The real tool still works.
     CVXUtilityFns::getAction(kEntry)->trigger();
     QVERIFY(m_pHost->layoutSubWindow()->isVisible());
+}
+
+void TestAppToolPlugin::loadingTheFolderAgainAddsNothing()
+{
+    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QList<QAction*> toolsBefore = pTools->actions();
+    QPointer<QObject> pPlugin = plugin();
+    CMessageBoxCounter boxes(0);
+    m_pHost->window()->loadToolPlugins({QFileInfo(kPluginPath).absolutePath()});
+    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(pTools->actions(), toolsBefore);
+    QCOMPARE(plugin(), pPlugin.data());
+    // Still owned once: deleting the host deletes it once.
+    m_pHost.reset();
+    QVERIFY(!pPlugin);
 }
 
 void TestAppToolPlugin::hostSendsDatasetNews()
