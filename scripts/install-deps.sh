@@ -10,10 +10,12 @@ PACKAGES=(
     pkg-config
     qtbase5-dev
     qtbase5-dev-tools
+    qttools5-dev            # Qt5LinguistTools CMake package (translations)
+    qttools5-dev-tools      # lupdate and lrelease
     libqt5svg5-dev
     qt5-image-formats-plugins
     fonts-dejavu-core
-    # The host's image exporter: DICOM and the zlib stream inside EPS.
+    # DICOM (exporter and image file reader) and the zlib stream inside EPS.
     libdcmtk-dev
     zlib1g-dev
     # Independent readers that check what we write: each export format, printed PDF pages.

@@ -1,24 +1,35 @@
 #include "VXHostMainWindow.h"
 
-#include "VXBuiltinLayoutTool.h"
+#include "VXSampleData.h"
+#include "VXToolPluginLoader.h"
+
 #include <VXImageFileReader.h>
 #include <VXImageWindowing.h>
-#include "VXSampleData.h"
-#include "VXSubWindowGeometry.h"
-
+#include <VXPreference.h>
 #include <VXSChildWindow.h>
+#include <VXSDataset.h>
 #include <VXSMdiSubWindow.h>
 #include <VXSMessageBox.h>
+#include <VXSSequenceDataset.h>
 #include <VXSSequenceWindow.h>
+#include <VXSSettings.h>
 #include <VXSWorkspace.h>
+#include <VXSubWindowGeometry.h>
+#include <VXToolPluginBase.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMenuBar>
+#include <QStyle>
+#include <QtMath>
+
+#include <algorithm>
 
 namespace {
 // A workspace that has not been laid out yet reports a tiny viewport; windows get at
@@ -26,6 +37,26 @@ namespace {
 const QSize kMinimumRoom(640, 480);
 // Tiny images get a window the user can still grab; the image window scales them up.
 const QSize kSmallestContent(200, 150);
+const QString kGeometryKey = QStringLiteral("MainWindow/geometry");
+
+// The largest of the four bands of the room beside the obstacle.
+QRect largestBandBeside(const QRect& room, const QRect& obstacle)
+{
+    const QRect bands[] = {
+        QRect(room.topLeft(), QPoint(obstacle.left() - 1, room.bottom())),
+        QRect(QPoint(obstacle.right() + 1, room.top()), room.bottomRight()),
+        QRect(room.topLeft(), QPoint(room.right(), obstacle.top() - 1)),
+        QRect(QPoint(room.left(), obstacle.bottom() + 1), room.bottomRight()),
+    };
+    QRect best;
+    for (const QRect& band : bands) {
+        const QRect inside = band.intersected(room);
+        if (inside.isValid() && qint64(inside.width()) * inside.height() > qint64(best.width()) * best.height())
+            best = inside;
+    }
+    return best;
+}
+
 } // namespace
 
 CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
@@ -41,16 +72,15 @@ CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
     createFileMenu();
     createToolsMenu();
     createWindowMenu();
-
-    m_pLayoutTool = std::make_unique<CVXBuiltinLayoutTool>();
-    attachTool(m_pLayoutTool.get());
 }
 
 CVXHostMainWindow::~CVXHostMainWindow()
 {
-    // The layout manager deletes its sub-window itself, so it has to go while the area
-    // still holds that sub-window.
-    m_pLayoutTool.reset();
+    // Tools delete their sub-windows themselves, so they have to go while the area still
+    // holds those sub-windows.
+    m_tools.clear();
+    // The area's last activations must not rebuild a menu that is going.
+    disconnect(m_pArea, nullptr, this, nullptr);
     if (CVXSWorkspace::instance()->mdiArea() == m_pArea)
         CVXSWorkspace::instance()->setMdiArea(nullptr);
 }
@@ -99,8 +129,43 @@ void CVXHostMainWindow::openSamples()
                    tr("Sample Fluorescence Sequence"));
 }
 
+void CVXHostMainWindow::showWithLastGeometry()
+{
+    const QByteArray geometry = CVXPreference::getSettings()->value(kGeometryKey).toByteArray();
+    if (geometry.isEmpty() || !restoreGeometry(geometry)) {
+        showMaximized();
+        return;
+    }
+    show();
+}
+
+void CVXHostMainWindow::loadToolPlugins(const QStringList& folders)
+{
+    QStringList failures;
+    const QVector<CVXToolPluginBase*> plugins = CVXToolPluginLoader::load(folders, failures);
+    for (CVXToolPluginBase* pPlugin : plugins)
+        attachTool(pPlugin);
+    if (failures.isEmpty())
+        return;
+    CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
+                            tr("These tool plugins could not be loaded:") + QStringLiteral("\n\n")
+                                + failures.join(QLatin1Char('\n')),
+                            QString());
+}
+
 void CVXHostMainWindow::attachTool(CVXToolPluginBase* pTool)
 {
+    // A plugin library loaded again gives the object it gave before.
+    const auto attached = [pTool](const std::unique_ptr<CVXToolPluginBase>& pOwned) { return pOwned.get() == pTool; };
+    if (std::any_of(m_tools.cbegin(), m_tools.cend(), attached))
+        return;
+    m_tools.emplace_back(pTool);
+    const CVXSWorkspace* pWorkspace = CVXSWorkspace::instance();
+    connect(pWorkspace, &CVXSWorkspace::datasetChanged, pTool, &CVXToolPluginBase::onSignalDatasetChanged);
+    connect(pWorkspace, &CVXSWorkspace::datasetRemoved, pTool, &CVXToolPluginBase::onSignalDatasetRemoved);
+    connect(pWorkspace, &CVXSWorkspace::sequenceAdded, pTool, &CVXToolPluginBase::onSignalSequenceAdded);
+    connect(pWorkspace, &CVXSWorkspace::sequenceChanged, pTool, &CVXToolPluginBase::onSignalSequenceChanged);
+    connect(pWorkspace, &CVXSWorkspace::sequenceRemoved, pTool, &CVXToolPluginBase::onSignalSequenceRemoved);
     // Asking for the entry makes the tool announce it, which lands it in the Tools menu.
     QAction* pAction = pTool->getToolAction();
     if (!pAction)
@@ -110,6 +175,13 @@ void CVXHostMainWindow::attachTool(CVXToolPluginBase* pTool)
         if (pTool->initializeTool())
             pTool->onToolActionToggled();
     });
+}
+
+void CVXHostMainWindow::closeEvent(QCloseEvent* pEvent)
+{
+    CVXPreference::getSettings()->setValue(kGeometryKey, saveGeometry());
+    CVXPreference::getSettings()->sync();
+    QMainWindow::closeEvent(pEvent);
 }
 
 void CVXHostMainWindow::createFileMenu()
@@ -139,12 +211,85 @@ void CVXHostMainWindow::createToolsMenu()
 
 void CVXHostMainWindow::createWindowMenu()
 {
-    QMenu* pMenu = menuBar()->addMenu(tr("&Window"));
-    pMenu->setObjectName(QStringLiteral("menuWindow"));
-    connect(addMenuAction(pMenu, QStringLiteral("actionTile"), tr("&Tile")), &QAction::triggered, m_pArea,
-            &QMdiArea::tileSubWindows);
-    connect(addMenuAction(pMenu, QStringLiteral("actionCascade"), tr("&Cascade")), &QAction::triggered, m_pArea,
-            &QMdiArea::cascadeSubWindows);
+    m_pWindowMenu = menuBar()->addMenu(tr("&Window"));
+    m_pWindowMenu->setObjectName(QStringLiteral("menuWindow"));
+    connect(addMenuAction(m_pWindowMenu, QStringLiteral("actionTile"), tr("&Tile")), &QAction::triggered, this,
+            &CVXHostMainWindow::tileWindows);
+    connect(addMenuAction(m_pWindowMenu, QStringLiteral("actionCascade"), tr("&Cascade")), &QAction::triggered,
+            this, &CVXHostMainWindow::cascadeWindows);
+    m_pWindowMenu->addSeparator();
+    m_pWindowList = new QActionGroup(this);
+    connect(m_pWindowMenu, &QMenu::aboutToShow, this, &CVXHostMainWindow::updateWindowMenu);
+    connect(m_pArea, &QMdiArea::subWindowActivated, this, &CVXHostMainWindow::updateWindowMenu);
+}
+
+void CVXHostMainWindow::updateWindowMenu()
+{
+    qDeleteAll(m_pWindowList->actions());
+    const QList<QMdiSubWindow*> windows = shownSubWindows();
+    for (int i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow* pSubWindow = windows.at(i);
+        QAction* pAction = m_pWindowMenu->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(pSubWindow->windowTitle()));
+        pAction->setObjectName(QStringLiteral("actionWindow%1").arg(i + 1));
+        pAction->setCheckable(true);
+        pAction->setChecked(pSubWindow == m_pArea->activeSubWindow());
+        m_pWindowList->addAction(pAction);
+        connect(pAction, &QAction::triggered, pSubWindow, [this, pSubWindow] {
+            if (pSubWindow->isMinimized())
+                pSubWindow->showNormal();
+            m_pArea->setActiveSubWindow(pSubWindow);
+        });
+    }
+}
+
+QList<QMdiSubWindow*> CVXHostMainWindow::shownSubWindows() const
+{
+    QList<QMdiSubWindow*> shown;
+    const QList<QMdiSubWindow*> all = m_pArea->subWindowList(QMdiArea::CreationOrder);
+    for (QMdiSubWindow* pSubWindow : all) {
+        if (!pSubWindow->isHidden())
+            shown << pSubWindow;
+    }
+    return shown;
+}
+
+void CVXHostMainWindow::cascadeWindows()
+{
+    // Each window keeps its size as far as the room below and right of its step allows,
+    // so every one still shows its content; steps start over where too little is left.
+    const QRect room = m_pArea->viewport()->rect();
+    const int nStep = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this) + 4;
+    QPoint offset;
+    const QList<QMdiSubWindow*> windows = shownSubWindows();
+    for (QMdiSubWindow* pSubWindow : windows) {
+        pSubWindow->showNormal();
+        const QSize least = pSubWindow->minimumSizeHint().expandedTo(kSmallestContent + CVXSubWindowGeometry::frameExtent(pSubWindow));
+        if (room.width() - offset.x() < least.width() || room.height() - offset.y() < least.height())
+            offset = QPoint();
+        const QSize size = pSubWindow->size().boundedTo(room.size() - QSize(offset.x(), offset.y())).expandedTo(least);
+        pSubWindow->setGeometry(QRect(CVXSubWindowGeometry::keptInside(room, size, room.topLeft() + offset), size));
+        offset += QPoint(nStep, nStep);
+    }
+}
+
+void CVXHostMainWindow::tileWindows()
+{
+    // Cells of the viewport as it is; a window that cannot be that small keeps its
+    // minimum size inside the viewport rather than making the main window grow.
+    const QRect room = m_pArea->viewport()->rect();
+    const QList<QMdiSubWindow*> windows = shownSubWindows();
+    if (windows.isEmpty())
+        return;
+    const int nColumns = qCeil(qSqrt(windows.size()));
+    const int nRows = (windows.size() + nColumns - 1) / nColumns;
+    const QSize cell(room.width() / nColumns, room.height() / nRows);
+    for (int i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow* pSubWindow = windows.at(i);
+        pSubWindow->showNormal();
+        const QSize size = cell.expandedTo(pSubWindow->minimumSizeHint()).expandedTo(pSubWindow->minimumSize());
+        const QPoint wanted(room.left() + (i % nColumns) * cell.width(), room.top() + (i / nColumns) * cell.height());
+        pSubWindow->setGeometry(QRect(CVXSubWindowGeometry::keptInside(room, size, wanted), size));
+    }
 }
 
 QAction* CVXHostMainWindow::addMenuAction(QMenu* pMenu, const QString& strObjectName, const QString& strText)
@@ -195,17 +340,58 @@ void CVXHostMainWindow::addImageWindow(CVXSChildWindow* pWindow, const QSize& im
     pSubWindow->setWidget(pWindow);
     pSubWindow->setAttribute(Qt::WA_DeleteOnClose);
     pSubWindow->setWindowTitle(strTitle);
+    if (auto* pSequence = qobject_cast<CVXSSequenceWindow*>(pWindow)) {
+        pSequence->sequenceDataset()->setName(strTitle);
+        connect(pSequence, &CVXSSequenceWindow::currentFrameChanged, pSequence,
+                [pSequence] { CVXSWorkspace::instance()->notifyWindowChanged(pSequence); });
+    } else {
+        pWindow->dataset()->setName(strTitle);
+    }
+    const QRect room = freeRoom();
     m_pArea->addSubWindow(pSubWindow);
-    CVXSubWindowGeometry::resizeForContent(pSubWindow, initialContentSize(imageSize));
+    CVXSubWindowGeometry::resizeForContent(pSubWindow, initialContentSize(imageSize, room.size() - CVXSubWindowGeometry::frameExtent(pSubWindow)));
+    placeNewWindow(pSubWindow, room);
     pSubWindow->showWindow();
+    CVXSWorkspace::instance()->notifyWindowOpened(pWindow);
 }
 
-QSize CVXHostMainWindow::initialContentSize(const QSize& imageSize) const
+QSize CVXHostMainWindow::initialContentSize(const QSize& imageSize, const QSize& room) const
 {
-    // Large images start scaled down so the window fits the workspace.
-    const QSize room = m_pArea->viewport()->size().expandedTo(kMinimumRoom) * 3 / 4;
-    const bool bFits = imageSize.width() <= room.width() && imageSize.height() <= room.height();
-    return (bFits ? imageSize : imageSize.scaled(room, Qt::KeepAspectRatio)).expandedTo(kSmallestContent);
+    // Large images start scaled down so the window fits the free part of the workspace.
+    const QSize fit = room.expandedTo(kSmallestContent) * 3 / 4;
+    const bool bFits = imageSize.width() <= fit.width() && imageSize.height() <= fit.height();
+    return (bFits ? imageSize : imageSize.scaled(fit, Qt::KeepAspectRatio)).expandedTo(kSmallestContent);
+}
+
+void CVXHostMainWindow::placeNewWindow(QMdiSubWindow* pSubWindow, const QRect& room)
+{
+    // Windows step down and right from the room's corner as they are opened, the steps
+    // starting over where the next would leave the room.
+    const int nStep = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this) + 4;
+    const int nShown = shownSubWindows().size();
+    const QSize slack = room.size() - pSubWindow->size();
+    const int nSteps = qMax(1, qMin(slack.width(), slack.height()) / nStep + 1);
+    const int nOffset = (nShown % nSteps) * nStep;
+    pSubWindow->move(CVXSubWindowGeometry::keptInside(room, pSubWindow->size(), room.topLeft() + QPoint(nOffset, nOffset)));
+}
+
+QRect CVXHostMainWindow::freeRoom() const
+{
+    QRect room = m_pArea->viewport()->rect();
+    // A workspace that has not been laid out yet reports a tiny viewport.
+    if (room.width() < kSmallestContent.width() || room.height() < kSmallestContent.height())
+        room = QRect(QPoint(), kMinimumRoom);
+    const QList<QMdiSubWindow*> windows = shownSubWindows();
+    for (const QMdiSubWindow* pSubWindow : windows) {
+        const bool bToolWindow = !qobject_cast<CVXSChildWindow*>(pSubWindow->widget());
+        if (!bToolWindow || pSubWindow->isMinimized() || !pSubWindow->geometry().intersects(room))
+            continue;
+        const QRect band = largestBandBeside(room, pSubWindow->geometry());
+        // Beside a tool window that leaves no usable room, new windows share the whole room.
+        if (band.width() >= kSmallestContent.width() && band.height() >= kSmallestContent.height())
+            room = band;
+    }
+    return room;
 }
 
 void CVXHostMainWindow::reportUnreadable(const QStringList& failures, const QString& strConsequence)

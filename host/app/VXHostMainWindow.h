@@ -6,10 +6,12 @@
 #include <QVector>
 
 #include <memory>
+#include <vector>
 
+class QActionGroup;
 class QMdiArea;
+class QMdiSubWindow;
 class QMenu;
-class CVXBuiltinLayoutTool;
 class CVXSChildWindow;
 class CVXToolPluginBase;
 
@@ -32,14 +34,32 @@ public:
     void openSequenceFiles(const QStringList& paths);
     // Opens the built-in X-ray, luminescence and fluorescence samples.
     void openSamples();
-    // Takes the tool's menu entry into the Tools menu; checking the entry builds the
-    // tool on first use and shows or hides its window.
+    // Shows the window where the user left it last time, maximized on the first start.
+    void showWithLastGeometry();
+    // Loads the tool plugins of the folders and attaches each; files that are no tool
+    // plugin are reported together in one message.
+    void loadToolPlugins(const QStringList& folders);
+    // Takes the tool's menu entry into the Tools menu (checking the entry builds the
+    // tool on first use and shows or hides its window) and passes it the news about
+    // the image and sequence windows. The main window owns the tool from now on; a tool
+    // attached before is left as it is.
     void attachTool(CVXToolPluginBase* pTool);
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
 
 private:
     void createFileMenu();
     void createToolsMenu();
     void createWindowMenu();
+    void updateWindowMenu();
+    void cascadeWindows();
+    void tileWindows();
+    // Visible sub-windows in the order they were opened.
+    QList<QMdiSubWindow*> shownSubWindows() const;
+    // Where new image windows may go: the viewport without the part a shown tool window
+    // covers.
+    QRect freeRoom() const;
     QAction* addMenuAction(QMenu* pMenu, const QString& strObjectName, const QString& strText);
     void chooseImageFiles();
     void chooseSequenceFiles();
@@ -49,11 +69,15 @@ private:
     static QVector<QImage> readFile(const QString& strPath, QStringList& failures);
     void openFrames(const QVector<QImage>& frames, const QString& strTitle);
     void addImageWindow(CVXSChildWindow* pWindow, const QSize& imageSize, const QString& strTitle);
-    QSize initialContentSize(const QSize& imageSize) const;
+    QSize initialContentSize(const QSize& imageSize, const QSize& room) const;
+    void placeNewWindow(QMdiSubWindow* pSubWindow, const QRect& room);
     void reportUnreadable(const QStringList& failures, const QString& strConsequence);
 
     QMdiArea* m_pArea = nullptr; // central widget
     QMenu* m_pToolsMenu = nullptr;
-    // Deleted in the destructor while the workspace still exists.
-    std::unique_ptr<CVXBuiltinLayoutTool> m_pLayoutTool;
+    QMenu* m_pWindowMenu = nullptr;
+    QActionGroup* m_pWindowList = nullptr; // child of the main window; one action per window
+    // A tool deletes its windows, which live in the area, so the tools are deleted in the
+    // destructor while the workspace still exists.
+    std::vector<std::unique_ptr<CVXToolPluginBase>> m_tools;
 };

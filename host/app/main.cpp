@@ -1,30 +1,15 @@
 #include "VXAppIcon.h"
 #include "VXHostMainWindow.h"
+#include "VXToolPluginLoader.h"
 
 #include <VXUtilityFns.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QScreen>
 #include <QTimer>
 
 namespace {
-
-const QSize kPreferredSize(1280, 800);
-
-// The preferred size where the screen has room for it, the whole screen otherwise.
-void showMainWindow(CVXHostMainWindow& window)
-{
-    const QScreen* pScreen = QGuiApplication::primaryScreen();
-    const QSize available = pScreen ? pScreen->availableSize() : QSize();
-    if (available.width() < kPreferredSize.width() || available.height() < kPreferredSize.height()) {
-        window.showMaximized();
-        return;
-    }
-    window.resize(kPreferredSize);
-    window.show();
-}
 
 void showLayoutWindow()
 {
@@ -57,12 +42,13 @@ int main(int argc, char* argv[])
     parser.process(app);
 
     CVXHostMainWindow window;
-    showMainWindow(window);
+    window.showWithLastGeometry();
     // Opening may show a message box; its loop must run inside the application's loop so
     // that quitting ends both.
     const bool bSamples = !parser.isSet(noSamples);
     const QStringList files = parser.positionalArguments();
     QTimer::singleShot(0, &window, [&window, bSamples, files] {
+        window.loadToolPlugins(CVXToolPluginLoader::defaultFolders());
         if (bSamples)
             window.openSamples();
         showLayoutWindow();

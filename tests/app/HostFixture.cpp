@@ -1,6 +1,7 @@
 #include "HostFixture.h"
 
 #include <VXHostMainWindow.h>
+#include <VXToolPluginLoader.h>
 #include <VXSChildWindow.h>
 #include <VXUtilityFns.h>
 
@@ -18,6 +19,8 @@ CHostFixture::CHostFixture()
 {
     m_pWindow->resize(1200, 900);
     m_pWindow->show();
+    // The tests run from the build tree's bin folder, next to the host's plugin folder.
+    m_pWindow->loadToolPlugins(CVXToolPluginLoader::defaultFolders());
 }
 
 CHostFixture::~CHostFixture() = default;

@@ -50,6 +50,10 @@ void TestAppSmoke::startsAndQuits()
     QFETCH(QStringList, arguments);
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // The host keeps its window geometry in the user's settings; this run keeps it here.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_dir.filePath(QStringLiteral("config")));
+    process.setProcessEnvironment(environment);
     QElapsedTimer timer;
     timer.start();
     process.start(QStringLiteral(VXHOST_EXECUTABLE),

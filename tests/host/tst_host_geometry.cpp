@@ -1,4 +1,5 @@
 #include "VXGeometry.h"
+#include "VXSubWindowGeometry.h"
 
 #include <QtTest>
 
@@ -9,6 +10,8 @@ private slots:
     void initTestCase();
     void rotatePoint_data();
     void rotatePoint();
+    void keptInside_data();
+    void keptInside();
 };
 
 void TestHostGeometry::initTestCase()
@@ -46,6 +49,32 @@ void TestHostGeometry::rotatePoint()
 
     QVERIFY2(std::abs(x - expectedX) < 1e-12, qPrintable(QString::number(x, 'g', 17)));
     QVERIFY2(std::abs(y - expectedY) < 1e-12, qPrintable(QString::number(y, 'g', 17)));
+}
+
+void TestHostGeometry::keptInside_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QPoint>("wanted");
+    QTest::addColumn<QPoint>("expected");
+    // The room is QRect(10, 20, 300, 200).
+    QTest::newRow("inside stays") << QSize(100, 50) << QPoint(50, 60) << QPoint(50, 60);
+    QTest::newRow("past the right edge") << QSize(100, 50) << QPoint(250, 60) << QPoint(210, 60);
+    QTest::newRow("past the bottom edge") << QSize(100, 50) << QPoint(50, 190) << QPoint(50, 170);
+    QTest::newRow("above and left") << QSize(100, 50) << QPoint(-40, -5) << QPoint(10, 20);
+    QTest::newRow("exactly the room") << QSize(300, 200) << QPoint(90, 90) << QPoint(10, 20);
+    QTest::newRow("larger than the room") << QSize(500, 400) << QPoint(90, 90) << QPoint(10, 20);
+}
+
+void TestHostGeometry::keptInside()
+{
+    QFETCH(QSize, size);
+    QFETCH(QPoint, wanted);
+    QFETCH(QPoint, expected);
+    const QRect room(10, 20, 300, 200);
+    const QPoint placed = CVXSubWindowGeometry::keptInside(room, size, wanted);
+    QCOMPARE(placed, expected);
+    if (size.width() <= room.width() && size.height() <= room.height())
+        QVERIFY(room.contains(QRect(placed, size)));
 }
 
 QTEST_GUILESS_MAIN(TestHostGeometry)

@@ -13,6 +13,7 @@
 #include <VXSLayoutWindow.h>
 
 #include <QAction>
+#include <QDialog>
 #include <QGraphicsScene>
 #include <QtTest>
 
@@ -829,6 +830,9 @@ void TestLayoutView::doubleClickOnTextIsTaken()
         return event.isAccepted();
     };
     QVERIFY(doubleClickAccepted(QPoint(120, 110), Qt::LeftButton));
+    // The double click opened the modal Edit Text dialog; cancel it to reach the page again.
+    QTRY_VERIFY(qobject_cast<QDialog*>(QApplication::activeModalWidget()));
+    QApplication::activeModalWidget()->close();
     QVERIFY(!doubleClickAccepted(QPoint(120, 110), Qt::RightButton));
     QVERIFY(!doubleClickAccepted(QPoint(320, 110), Qt::LeftButton));
     QVERIFY(!doubleClickAccepted(QPoint(20, 20), Qt::LeftButton));

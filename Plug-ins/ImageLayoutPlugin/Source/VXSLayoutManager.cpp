@@ -7,6 +7,7 @@
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutRenderer.h"
 #include "VXSLayoutStyles.h"
+#include "VXSLayoutTranslator.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
 
@@ -37,6 +38,8 @@ CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
     , m_scene(0, 0, 300, 300)
     , m_printer(QPrinter::ScreenResolution)
 {
+    // Before any text is made: the window and its dialogs read their texts through tr().
+    CVXSLayoutTranslator::install();
     m_pLayoutWindow = new CVXSLayoutWindow(pParentWidget, "Layout Window");
     m_pLayoutView = new CVXSLayoutView(&m_scene, m_pLayoutWindow->viewContainer());
     m_pLayoutWindow->setFocusPolicy(Qt::ClickFocus);

@@ -1,22 +1,109 @@
 #include "VXSLayoutWindow.h"
 
+#include "VXSEditText.h"
 #include "VXSLayoutConstants.h"
+#include "VXSLayoutItemImage.h"
+#include "VXSLayoutItemText.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutView.h"
 
+#include <VXSChildWindow.h>
+#include <VXSMdiSubWindow.h>
 #include <VXSMessageBox.h>
+#include <VXSSequenceWindow.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QBoxLayout>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QColorDialog>
 #include <QComboBox>
+#include <QFontDialog>
+#include <QFontMetrics>
 #include <QFrame>
-#include <QGraphicsItem>
+#include <QGraphicsScene>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
-#include <QTimer>
+#include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QMenu>
+#include <QPushButton>
+#include <QSizeGrip>
+#include <QThread>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+
+#include <cstdlib>
+
+using namespace VXSLayout;
+
+namespace {
+
+// The delete icon: a red cross outlined in black, 16 x 16, as PNG.
+const unsigned char DeleteIconPng[] = {
+    0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44, 0x52,
+    0x00, 0x00, 0x00, 0x10, 0x00, 0x00, 0x00, 0x10, 0x02, 0x03, 0x00, 0x00, 0x00, 0x62, 0x9d, 0x17,
+    0xf2, 0x00, 0x00, 0x00, 0x0c, 0x50, 0x4c, 0x54, 0x45, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xd0,
+    0x10, 0x10, 0xff, 0x80, 0x80, 0x7f, 0x8d, 0xc4, 0x22, 0x00, 0x00, 0x00, 0x01, 0x74, 0x52, 0x4e,
+    0x53, 0x00, 0x40, 0xe6, 0xd8, 0x66, 0x00, 0x00, 0x00, 0x3e, 0x49, 0x44, 0x41, 0x54, 0x78, 0xda,
+    0x63, 0x60, 0x00, 0x01, 0x46, 0x07, 0x46, 0x07, 0x06, 0xb6, 0x09, 0x6c, 0x13, 0x18, 0xa4, 0x96,
+    0x48, 0x2d, 0x61, 0x90, 0x7a, 0x99, 0xbd, 0x84, 0x81, 0x6d, 0xd7, 0xba, 0x09, 0x0c, 0x8c, 0xeb,
+    0x76, 0x39, 0x30, 0x30, 0x64, 0xbf, 0x64, 0x80, 0x10, 0x60, 0x2e, 0x58, 0x02, 0xac, 0x04, 0xac,
+    0x18, 0xac, 0x0d, 0x6c, 0x00, 0x08, 0x00, 0x00, 0x2b, 0x0e, 0x14, 0x6f, 0x3d, 0x1d, 0x2a, 0x67,
+    0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82,
+};
+
+// The host's menu entry that shows and hides this window.
+const QString LayoutWindowActionName = QStringLiteral("Image Layout Window");
+// Tabs of a sequence window whose content can be grabbed directly.
+const QString ProjectionTabName = QStringLiteral("3D View");
+const QString SequenceTabName = QStringLiteral("Sequence View");
+// How long the host gets to put a tab's content on the clipboard.
+constexpr unsigned long ClipboardWaitMs = 200;
+// canGrabMinimized's mode for the picture as drawn.
+constexpr int GrabDisplayedMode = 1;
+// Where a text wider or taller than the page may start.
+constexpr int OversizeTextRange = 10;
+constexpr int TextPadding = 5;
+constexpr int DeleteRepaintMargin = 40;
+
+QIcon normalIcon(const QString& strPath)
+{
+    QIcon icon;
+    icon.addFile(strPath, QSize(), QIcon::Normal, QIcon::Off);
+    return icon;
+}
+
+QIcon enabledDisabledIcon(const QString& strEnabledPath, const QString& strDisabledPath)
+{
+    QIcon icon = normalIcon(strEnabledPath);
+    icon.addFile(strDisabledPath, QSize(), QIcon::Disabled, QIcon::Off);
+    return icon;
+}
+
+// A random start in [0, nFreeRange). One pseudo-random number is drawn per call, also
+// when the text fits exactly (range 0), which then starts at 0.
+int randomStart(int nFreeRange)
+{
+    const int nRandom = std::rand();
+    if (nFreeRange < 0)
+        return nRandom % OversizeTextRange;
+    return nFreeRange == 0 ? 0 : nRandom % nFreeRange;
+}
+
+// The widget whose window state says whether the child is minimized: its MDI frame.
+QWidget* childFrame(CVXSChildWindow* pChild)
+{
+    if (auto* pSubWindow = qobject_cast<QMdiSubWindow*>(pChild->parentWidget()))
+        return pSubWindow;
+    return pChild;
+}
+
+} // namespace
 
 // The icons live in the static core library; naming the resource keeps the linker from
 // dropping them.
@@ -29,99 +116,329 @@ CVXSLayoutWindow::CVXSLayoutWindow(QWidget* pParent, const char* pName, Qt::Wind
     : QMainWindow(pParent, flags)
 {
     initResources();
+    m_oDeleteIcon.loadFromData(DeleteIconPng, sizeof(DeleteIconPng), "PNG");
     setObjectName(pName ? QString::fromLatin1(pName) : QStringLiteral("CVXSLayoutWindow"));
-    setWindowTitle(tr("Image Layout Window"));
+    setMinimumSize(450, 447);
 
+    buildCentralArea();
+    createActions();
+    if (!m_pSizeGrip) {
+        m_pSizeGrip = new QSizeGrip(this);
+        m_pSizeGrip->setObjectName(QStringLiteral("m_pSizeGrip"));
+        m_pSizeGrip->setGeometry(0, 0, 12, 12);
+    }
+    languageChange();
+    resize(QSize(621, 447).expandedTo(minimumSizeHint()));
+    connectControls();
+    createToolBar();
+}
+
+CVXSLayoutWindow::~CVXSLayoutWindow() = default;
+
+void CVXSLayoutWindow::buildCentralArea()
+{
     auto* pCentral = new QWidget(this);
+    pCentral->setObjectName(QStringLiteral("centralWidget"));
     setCentralWidget(pCentral);
     m_pCentralLayout = new QVBoxLayout(pCentral);
+    m_pCentralLayout->setContentsMargins(2, 2, 2, 2);
+    m_pCentralLayout->setSpacing(3);
+    m_pCentralGrid = new QGridLayout();
+    m_pCentralLayout->addLayout(m_pCentralGrid);
+
     m_pLayoutFrame = new QFrame(pCentral);
     m_pLayoutFrame->setObjectName(QStringLiteral("m_pLayoutFrame"));
     m_pLayoutFrame->setMinimumSize(440, 330);
     m_pLayoutFrame->setFrameShape(QFrame::StyledPanel);
     m_pLayoutFrame->setFrameShadow(QFrame::Raised);
-    m_pCentralLayout->addWidget(m_pLayoutFrame);
+    m_pCentralGrid->addWidget(m_pLayoutFrame, 0, 0);
 
-    createToolBar();
-    resize(QSize(621, 447).expandedTo(minimumSizeHint()));
+    m_pBottomLayout = new QHBoxLayout();
+    buildAnnotationGroup(pCentral);
+    m_pBottomLayout->addWidget(m_pAnnotationGroup);
+    m_pCloseSpacer = new QSpacerItem(16, 30, QSizePolicy::Expanding, QSizePolicy::Minimum);
+    m_pBottomLayout->addItem(m_pCloseSpacer);
+    m_pCloseBtn = new QPushButton(QStringLiteral("m_pCloseBtn"), pCentral);
+    m_pCloseBtn->setObjectName(QStringLiteral("m_pCloseBtn"));
+    m_pBottomLayout->addWidget(m_pCloseBtn);
+    m_pCentralGrid->addLayout(m_pBottomLayout, 1, 0);
 }
 
-CVXSLayoutWindow::~CVXSLayoutWindow() = default;
-
-QAction* CVXSLayoutWindow::createAction(const char* pObjectName, const QString& text, const QString& iconPath,
-                                        bool bCheckable)
+void CVXSLayoutWindow::buildAnnotationGroup(QWidget* pParent)
 {
-    auto* pAction = new QAction(this);
+    m_pAnnotationGroup = new QGroupBox(pParent);
+    m_pAnnotationGroup->setObjectName(QStringLiteral("m_pAnnotationGroup"));
+    auto* pGroupLayout = new QVBoxLayout(m_pAnnotationGroup);
+    pGroupLayout->setSpacing(2);
+    pGroupLayout->setContentsMargins(6, 6, 6, 6);
+    m_pAnnotationGrid = new QGridLayout();
+    m_pAnnotationGrid->setAlignment(Qt::AlignTop);
+    pGroupLayout->addLayout(m_pAnnotationGrid);
+
+    m_pAnnotationEdit = new QLineEdit(m_pAnnotationGroup);
+    m_pAnnotationEdit->setObjectName(QStringLiteral("m_pAnnotationEdit"));
+    m_pAnnotationEdit->setMinimumWidth(150);
+    m_pAnnotationEdit->setMaximumSize(32767, 32767);
+    m_pAnnotationGrid->addWidget(m_pAnnotationEdit, 0, 0);
+    m_pAnnFontBtn = createToolButton(m_pAnnotationGroup, "m_pAnnFontBtn");
+    m_pAnnotationGrid->addWidget(m_pAnnFontBtn, 0, 1);
+    m_pAnnColorBtn = createToolButton(m_pAnnotationGroup, "m_pAnnColorBtn");
+    m_pAnnotationGrid->addWidget(m_pAnnColorBtn, 0, 2);
+    m_pMultiLineTextBtn = createToolButton(m_pAnnotationGroup, "m_pMultiLineTextBtn");
+    m_pMultiLineTextBtn->setIcon(normalIcon(QStringLiteral(":/Resource/text.xpm")));
+    m_pMultiLineTextBtn->setToolTip(tr("Multiline text edit"));
+    m_pMultiLineTextBtn->setWhatsThis(
+        QStringLiteral("<b>Multiline Text Edit:</b><br>Adds a new text item into the image layout.</br>"));
+    m_pAnnotationGrid->addWidget(m_pMultiLineTextBtn, 0, 3);
+}
+
+QToolButton* CVXSLayoutWindow::createToolButton(QWidget* pParent, const char* pObjectName)
+{
+    auto* pButton = new QToolButton(pParent);
+    pButton->setObjectName(QString::fromLatin1(pObjectName));
+    return pButton;
+}
+
+QAction* CVXSLayoutWindow::createAction(const char* pObjectName)
+{
+    // Until languageChange names it, an action shows its member name.
+    auto* pAction = new QAction(QString::fromLatin1(pObjectName), this);
     pAction->setObjectName(QString::fromLatin1(pObjectName));
-    pAction->setText(text);
-    pAction->setIcon(QIcon(iconPath));
-    pAction->setCheckable(bCheckable);
     return pAction;
+}
+
+void CVXSLayoutWindow::createActions()
+{
+    m_pPasteAction = createAction("m_pPasteAction");
+    m_pExportAction = createAction("m_pExportAction");
+    m_pPrintAction = createAction("m_pPrintAction");
+    m_pNewAction = createAction("m_pNewAction");
+    m_pDrawRectAction = createAction("m_pDrawRectAction");
+    m_pDrawEllipseAction = createAction("m_pDrawEllipseAction");
+    m_pDeleteAction = createAction("m_pDeleteAction");
+    m_pDeleteAction->setIcon(QIcon(m_oDeleteIcon));
+    m_pCopyAction = createAction("m_pCopyAction");
+    // The pointer keeps its member name as text: languageChange leaves it alone.
+    m_pArrowAction = createAction("m_pArrowAction");
+    m_pArrowAction->setToolTip(tr("Pointer"));
+    m_pArrowAction->setWhatsThis(
+        QStringLiteral("<b>Pointer:</b><br>Reset mouse cursor back to Pointer/Picking mode.</br."));
+}
+
+void CVXSLayoutWindow::connectControls()
+{
+    connect(m_pAnnColorBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickAnnClr);
+    connect(m_pAnnFontBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickAnnFont);
+    connect(m_pAnnotationEdit, &QLineEdit::returnPressed, this, &CVXSLayoutWindow::onAnnotationEnter);
+    connect(m_pCloseBtn, &QPushButton::clicked, this, &CVXSLayoutWindow::onClickClose);
+    connect(m_pPasteAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickClipBoardPaste);
+    connect(m_pExportAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickExport);
+    connect(m_pPrintAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickPrint);
+    connect(m_pNewAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickNew);
+    connect(m_pDrawRectAction, &QAction::toggled, this, &CVXSLayoutWindow::onClickRectangleShapeBtn);
+    connect(m_pDrawEllipseAction, &QAction::toggled, this, &CVXSLayoutWindow::onClickEllipseShapeBtn);
+    connect(m_pDeleteAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickDelete);
+    connect(this, &CVXSLayoutWindow::updateToolStatus, this, &CVXSLayoutWindow::updateButtonStatus);
+    connect(m_pCopyAction, &QAction::triggered, this, &CVXSLayoutWindow::onCopyToClipboard);
+    connect(m_pMultiLineTextBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickMultiLineEditText);
+    connect(m_pArrowAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickArrow);
+}
+
+void CVXSLayoutWindow::languageChange()
+{
+    setWindowTitle(tr("Image Layout Window"));
+    m_pAnnotationGroup->setTitle(tr("Annotation"));
+    m_pAnnotationGroup->setWhatsThis(QStringLiteral(
+        "<b>Annotation: </b><br>To apply notes to an image, enter text in the annotation box and press Enter."
+        "Drag the text to the location of interest in the image.</br>"));
+    m_pCloseBtn->setText(tr("Close"));
+    m_pCloseBtn->setWhatsThis(QStringLiteral("<b>Close:</b><br>Closes the image layout window.</br>"));
+    // These three show their name only as a tooltip; "Action" appears where a toolbar
+    // shows texts, in its overflow menu.
+    m_pPasteAction->setText(tr("Action"));
+    m_pPasteAction->setToolTip(tr("Paste from Clipboard"));
+    m_pPasteAction->setWhatsThis(QStringLiteral(
+        "<b>Paste from Clipboard:</b><br>Paste the system clipboard contents into the current image layout.</br>"));
+    m_pExportAction->setText(tr("Action"));
+    m_pExportAction->setToolTip(tr("Export"));
+    m_pExportAction->setWhatsThis(QStringLiteral(
+        "<b>Export:</b><br>Export the active Image Layout contents in the selected image format.</br>"));
+    m_pPrintAction->setText(tr("Action"));
+    m_pPrintAction->setToolTip(tr("Print"));
+    m_pPrintAction->setWhatsThis(QStringLiteral("<b>Print:</b><br>Print the current image layout contents.</br>"));
+    m_pNewAction->setText(tr("New"));
+    m_pNewAction->setWhatsThis(QStringLiteral(
+        "<b>New:</b><br>Clear the active image layout contents and starts a new one.</br>"));
+    m_pDrawRectAction->setText(tr("Draw rectangle"));
+    m_pDrawRectAction->setWhatsThis(QStringLiteral("<b>Draw Rectangle:</b><br>Draw a Rectangle.</br>"));
+    m_pDrawEllipseAction->setText(tr("Draw Ellipse"));
+    m_pDrawEllipseAction->setWhatsThis(QStringLiteral("<b>Draw Ellipse:</b><br>Draw an Ellipse.</br>"));
+    m_pDeleteAction->setText(tr("Delete"));
+    m_pDeleteAction->setWhatsThis(QStringLiteral("<b>Delete:</b><br>Delete selected item/image.</br>"));
+    m_pCopyAction->setText(tr("Copy to Clipboard"));
+    m_pCopyAction->setWhatsThis(QStringLiteral(
+        "<b>Copy to Clipboard:</b><br>Copy the active image layout contents to the system clipboard.</br>"));
 }
 
 void CVXSLayoutWindow::createToolBar()
 {
-    m_pDrawRectAction = createAction("m_pDrawRectAction", tr("Draw rectangle"), QStringLiteral(":/Resource/rectangle.xpm"), true);
-    m_pDrawRectAction->setWhatsThis(QStringLiteral("<b>Draw Rectangle:</b><br>Draw a Rectangle.</br>"));
-    m_pDrawEllipseAction = createAction("m_pDrawEllipseAction", tr("Draw Ellipse"), QStringLiteral(":/Resource/ellipse.xpm"), true);
-    m_pDrawEllipseAction->setWhatsThis(QStringLiteral("<b>Draw Ellipse:</b><br>Draw an Ellipse.</br>"));
-    // The pointer action keeps its object name as text: it shows only as an icon.
-    m_pArrowAction = createAction("m_pArrowAction", QStringLiteral("m_pArrowAction"), QStringLiteral(":/Resource/arrow1.xpm"), false);
-    m_pArrowAction->setToolTip(QStringLiteral("Pointer"));
-    m_pArrowAction->setWhatsThis(QStringLiteral("<b>Pointer:</b><br>Reset mouse cursor back to Pointer/Picking mode.</br."));
+    m_nTextFlags = Qt::AlignLeft;
+    m_pView = nullptr;
+    m_pMngr = nullptr;
 
-    m_pToolBar = addToolBar(QStringLiteral("Layout Toolbar"));
+    m_pPasteActiveDSetAction = new QAction(tr("Paste Active Dataset"), this);
+    m_pPasteActiveDSetAction->setObjectName(QStringLiteral("m_pPasteActiveDSetAction"));
+    m_pPasteActiveDSetAction->setIcon(normalIcon(QStringLiteral(":/Resource/PasteActiveDataset.xpm")));
+    m_pPasteActiveDSetAction->setToolTip(tr("Paste from active dataset"));
+    m_pPasteActiveDSetAction->setWhatsThis(QStringLiteral(
+        "<b>Paste From Active Dataset:</b><br>Paste active image/sequence window contents into the current "
+        "image layout.</br>"));
+    setToolBarIcons();
+
+    m_pToolBar = addToolBar(tr("Layout Toolbar"));
     m_pToolBar->setObjectName(QStringLiteral("Layout Toolbar"));
     m_pToolBar->setMovable(false);
     m_pToolBar->setFloatable(false);
+    createArrowMenu();
+    createMoveZMenu();
+    m_pDeleteAction->setEnabled(false);
+    createLayoutStyleBox();
+    fillToolBar();
+
+    m_pAnnFontBtn->setIcon(normalIcon(QStringLiteral(":/Resource/fontchange.xpm")));
+    m_pAnnFontBtn->setToolTip(tr("Font"));
+    m_pAnnFontBtn->setWhatsThis(
+        QStringLiteral("<b>Font:</b><br>Sets font, font style and font size to the selected test item.</br>"));
+    m_pAnnColorBtn->setIcon(normalIcon(QStringLiteral(":/Resource/fontcolor.xpm")));
+    m_pAnnColorBtn->setToolTip(tr("Font color"));
+    m_pAnnColorBtn->setWhatsThis(QStringLiteral("<b>Font Color:</b><br>Sets text color to the selected text item.</br>"));
+
+    m_pDeleteAction->setShortcut(QKeySequence(Qt::Key_Delete));
+    m_pPasteAction->setShortcut(QKeySequence(tr("Ctrl+V")));
+    m_pPrintAction->setShortcut(QKeySequence(tr("Ctrl+P")));
+    m_pNewAction->setShortcut(QKeySequence(tr("Ctrl+N")));
+
+    connectToolBar();
+    setWindowIcon(CVXUtilityFns::appIcon());
+    m_nCurLayoutStyle = 0;
+    emit updateToolStatus();
+}
+
+void CVXSLayoutWindow::setToolBarIcons()
+{
+    m_pNewAction->setIcon(normalIcon(QStringLiteral(":/Resource/filenew.xpm")));
+    m_pPasteAction->setIcon(normalIcon(QStringLiteral(":/Resource/paste.xpm")));
+    m_pDrawRectAction->setIcon(normalIcon(QStringLiteral(":/Resource/rectangle.xpm")));
+    m_pDrawRectAction->setCheckable(true);
+    m_pDrawEllipseAction->setIcon(normalIcon(QStringLiteral(":/Resource/ellipse.xpm")));
+    m_pDrawEllipseAction->setCheckable(true);
+    m_pExportAction->setIcon(enabledDisabledIcon(QStringLiteral(":/Resource/filesave_enabled.xpm"),
+                                                 QStringLiteral(":/Resource/filesave_disabled.xpm")));
+    m_pPrintAction->setIcon(enabledDisabledIcon(QStringLiteral(":/Resource/fileprint_enabled.xpm"),
+                                                QStringLiteral(":/Resource/fileprint_disabled.xpm")));
+    m_pCopyAction->setIcon(enabledDisabledIcon(QStringLiteral(":/Resource/filecopy_enabled.xpm"),
+                                               QStringLiteral(":/Resource/filecopy_disabled.xpm")));
+    m_pArrowAction->setIcon(normalIcon(QStringLiteral(":/Resource/arrow1.xpm")));
+}
+
+void CVXSLayoutWindow::fillToolBar()
+{
+    m_pToolBar->addAction(m_pNewAction);
+    m_pToolBar->addSeparator();
+    m_pToolBar->addAction(m_pExportAction);
+    m_pToolBar->addSeparator();
+    m_pToolBar->addAction(m_pPasteActiveDSetAction);
+    m_pToolBar->addAction(m_pCopyAction);
+    m_pToolBar->addAction(m_pPasteAction);
+    m_pToolBar->addSeparator();
     m_pToolBar->addAction(m_pDrawRectAction);
     m_pToolBar->addAction(m_pDrawEllipseAction);
     m_pToolBar->addSeparator();
     m_pToolBar->addAction(m_pArrowAction);
     m_pToolBar->addSeparator();
-    createArrowTool();
     m_pToolBar->addWidget(m_pArrowToolBtn);
     m_pToolBar->addSeparator();
-    createLayoutStyleBox();
+    m_pToolBar->addWidget(m_pMoveZBtn);
+    m_pToolBar->addSeparator();
+    m_pToolBar->addAction(m_pDeleteAction);
+    m_pToolBar->addSeparator();
+    m_pToolBar->addAction(m_pPrintAction);
+    m_pToolBar->addSeparator();
     m_pToolBar->addWidget(m_pLayoutStyleLabel);
     m_pToolBar->addWidget(m_pLayoutStyleCombo);
-
-    connect(m_pDrawRectAction, &QAction::toggled, this, &CVXSLayoutWindow::onClickRectangleShapeBtn);
-    connect(m_pDrawEllipseAction, &QAction::toggled, this, &CVXSLayoutWindow::onClickEllipseShapeBtn);
-    connect(m_pArrowAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickArrow);
-    connect(m_pArrowToolBtn, &QToolButton::toggled, this, &CVXSLayoutWindow::onClickArrowShapeBtn);
-    connect(m_pArrowMenu, &QMenu::triggered, this, &CVXSLayoutWindow::onSelectArrowToolPopup);
-    connect(m_pLayoutStyleCombo, QOverload<int>::of(&QComboBox::activated), this,
-            &CVXSLayoutWindow::selChngLayoutStyle);
-    setWindowIcon(CVXUtilityFns::appIcon());
 }
 
-void CVXSLayoutWindow::createArrowTool()
+QAction* CVXSLayoutWindow::createPopupAction(QMenu* pMenu, const char* pObjectName, const QString& text,
+                                             const QString& iconPath, const QString& whatsThis)
+{
+    auto* pAction = new QAction(text, pMenu);
+    pAction->setObjectName(QString::fromLatin1(pObjectName));
+    pAction->setIcon(normalIcon(iconPath));
+    pAction->setWhatsThis(whatsThis);
+    // Each entry goes in above the one made before it, so the menu lists them in reverse.
+    const QList<QAction*> entries = pMenu->actions();
+    if (entries.isEmpty())
+        pMenu->addAction(pAction);
+    else
+        pMenu->insertAction(entries.first(), pAction);
+    return pAction;
+}
+
+QToolButton* CVXSLayoutWindow::createPopupButton(const char* pObjectName, QMenu* pMenu, const QString& iconPath)
+{
+    QToolButton* pButton = createToolButton(m_pToolBar, pObjectName);
+    pButton->setMenu(pMenu);
+    pButton->setPopupMode(QToolButton::MenuButtonPopup);
+    pButton->setIcon(normalIcon(iconPath));
+    return pButton;
+}
+
+void CVXSLayoutWindow::createArrowMenu()
 {
     m_pArrowMenu = new QMenu(this);
     m_pArrowMenu->setObjectName(QStringLiteral("m_pArrowMenu"));
-    m_pDrawLineAction = createAction("m_pDrawLineAction", QString(), QStringLiteral(":/Resource/line.xpm"), false);
-    m_pDrawLineAction->setWhatsThis(QStringLiteral("Draw Line"));
-    m_pDrawSingleArrowAction = createAction("m_pDrawSingleArrowAction", QString(),
-                                            QStringLiteral(":/Resource/singleHeadArrow.xpm"), false);
-    m_pDrawSingleArrowAction->setWhatsThis(QStringLiteral("Draw Single Headed Arrow"));
-    m_pDrawDoubleArrowAction = createAction("m_pDrawDoubleArrowAction", QString(),
-                                            QStringLiteral(":/Resource/doubleHeadArrow.xpm"), false);
-    m_pDrawDoubleArrowAction->setWhatsThis(QStringLiteral("Draw Double Headed Arrow"));
-    // Each entry goes in above the previous one: double-headed, single-headed, line.
-    m_pArrowMenu->addAction(m_pDrawLineAction);
-    m_pArrowMenu->insertAction(m_pDrawLineAction, m_pDrawSingleArrowAction);
-    m_pArrowMenu->insertAction(m_pDrawSingleArrowAction, m_pDrawDoubleArrowAction);
+    m_pDrawLineAction = createPopupAction(m_pArrowMenu, "m_pDrawLineAction", QString(),
+                                          QStringLiteral(":/Resource/line.xpm"), QStringLiteral("Draw Line"));
+    m_pDrawSingleArrowAction =
+        createPopupAction(m_pArrowMenu, "m_pDrawSingleArrowAction", QString(),
+                          QStringLiteral(":/Resource/singleHeadArrow.xpm"), QStringLiteral("Draw Single Headed Arrow"));
+    m_pDrawDoubleArrowAction =
+        createPopupAction(m_pArrowMenu, "m_pDrawDoubleArrowAction", QString(),
+                          QStringLiteral(":/Resource/doubleHeadArrow.xpm"), QStringLiteral("Draw Double Headed Arrow"));
     m_pArrowMenu->setActiveAction(m_pDrawLineAction);
 
-    m_pArrowToolBtn = new QToolButton(m_pToolBar);
-    m_pArrowToolBtn->setObjectName(QStringLiteral("m_pArrowToolBtn"));
-    m_pArrowToolBtn->setMenu(m_pArrowMenu);
-    m_pArrowToolBtn->setPopupMode(QToolButton::MenuButtonPopup);
-    m_pArrowToolBtn->setIcon(QIcon(QStringLiteral(":/Resource/line.xpm")));
+    m_pArrowToolBtn = createPopupButton("m_pArrowToolBtn", m_pArrowMenu, QStringLiteral(":/Resource/line.xpm"));
     m_pArrowToolBtn->setToolTip(tr("Draw Line/Arrow"));
     m_pArrowToolBtn->setWhatsThis(QStringLiteral("<b>Draw Line/Arrow:</b><br>Set the Arrow/Line option.</br>"));
     m_pArrowToolBtn->setCheckable(true);
+}
+
+void CVXSLayoutWindow::createMoveZMenu()
+{
+    m_pMoveZMenu = new QMenu(this);
+    m_pMoveZMenu->setObjectName(QStringLiteral("m_pMoveZMenu"));
+    m_pBringToFrontAction = createPopupAction(m_pMoveZMenu, "m_pBringToFrontAction", tr("Bring to front"),
+                                              QStringLiteral(":/Resource/thickUpAllArrow.xpm"),
+                                              QStringLiteral("Moves the selected item to top of Z-order"));
+    m_pBringForwardAction = createPopupAction(m_pMoveZMenu, "m_pBringForwardAction", tr("Bring forward"),
+                                              QStringLiteral(":/Resource/thickUpArrow.xpm"),
+                                              QStringLiteral("Moves the selected item up the Z-order (by 1)"));
+    m_pSendBackwardAction = createPopupAction(m_pMoveZMenu, "m_pSendBackwardAction", tr("Send backward"),
+                                              QStringLiteral(":/Resource/thickDownArrow.xpm"),
+                                              QStringLiteral("Moves the selected item down the Z-order (by 1)"));
+    m_pSendToBackAction = createPopupAction(m_pMoveZMenu, "m_pSendToBackAction", tr("Send to back"),
+                                            QStringLiteral(":/Resource/thickDownAllArrow.xpm"),
+                                            QStringLiteral("Moves the selected item to bottom of Z-order"));
+    m_pMoveZMenu->setActiveAction(m_pBringToFrontAction);
+    m_pCurMoveZAction = nullptr;
+
+    m_pMoveZBtn = createPopupButton("m_pMoveZBtn", m_pMoveZMenu, QStringLiteral(":/Resource/thickUpAllArrow.xpm"));
+    m_pMoveZBtn->setToolTip(tr("Move selected item in Z"));
+    m_pMoveZBtn->setWhatsThis(QStringLiteral(
+        "<b>Move Selected Item in Z:</b><br>Move the selected item to front or back as needed compared to other "
+        "items to control its visibility and order of rendering.</br>"));
+    m_pMoveZBtn->setCheckable(false);
+    m_pMoveZBtn->setEnabled(false);
 }
 
 void CVXSLayoutWindow::createLayoutStyleBox()
@@ -141,6 +458,17 @@ void CVXSLayoutWindow::createLayoutStyleBox()
                                    tr("Layout 4x4")});
 }
 
+void CVXSLayoutWindow::connectToolBar()
+{
+    connect(m_pPasteActiveDSetAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickActiveDSetPaste);
+    connect(m_pArrowToolBtn, &QToolButton::toggled, this, &CVXSLayoutWindow::onClickArrowShapeBtn);
+    connect(m_pArrowMenu, &QMenu::triggered, this, &CVXSLayoutWindow::onSelectArrowToolPopup);
+    connect(m_pLayoutStyleCombo, QOverload<int>::of(&QComboBox::activated), this,
+            &CVXSLayoutWindow::selChngLayoutStyle);
+    connect(m_pMoveZBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickMoveZ);
+    connect(m_pMoveZMenu, &QMenu::triggered, this, &CVXSLayoutWindow::onSelMoveZType);
+}
+
 QFrame* CVXSLayoutWindow::viewContainer() const
 {
     return m_pLayoutFrame;
@@ -155,9 +483,15 @@ void CVXSLayoutWindow::initialize()
 {
     Q_ASSERT_X(m_pMngr != nullptr, "VXSLayoutWindow", "m_pMngr != NULL");
     Q_ASSERT_X(m_pView != nullptr, "VXSLayoutWindow", "m_pView != NULL");
-    m_pViewLayout = new QBoxLayout(QBoxLayout::LeftToRight, m_pLayoutFrame);
-    m_pViewLayout->addWidget(m_pView, 0);
+    auto* pViewLayout = new QBoxLayout(QBoxLayout::LeftToRight, m_pLayoutFrame);
+    pViewLayout->addWidget(m_pView, 0);
+    connect(m_pView, &CVXSLayoutView::selectionChanged, this, &CVXSLayoutWindow::onLayoutItemSelectionChange);
+    m_pEditTextDlg = new CVXSEditText(m_pView, "Edit Text", true, Qt::WindowFlags());
     setContentsMargins(5, 5, 5, 5);
+    connect(m_pEditTextDlg, &CVXSEditText::updateAnnotation, this, &CVXSLayoutWindow::updateAnnotation);
+    connect(m_pEditTextDlg, &CVXSEditText::updateLayoutText, this, &CVXSLayoutWindow::updateLayoutText);
+    connect(m_pEditTextDlg, &QDialog::rejected, this, &CVXSLayoutWindow::restoreAnnotationText);
+    m_pMultiLineTextBtn->setFocus();
 }
 
 void CVXSLayoutWindow::setLayoutManager(CVXSLayoutManager* pMngr)
@@ -170,20 +504,307 @@ void CVXSLayoutWindow::setLayoutView(CVXSLayoutView* pView)
     m_pView = pView;
 }
 
+// ---- simple forwarding -----------------------------------------------------------
+
+void CVXSLayoutWindow::onClickClose()
+{
+    close();
+}
+
+void CVXSLayoutWindow::onClickExport()
+{
+    if (m_pMngr)
+        m_pMngr->exportLayout();
+}
+
+void CVXSLayoutWindow::onClickPrint()
+{
+    if (m_pMngr)
+        m_pMngr->printLayout(m_pView, 0);
+}
+
+void CVXSLayoutWindow::onClickNew()
+{
+    if (m_pMngr)
+        m_pMngr->clearLayout();
+}
+
+void CVXSLayoutWindow::onCopyToClipboard()
+{
+    if (m_pMngr)
+        m_pMngr->copyToClipboard();
+    setCursorStyle();
+}
+
+void CVXSLayoutWindow::onDatasetStatusChanged(CVXSDataset* /*pDataset*/)
+{
+    // The host is still changing its windows; look at them once it is done.
+    QTimer::singleShot(0, this, &CVXSLayoutWindow::updateButtonStatus);
+}
+
+void CVXSLayoutWindow::onSequenceStatusChanged(CVXSSequenceDataset* /*pDataset*/)
+{
+    QTimer::singleShot(0, this, &CVXSLayoutWindow::updateButtonStatus);
+}
+
+// ---- pasting images --------------------------------------------------------------
+
+bool CVXSLayoutWindow::canPasteImage()
+{
+    if (m_pMngr && m_pLayoutStyleCombo->currentIndex() != 0 && m_pMngr->getFirstEmptyCell(true) == -1) {
+        CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
+                                tr("There is no cell currently empty! Delete one or more images to continue."),
+                                QString(), QString(), QString(), 0, -1);
+        return false;
+    }
+    switchDrawingToolsOff();
+    return true;
+}
+
+void CVXSLayoutWindow::addImageToLayout(QImage& image)
+{
+    image = image.convertToFormat(QImage::Format_ARGB32);
+    QGraphicsScene* pScene = m_pView ? m_pView->scene() : nullptr;
+    if (pScene && m_pMngr && !image.isNull()) {
+        auto* pItem = new CVXSLayoutItemImage(image, nullptr);
+        pScene->addItem(pItem);
+        m_pMngr->addImageItem(pItem, true);
+        m_pView->setCurrentItem(pItem);
+        m_pView->showHandles(pItem);
+        pScene->update();
+        m_pView->setSelectedItem(pItem);
+    }
+    setCursorStyle();
+}
+
+void CVXSLayoutWindow::onClickClipBoardPaste()
+{
+    if (!canPasteImage())
+        return;
+    QImage image = QGuiApplication::clipboard()->image();
+    addImageToLayout(image);
+}
+
+void CVXSLayoutWindow::onClickActiveDSetPaste()
+{
+    if (!canPasteImage())
+        return;
+    QImage image;
+    if (CVXSChildWindow* pChild = CVXSChildWindow::getActiveChildWnd())
+        image = activeChildImage(pChild);
+    addImageToLayout(image);
+}
+
+QImage CVXSLayoutWindow::activeChildImage(CVXSChildWindow* pChild)
+{
+    auto* pSequence = pChild->isSequenceWindow() ? qobject_cast<CVXSSequenceWindow*>(pChild) : nullptr;
+    if (!pSequence)
+        return grabChildImage(pChild, false);
+    const QString strTabName = pSequence->getCurrentTabName();
+    if (strTabName.compare(ProjectionTabName, Qt::CaseInsensitive) == 0
+        || strTabName.compare(SequenceTabName, Qt::CaseInsensitive) == 0)
+        return grabChildImage(pSequence, true);
+    return imageThroughClipboard(strTabName);
+}
+
+QImage CVXSLayoutWindow::grabChildImage(CVXSChildWindow* pChild, bool bRestoreMinimized)
+{
+    const bool bGrabDisplayed = pChild->getViewState().m_bGrabDisplayed;
+    QWidget* pFrame = childFrame(pChild);
+    if (!bRestoreMinimized || !pFrame->isMinimized() || pChild->canGrabMinimized(GrabDisplayedMode))
+        return pChild->grabImage(bGrabDisplayed);
+    // A minimized window draws nothing: show it for the grab and minimize it again.
+    pFrame->setWindowState((pFrame->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    const QImage image = pChild->grabImage(bGrabDisplayed);
+    pFrame->showMinimized();
+    return image;
+}
+
+QImage CVXSLayoutWindow::imageThroughClipboard(const QString& strTabName)
+{
+    // The host puts the tab's content on the clipboard; what the user had there is put back.
+    QClipboard* pClipboard = QGuiApplication::clipboard();
+    const QImage savedImage = pClipboard->image();
+    const QString strSavedText = savedImage.isNull() ? pClipboard->text() : QString();
+    emit copyToClipBoard(strTabName);
+    QThread::msleep(ClipboardWaitMs);
+    const QImage image = pClipboard->image();
+    if (!savedImage.isNull())
+        pClipboard->setImage(savedImage);
+    else if (!strSavedText.isEmpty())
+        pClipboard->setText(strSavedText);
+    else
+        pClipboard->clear();
+    return image;
+}
+
+// ---- annotations -----------------------------------------------------------------
+
+QGraphicsItem* CVXSLayoutWindow::selectedTextItem() const
+{
+    QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr;
+    return pItem && pItem->type() == TextItemType ? pItem : nullptr;
+}
+
+void CVXSLayoutWindow::updateWholeScene()
+{
+    if (m_pView && m_pView->scene())
+        m_pView->scene()->update();
+}
+
+void CVXSLayoutWindow::onAnnotationEnter()
+{
+    Q_ASSERT_X(m_pView != nullptr, "VXSLayoutWindow", "m_pView != NULL");
+    if (!m_pView || !m_pView->scene())
+        return;
+    switchDrawingToolsOff();
+    const QString strText = m_pAnnotationEdit->text();
+    const bool bEmpty = strText.trimmed().isEmpty();
+
+    if (QGraphicsItem* pSelected = selectedTextItem()) {
+        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
+        m_pView->scene()->update(pTextItem->boundingRect());
+        if (bEmpty) {
+            delete pTextItem;
+            m_pView->setCurrentItem(nullptr);
+            m_pView->setSelectedItem(nullptr);
+            m_pView->hideHandles();
+            return;
+        }
+        pTextItem->setText(strText);
+        pTextItem->setTextFlags(m_nTextFlags);
+        pTextItem->setFont(m_oAnnFont);
+        pTextItem->setColor(m_oAnnColor);
+        m_pView->showHandles(pTextItem);
+        updateWholeScene();
+        m_pView->setSelectedItem(pTextItem);
+        return;
+    }
+    if (!bEmpty)
+        createTextItem(strText);
+}
+
+void CVXSLayoutWindow::createTextItem(const QString& strText)
+{
+    QGraphicsScene* pScene = m_pView->scene();
+    auto* pItem = new CVXSLayoutItemText(strText, nullptr, pScene);
+    pScene->addItem(pItem);
+    pItem->setFont(m_oAnnFont);
+    pItem->setColor(m_oAnnColor);
+    pItem->setTextFlags(m_nTextFlags);
+
+    const QRect page = pScene->sceneRect().toRect();
+    const QRect extent = QFontMetrics(pItem->getFont()).boundingRect(page.x(), page.y(), page.width(), page.height(),
+                                                                     int(m_nTextFlags), strText);
+    const int nWidth = extent.width() + TextPadding;
+    const int nHeight = extent.height() + TextPadding;
+    // A text larger than the page starts within its first units; y is drawn first.
+    const int y = randomStart(page.height() - nHeight);
+    const int x = randomStart(page.width() - nWidth);
+    pItem->setRect(x, y, nWidth, nHeight);
+
+    const int z = m_pView->nextZ();
+    pItem->setZValue(z);
+    m_pView->setTopZ(z);
+    pItem->show();
+    pScene->update(pItem->boundingRect());
+    m_pView->setCurrentItem(pItem);
+    m_pView->showHandles(pItem);
+    updateWholeScene();
+    m_pView->setSelectedItem(pItem);
+}
+
+void CVXSLayoutWindow::onClickAnnFont()
+{
+    if (QGraphicsItem* pSelected = selectedTextItem()) {
+        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
+        bool bAccepted = false;
+        const QFont font = QFontDialog::getFont(&bAccepted, pTextItem->getFont(), this);
+        if (!bAccepted)
+            return;
+        m_oAnnFont = font;
+        pTextItem->setFont(font);
+        m_pView->scene()->update(pTextItem->boundingRect());
+        m_pView->showHandles(pTextItem);
+        updateWholeScene();
+        return;
+    }
+    if (m_pAnnotationEdit->text().isEmpty())
+        return;
+    bool bAccepted = false;
+    const QFont font = QFontDialog::getFont(&bAccepted, m_oAnnFont, this);
+    if (bAccepted)
+        m_oAnnFont = font;
+}
+
+void CVXSLayoutWindow::onClickAnnClr()
+{
+    if (QGraphicsItem* pSelected = selectedTextItem()) {
+        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
+        const QColor color = QColorDialog::getColor(pTextItem->getColor(), this);
+        if (!color.isValid())
+            return;
+        m_oAnnColor = color;
+        pTextItem->setColor(color);
+        m_pView->scene()->update(pTextItem->boundingRect());
+        m_pView->showHandles(pTextItem);
+        updateWholeScene();
+        return;
+    }
+    if (m_pAnnotationEdit->text().isEmpty())
+        return;
+    const QColor color = QColorDialog::getColor(m_oAnnColor, this);
+    if (color.isValid())
+        m_oAnnColor = color;
+}
+
+void CVXSLayoutWindow::onClickMultiLineEditText()
+{
+    if (!m_pEditTextDlg)
+        return;
+    m_strTextBeforeEdit = m_pAnnotationEdit->text();
+    m_pEditTextDlg->setTextData(m_strTextBeforeEdit, m_nTextFlags, m_oAnnFont, m_oAnnColor);
+    m_pEditTextDlg->show();
+}
+
+void CVXSLayoutWindow::restoreAnnotationText()
+{
+    // The dialog sent the text live while it was typed; a cancelled edit takes it back.
+    m_pAnnotationEdit->setText(m_strTextBeforeEdit);
+}
+
+void CVXSLayoutWindow::updateAnnotation(Qt::Alignment textFlags, QFont& oFont, QColor& oColor)
+{
+    m_oAnnFont = oFont;
+    m_oAnnColor = oColor;
+    m_nTextFlags = textFlags;
+    onAnnotationEnter();
+}
+
+void CVXSLayoutWindow::updateLayoutText(QString& strText)
+{
+    m_pAnnotationEdit->setText(strText);
+}
+
+// ---- layout style and deleting ---------------------------------------------------
+
 void CVXSLayoutWindow::selChngLayoutStyle()
 {
-    const int style = m_pLayoutStyleCombo->currentIndex();
-    if (style == m_nCurLayoutStyle)
+    const int nStyle = m_pLayoutStyleCombo->currentIndex();
+    if (nStyle == m_nCurLayoutStyle)
         return;
-    Q_ASSERT_X(m_pMngr, "VXSLayoutWindow", "m_pMngr");
-    const int cells = m_pMngr->getCellCount(style);
-    if (style != 0 && m_pView && m_pView->scene()) {
-        int images = 0;
-        for (const QGraphicsItem* pItem : m_pView->scene()->items()) {
-            if (pItem->type() == VXSLayout::ImageItemType)
-                ++images;
+    Q_ASSERT_X(m_pMngr != nullptr, "VXSLayoutWindow", "m_pMngr");
+    if (!m_pMngr)
+        return;
+    const int nCells = m_pMngr->getCellCount(nStyle);
+    if (nStyle != 0) {
+        int nImages = 0;
+        const QList<QGraphicsItem*> items = m_pMngr->getScene()->items();
+        for (const QGraphicsItem* pItem : items) {
+            if (pItem->type() == ImageItemType)
+                ++nImages;
         }
-        if (images > cells) {
+        if (nImages > nCells) {
             CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
                                     tr("No. of images are more than the no. of expected cells!\n"
                                        "Delete few images before changing the layout style."),
@@ -192,9 +813,28 @@ void CVXSLayoutWindow::selChngLayoutStyle()
             return;
         }
     }
-    m_nCurLayoutStyle = style;
+    m_nCurLayoutStyle = nStyle;
     m_pMngr->relayoutItems(false);
 }
+
+void CVXSLayoutWindow::onClickDelete()
+{
+    QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr;
+    if (!pItem)
+        return;
+    const QRect dirty = pItem->boundingRect().toRect().adjusted(-DeleteRepaintMargin, -DeleteRepaintMargin,
+                                                                 DeleteRepaintMargin, DeleteRepaintMargin);
+    if (pItem->type() == ImageItemType && m_pMngr)
+        m_pMngr->setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
+    delete pItem;
+    if (m_pView->scene())
+        m_pView->scene()->update(dirty);
+    m_pView->setCurrentItem(nullptr);
+    m_pView->setSelectedItem(nullptr);
+    m_pView->hideHandles();
+}
+
+// ---- tools -----------------------------------------------------------------------
 
 bool CVXSLayoutWindow::isDrawRectOn()
 {
@@ -208,7 +848,7 @@ bool CVXSLayoutWindow::isDrawEllipseOn()
 
 int CVXSLayoutWindow::isDrawArrowOn()
 {
-    return m_pArrowToolBtn->isChecked() ? m_nArrowType : VXSLayout::NoArrowTool;
+    return m_pArrowToolBtn->isChecked() ? m_nArrowType : NoArrowTool;
 }
 
 void CVXSLayoutWindow::setChecked(QAction* pAction, bool bChecked)
@@ -221,6 +861,13 @@ void CVXSLayoutWindow::setArrowToolChecked(bool bChecked)
 {
     if (m_pArrowToolBtn->isChecked() != bChecked)
         m_pArrowToolBtn->setChecked(bChecked);
+}
+
+void CVXSLayoutWindow::switchDrawingToolsOff()
+{
+    setChecked(m_pDrawRectAction, false);
+    setChecked(m_pDrawEllipseAction, false);
+    setArrowToolChecked(false);
 }
 
 void CVXSLayoutWindow::onClickRectangleShapeBtn(bool bVal)
@@ -253,14 +900,14 @@ void CVXSLayoutWindow::onClickArrowShapeBtn(bool bVal)
 void CVXSLayoutWindow::onSelectArrowToolPopup(QAction* pAction)
 {
     if (pAction == m_pDrawLineAction) {
-        m_nArrowType = VXSLayout::LineTool;
-        m_pArrowToolBtn->setIcon(QIcon(QStringLiteral(":/Resource/line.xpm")));
+        m_nArrowType = LineTool;
+        m_pArrowToolBtn->setIcon(normalIcon(QStringLiteral(":/Resource/line.xpm")));
     } else if (pAction == m_pDrawSingleArrowAction) {
-        m_nArrowType = VXSLayout::SingleArrowTool;
-        m_pArrowToolBtn->setIcon(QIcon(QStringLiteral(":/Resource/singleHeadArrow.xpm")));
+        m_nArrowType = SingleArrowTool;
+        m_pArrowToolBtn->setIcon(normalIcon(QStringLiteral(":/Resource/singleHeadArrow.xpm")));
     } else if (pAction == m_pDrawDoubleArrowAction) {
-        m_nArrowType = VXSLayout::DoubleArrowTool;
-        m_pArrowToolBtn->setIcon(QIcon(QStringLiteral(":/Resource/doubleHeadArrow.xpm")));
+        m_nArrowType = DoubleArrowTool;
+        m_pArrowToolBtn->setIcon(normalIcon(QStringLiteral(":/Resource/doubleHeadArrow.xpm")));
     }
     setArrowToolChecked(true);
     setChecked(m_pDrawEllipseAction, false);
@@ -291,29 +938,94 @@ void CVXSLayoutWindow::setCursorStyle()
         m_pView->unsetCursor();
 }
 
-void CVXSLayoutWindow::onClickMultiLineEditText()
+void CVXSLayoutWindow::onSelMoveZType(QAction* pActionItem)
 {
-    // Opens the Edit Text dialog for the annotation text; the dialog comes with the
-    // window's annotation tools.
+    m_pCurMoveZAction = pActionItem;
+    const bool bZEntry = pActionItem && pActionItem->parent() == m_pMoveZMenu;
+    m_pMoveZBtn->setIcon(bZEntry ? pActionItem->icon() : QIcon());
+    onClickMoveZ();
 }
+
+void CVXSLayoutWindow::onClickMoveZ()
+{
+    // Before any choice from the popup the button moves one step forward, although it
+    // shows the "Bring to front" picture.
+    int nCommand = BringForward;
+    if (m_pCurMoveZAction == m_pBringToFrontAction)
+        nCommand = BringToFront;
+    else if (m_pCurMoveZAction == m_pSendBackwardAction)
+        nCommand = SendBackward;
+    else if (m_pCurMoveZAction == m_pSendToBackAction)
+        nCommand = SendToBack;
+    if (m_pView)
+        m_pView->reorderZ(m_pView->currentItem(), nCommand);
+}
+
+// ---- status ----------------------------------------------------------------------
 
 void CVXSLayoutWindow::updateButtonStatus()
 {
+    // The view keeps its own auxiliary items in the scene; more means the page has content.
+    const bool bHasContent =
+        m_pView && m_pView->scene() && m_pView->scene()->items().count() > AuxiliaryItemCount;
+    m_pExportAction->setEnabled(bHasContent);
+    m_pPrintAction->setEnabled(bHasContent);
+    m_pCopyAction->setEnabled(bHasContent);
+    m_pPasteActiveDSetAction->setEnabled(CVXSChildWindow::getActiveChildWnd() != nullptr);
 }
 
-void CVXSLayoutWindow::onDatasetStatusChanged(CVXSDataset* /*pDataset*/)
+void CVXSLayoutWindow::onLayoutItemSelectionChange(QGraphicsItem* pSelItem)
 {
-    // The host is still changing its windows; look at them once it is done.
-    QTimer::singleShot(0, this, &CVXSLayoutWindow::updateButtonStatus);
+    const bool bText = pSelItem && pSelItem->type() == TextItemType;
+    if (bText) {
+        const auto* pTextItem = static_cast<const CVXSLayoutItemText*>(pSelItem);
+        m_pAnnotationEdit->setText(pTextItem->getText());
+        m_oAnnFont = pTextItem->getFont();
+        m_oAnnColor = pTextItem->getColor();
+        m_nTextFlags = pTextItem->getTextFlags();
+    } else {
+        m_pAnnotationEdit->clear();
+        m_oAnnFont = QApplication::font();
+        m_oAnnColor = QColor(0, 0, 0, 255);
+        m_nTextFlags = Qt::AlignLeft;
+    }
+    if (m_pEditTextDlg) {
+        m_pEditTextDlg->setTextData(bText ? m_pAnnotationEdit->text() : QString(),
+                                    bText ? m_nTextFlags : Qt::Alignment(), m_oAnnFont, m_oAnnColor);
+    }
+    m_pDeleteAction->setEnabled(pSelItem != nullptr);
+    m_pMoveZBtn->setEnabled(pSelItem != nullptr);
+    emit updateToolStatus();
 }
 
-void CVXSLayoutWindow::onSequenceStatusChanged(CVXSSequenceDataset* /*pDataset*/)
+// ---- window events ---------------------------------------------------------------
+
+void CVXSLayoutWindow::closeEvent(QCloseEvent* pEvent)
 {
-    QTimer::singleShot(0, this, &CVXSLayoutWindow::updateButtonStatus);
+    // Closing only hides the window; its layout stays for the next time it is shown.
+    if (QAction* pMenuAction = CVXUtilityFns::getAction(LayoutWindowActionName))
+        pMenuAction->setChecked(false);
+    pEvent->ignore();
+    if (auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(parentWidget()))
+        pSubWindow->hideWindow();
+    else
+        hide();
+}
+
+void CVXSLayoutWindow::resizeEvent(QResizeEvent* pEvent)
+{
+    m_pSizeGrip->move(width() - m_pSizeGrip->width(), height() - m_pSizeGrip->height());
+    QMainWindow::resizeEvent(pEvent);
+}
+
+void CVXSLayoutWindow::changeEvent(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::WindowStateChange)
+        m_pSizeGrip->setVisible(!isMaximized());
+    QMainWindow::changeEvent(pEvent);
 }
 
 QMenu* CVXSLayoutWindow::createPopupMenu()
 {
-    // No context menu: the toolbar cannot be hidden by the user.
     return nullptr;
 }

@@ -1,24 +1,39 @@
 #pragma once
 
+#include <QColor>
+#include <QFont>
 #include <QMainWindow>
+#include <QPixmap>
+#include <QString>
 
 class QAction;
-class QBoxLayout;
 class QComboBox;
 class QFrame;
+class QGraphicsItem;
+class QGridLayout;
+class QGroupBox;
+class QHBoxLayout;
+class QImage;
 class QLabel;
+class QLineEdit;
 class QMenu;
+class QPushButton;
+class QSizeGrip;
+class QSpacerItem;
 class QToolBar;
 class QToolButton;
 class QVBoxLayout;
+class CVXSChildWindow;
 class CVXSDataset;
+class CVXSEditText;
 class CVXSLayoutManager;
 class CVXSLayoutView;
 class CVXSSequenceDataset;
 
-// The main window in which the user composes a layout page: the view in a framed area
-// and one fixed toolbar. It keeps the tool state and forwards commands; the layout
-// manager creates it and the view, hands both pointers in and performs the commands.
+// The main window in which the user composes a layout page: the view in a framed area,
+// the annotation box with its buttons and one fixed toolbar with every command. It keeps
+// the tool state and forwards commands; the layout manager creates it and the view,
+// hands both pointers in and performs the commands.
 class CVXSLayoutWindow : public QMainWindow
 {
     Q_OBJECT
@@ -31,12 +46,30 @@ public:
     QFrame* viewContainer() const;
     QComboBox* layoutStyleCombo() const;
 
+    virtual void createToolBar();
     virtual void initialize();
 
+    // In a grid style, whether a cell is still empty (warns when not); switches drawing off.
+    bool canPasteImage();
+    void addImageToLayout(QImage& image);
+
+    // No context menu: the toolbar cannot be hidden by the user.
+    QMenu* createPopupMenu() override;
+
 public slots:
+    virtual void onClickClose();
     virtual void setLayoutManager(CVXSLayoutManager* pMngr);
     virtual void setLayoutView(CVXSLayoutView* pView);
+    virtual void onClickActiveDSetPaste();
+    virtual void onAnnotationEnter();
+    virtual void onLayoutItemSelectionChange(QGraphicsItem* pSelItem);
+    virtual void onClickAnnFont();
+    virtual void onClickAnnClr();
+    virtual void onClickClipBoardPaste();
+    virtual void onClickExport();
+    virtual void onClickPrint();
     virtual void selChngLayoutStyle();
+    virtual void onClickNew();
     virtual bool isDrawRectOn();
     virtual bool isDrawEllipseOn();
     virtual int isDrawArrowOn();
@@ -44,44 +77,106 @@ public slots:
     virtual void onClickEllipseShapeBtn(bool bVal);
     virtual void onClickArrowShapeBtn(bool bVal);
     virtual void onSelectArrowToolPopup(QAction* pAction);
-    virtual void setCursorStyle();
-    virtual void onClickMultiLineEditText();
-    virtual void onClickArrow();
+    virtual void onClickDelete();
     virtual void updateButtonStatus();
+    virtual void onCopyToClipboard();
+    virtual void setCursorStyle();
+    virtual void onClickMoveZ();
+    virtual void onSelMoveZType(QAction* pActionItem);
     virtual void onDatasetStatusChanged(CVXSDataset* pDataset);
     virtual void onSequenceStatusChanged(CVXSSequenceDataset* pDataset);
+    virtual void onClickMultiLineEditText();
+    virtual void updateAnnotation(Qt::Alignment textFlags, QFont& oFont, QColor& oColor);
+    virtual void updateLayoutText(QString& strText);
+    virtual void onClickArrow();
+    virtual void languageChange();
 
 signals:
     void updateToolStatus();
     void copyToClipBoard(QString strContentName);
 
 protected:
-    QMenu* createPopupMenu() override;
+    void resizeEvent(QResizeEvent* pEvent) override;
+    void closeEvent(QCloseEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
 
 private:
-    void createToolBar();
-    QAction* createAction(const char* pObjectName, const QString& text, const QString& iconPath, bool bCheckable);
-    void createArrowTool();
+    void buildCentralArea();
+    void buildAnnotationGroup(QWidget* pParent);
+    void createActions();
+    void setToolBarIcons();
+    void fillToolBar();
+    void createArrowMenu();
+    void createMoveZMenu();
     void createLayoutStyleBox();
+    void connectControls();
+    void connectToolBar();
+    QAction* createAction(const char* pObjectName);
+    QAction* createPopupAction(QMenu* pMenu, const char* pObjectName, const QString& text, const QString& iconPath,
+                               const QString& whatsThis);
+    QToolButton* createToolButton(QWidget* pParent, const char* pObjectName);
+    QToolButton* createPopupButton(const char* pObjectName, QMenu* pMenu, const QString& iconPath);
+    void switchDrawingToolsOff();
     void setChecked(QAction* pAction, bool bChecked);
     void setArrowToolChecked(bool bChecked);
+    // The text item selected in the view, or null.
+    QGraphicsItem* selectedTextItem() const;
+    void createTextItem(const QString& strText);
+    // The active child window's content; through the clipboard for a sequence window
+    // on a tab that cannot be grabbed directly.
+    QImage activeChildImage(CVXSChildWindow* pChild);
+    QImage grabChildImage(CVXSChildWindow* pChild, bool bRestoreMinimized);
+    QImage imageThroughClipboard(const QString& strTabName);
+    void restoreAnnotationText();
+    void updateWholeScene();
 
     QFrame* m_pLayoutFrame = nullptr;
+    QGroupBox* m_pAnnotationGroup = nullptr;
+    QLineEdit* m_pAnnotationEdit = nullptr;
+    QToolButton* m_pAnnFontBtn = nullptr;
+    QToolButton* m_pAnnColorBtn = nullptr;
+    QPushButton* m_pCloseBtn = nullptr;
+    QAction* m_pPasteAction = nullptr;
+    QAction* m_pExportAction = nullptr;
+    QAction* m_pPrintAction = nullptr;
+    QAction* m_pNewAction = nullptr;
     QAction* m_pDrawRectAction = nullptr;
     QAction* m_pDrawEllipseAction = nullptr;
+    QAction* m_pDeleteAction = nullptr;
+    QAction* m_pCopyAction = nullptr;
     QAction* m_pDrawLineAction = nullptr;
     QAction* m_pDrawSingleArrowAction = nullptr;
     QAction* m_pDrawDoubleArrowAction = nullptr;
+    QAction* m_pBringToFrontAction = nullptr;
+    QAction* m_pBringForwardAction = nullptr;
+    QAction* m_pSendBackwardAction = nullptr;
+    QAction* m_pSendToBackAction = nullptr;
+    QToolButton* m_pMultiLineTextBtn = nullptr;
     QComboBox* m_pLayoutStyleCombo = nullptr;
+    QAction* m_pPasteActiveDSetAction = nullptr;
     QToolBar* m_pToolBar = nullptr;
+    CVXSEditText* m_pEditTextDlg = nullptr; // child of the view
     QVBoxLayout* m_pCentralLayout = nullptr;
-    QBoxLayout* m_pViewLayout = nullptr;
+    QGridLayout* m_pCentralGrid = nullptr;
+    QHBoxLayout* m_pBottomLayout = nullptr;
+    QSpacerItem* m_pCloseSpacer = nullptr;   // owned by m_pBottomLayout
+    QGridLayout* m_pAnnotationGrid = nullptr;
+    QSizeGrip* m_pSizeGrip = nullptr;
     QLabel* m_pLayoutStyleLabel = nullptr;
+    QColor m_oAnnColor = QColor(0, 0, 0, 255);
+    QFont m_oAnnFont;
+    Qt::Alignment m_nTextFlags = Qt::AlignLeft;
     int m_nArrowType = 0;
     QToolButton* m_pArrowToolBtn = nullptr;
     QMenu* m_pArrowMenu = nullptr;
+    QAction* m_pCurMoveZAction = nullptr;
+    QToolButton* m_pMoveZBtn = nullptr;
+    QMenu* m_pMoveZMenu = nullptr;
     CVXSLayoutView* m_pView = nullptr;      // not owned
     CVXSLayoutManager* m_pMngr = nullptr;   // not owned
     int m_nCurLayoutStyle = 0;
     QAction* m_pArrowAction = nullptr;
+    QPixmap m_oDeleteIcon;
+    // The annotation box's text when the Edit Text dialog opened; Cancel puts it back.
+    QString m_strTextBeforeEdit;
 };

@@ -19,13 +19,14 @@ public:
     // Images whose pixels would take more memory than this are refused before decoding.
     static constexpr qint64 kMaxDecodedBytes = qint64(512) * 1024 * 1024;
 
-    // Every page of the file (one for most formats; all of a multi-page TIFF), ready for
-    // display. Empty when the file cannot be read; strError then says why.
+    // Every page of the file (one for most formats; all of a multi-page TIFF, all frames
+    // of a DICOM file), ready for display. Empty when the file cannot be read; strError then says why.
     static QVector<QImage> read(const QString& strPath, QString& strError);
     // The filter offered by the open dialogs.
     static QString dialogFilter();
 
 private:
+    static QVector<QImage> readDicom(const QString& strPath, QString& strError);
     static QVector<QImage> readPages(QImageReader& reader, QString& strError);
     // The memory the pages take once decoded, as far as the headers tell.
     static qint64 decodedBytes(QImageReader& reader, int nPages);

@@ -6,6 +6,10 @@
 #include <QImage>
 #include <QWidget>
 
+#include <memory>
+
+class CVXSDataset;
+
 // An image window of the host: shows one image fitted to the window, aspect kept.
 class VXAPI_EXPORT CVXSChildWindow : public QWidget
 {
@@ -30,13 +34,17 @@ public:
 
     const QImage& image() const;
     void setImage(const QImage& image);
+    // The dataset shown: the window's image under the name the host gave it.
+    CVXSDataset* dataset() const;
 
 protected:
     void paintEvent(QPaintEvent* pEvent) override;
+    // Tools hear of the closing while the dataset still exists.
+    void closeEvent(QCloseEvent* pEvent) override;
     // The rectangle in which an image of this size is drawn, fitted and centred.
     QRect fittedRect(const QSize& imageSize) const;
 
 private:
-    QImage m_image;
+    std::unique_ptr<CVXSDataset> m_pDataset;
     CVXSViewState m_viewState;
 };

@@ -13,6 +13,7 @@ public:
     virtual ~CVXSDataset();
 
     QString name() const;
+    void setName(const QString& strName);
     const QImage& image() const;
     void setImage(const QImage& image);
 

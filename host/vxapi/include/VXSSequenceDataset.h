@@ -14,6 +14,7 @@ public:
     virtual ~CVXSSequenceDataset();
 
     QString name() const;
+    void setName(const QString& strName);
     int frameCount() const;
     // The frame at the index, a null image outside 0..frameCount()-1.
     QImage frame(int nIndex) const;

@@ -5,7 +5,10 @@
 
 #include <QVector>
 
+#include <memory>
+
 class QTabWidget;
+class CVXSSequenceDataset;
 
 // A sequence window of the host: frames of a multi-frame file or a set of images,
 // shown on the tabs "Sequence View" (the current frame), "3D View" (a projection of the
@@ -28,14 +31,19 @@ public:
     int frameCount() const;
     int currentFrame() const;
     void setCurrentFrame(int nIndex);
+    // The frames shown, under the name the host gave them.
+    CVXSSequenceDataset* sequenceDataset() const;
 
     // The content of the named tab as an image, null for an unknown name.
     QImage tabImage(const QString& strTabName) const;
     // Copies the content of the named tab to the system clipboard; false for an unknown name.
     bool copyTabToClipboard(const QString& strTabName);
 
+signals:
+    void currentFrameChanged(int nIndex);
+
 private:
-    QVector<QImage> m_frames;
+    std::unique_ptr<CVXSSequenceDataset> m_pSequence;
     int m_nCurrentFrame = 0;
     QTabWidget* m_pTabs = nullptr; // child widget
 };

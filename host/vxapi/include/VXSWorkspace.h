@@ -8,11 +8,14 @@
 class QAction;
 class QMdiArea;
 class QMdiSubWindow;
+class QPixmap;
 class CVXSChildWindow;
+class CVXSDataset;
+class CVXSSequenceDataset;
 
 // The host's workspace as the libraries see it: the MDI area the host application
-// registered, the image window the user worked in last, and the tool actions
-// announced by plugins. Without a registered MDI area the libraries still work:
+// registered, the image window the user worked in last, the tool actions announced by
+// plugins, and the news about the datasets of the image and sequence windows. Without a registered MDI area the libraries still work:
 // there is simply no active image window and widgets stay top-level.
 class VXAPI_EXPORT CVXSWorkspace : public QObject
 {
@@ -28,9 +31,24 @@ public:
 
     // Announces a plugin's menu action to the host application.
     void announceToolAction(QAction* pAction, bool bEnabled, bool bChecked);
+    // Hands a tool's picture for printing to the host application.
+    void deliverPrintPixmap(const QPixmap& pixmap);
+
+    // The host tells about its image and sequence windows; tools hear it as the dataset
+    // and sequence signals below. Activation is noticed here already.
+    void notifyWindowOpened(CVXSChildWindow* pWindow);
+    void notifyWindowChanged(CVXSChildWindow* pWindow);
+    void notifyWindowClosed(CVXSChildWindow* pWindow);
 
 signals:
     void toolActionAnnounced(QAction* pAction, bool bEnabled, bool bChecked);
+    void printPixmapDelivered(const QPixmap& pixmap);
+
+    void datasetChanged(CVXSDataset* pDataset);
+    void datasetRemoved(CVXSDataset* pDataset);
+    void sequenceAdded(CVXSSequenceDataset* pDataset);
+    void sequenceChanged(CVXSSequenceDataset* pDataset);
+    void sequenceRemoved(CVXSSequenceDataset* pDataset);
 
 private:
     CVXSWorkspace() = default;

@@ -4,9 +4,11 @@
 
 #include <QIcon>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 class QAction;
+class QPixmap;
 class QWidget;
 class CVXSDataset;
 class CVXSSequenceDataset;
@@ -21,10 +23,14 @@ public:
     ~CVXToolPluginBase() override;
 
     // Puts the widget into a new CVXSMdiSubWindow of the host's workspace; afterwards the
-    // widget's parent widget is that sub-window. Without a workspace the widget stays as it is.
+    // widget's parent widget is that sub-window, and the tool's menu action (if it was
+    // announced) stays checked while the sub-window is shown. Without a workspace the
+    // widget stays as it is.
     void addWidgetToWorkspace(QWidget* pWidget);
     // Takes the tool's menu action into the host's menus, enabled and checked as given.
     void updateToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked);
+    // Hands the host the picture it asked for with onSignalGetPrintPixmap.
+    void shootPrintPixmap(const QPixmap& pixmap);
     // Has the host copy the named content of the active image window (for a sequence
     // window, the tab of that name) to the system clipboard.
     void shootCopyToClipBoard(QString strContentName);
@@ -60,6 +66,9 @@ public slots:
     virtual void onSignalGetPrintPixmap(bool bColor);
     virtual void onSignalSaveToArchiva();
     virtual void onSignalUpdatePluginMenu(QString strMenuName);
+
+private:
+    QPointer<QAction> m_pAnnouncedAction; // owned by the derived tool
 };
 
 #define CVXToolPluginBase_iid "com.Halvard.Vexor.CVXToolPluginBase/1.0"

@@ -1,5 +1,6 @@
 #include "VXImageFileReader.h"
 
+#include "VXDicomFileReader.h"
 #include "VXImageWindowing.h"
 
 #include <QFileInfo>
@@ -31,6 +32,8 @@ QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strErr
         strError = tr("The file is empty.");
         return {};
     }
+    if (CVXDicomFileReader::isDicomFile(strPath))
+        return readDicom(strPath, strError);
     // The headers tell the sizes, so a file too large for memory is refused before any
     // of it is decoded.
     QImageReader sizer(strPath);
@@ -48,7 +51,23 @@ QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strErr
 
 QString CVXImageFileReader::dialogFilter()
 {
-    return tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff);;All files (*)");
+    return tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.dcm);;All files (*)");
+}
+
+QVector<QImage> CVXImageFileReader::readDicom(const QString& strPath, QString& strError)
+{
+    CVXDicomFileReader reader(strPath);
+    if (!reader.isReadable()) {
+        strError = reader.errorString();
+        return {};
+    }
+    if (reader.decodedBytes() > kMaxDecodedBytes) {
+        strError = tooLargeError(reader.frameSize(), reader.decodedBytes());
+        return {};
+    }
+    const QVector<QImage> frames = reader.readFrames();
+    strError = reader.errorString();
+    return frames;
 }
 
 QVector<QImage> CVXImageFileReader::readPages(QImageReader& reader, QString& strError)

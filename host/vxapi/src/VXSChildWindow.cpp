@@ -1,6 +1,9 @@
 #include "VXSChildWindow.h"
 
+#include "VXSDataset.h"
 #include "VXSWorkspace.h"
+
+#include <QCloseEvent>
 
 #include <QPainter>
 #include <QStyle>
@@ -13,7 +16,7 @@ constexpr int kGrabDisplayed = 1;
 
 CVXSChildWindow::CVXSChildWindow(const QImage& image, QWidget* pParent)
     : QWidget(pParent)
-    , m_image(image)
+    , m_pDataset(std::make_unique<CVXSDataset>(QString(), image))
 {
 }
 
@@ -42,7 +45,7 @@ void CVXSChildWindow::setViewState(const CVXSViewState& state)
 
 QImage CVXSChildWindow::grabImage(bool bGrabDisplayed)
 {
-    return bGrabDisplayed ? grab().toImage() : m_image;
+    return bGrabDisplayed ? grab().toImage() : image();
 }
 
 bool CVXSChildWindow::canGrabMinimized(int nGrabMode)
@@ -53,23 +56,36 @@ bool CVXSChildWindow::canGrabMinimized(int nGrabMode)
 
 const QImage& CVXSChildWindow::image() const
 {
-    return m_image;
+    return m_pDataset->image();
 }
 
 void CVXSChildWindow::setImage(const QImage& image)
 {
-    m_image = image;
+    m_pDataset->setImage(image);
     update();
+}
+
+CVXSDataset* CVXSChildWindow::dataset() const
+{
+    return m_pDataset.get();
 }
 
 void CVXSChildWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), kBackground);
-    if (m_image.isNull())
+    const QImage& shown = image();
+    if (shown.isNull())
         return;
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(fittedRect(m_image.size()), m_image);
+    painter.drawImage(fittedRect(shown.size()), shown);
+}
+
+void CVXSChildWindow::closeEvent(QCloseEvent* pEvent)
+{
+    QWidget::closeEvent(pEvent);
+    if (pEvent->isAccepted())
+        CVXSWorkspace::instance()->notifyWindowClosed(this);
 }
 
 QRect CVXSChildWindow::fittedRect(const QSize& imageSize) const

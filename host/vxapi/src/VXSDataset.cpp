@@ -13,6 +13,11 @@ QString CVXSDataset::name() const
     return m_strName;
 }
 
+void CVXSDataset::setName(const QString& strName)
+{
+    m_strName = strName;
+}
+
 const QImage& CVXSDataset::image() const
 {
     return m_image;

@@ -13,6 +13,11 @@ QString CVXSSequenceDataset::name() const
     return m_strName;
 }
 
+void CVXSSequenceDataset::setName(const QString& strName)
+{
+    m_strName = strName;
+}
+
 int CVXSSequenceDataset::frameCount() const
 {
     return m_frames.size();

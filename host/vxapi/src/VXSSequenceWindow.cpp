@@ -1,5 +1,7 @@
 #include "VXSSequenceWindow.h"
 
+#include "VXSSequenceDataset.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPainter>
@@ -114,13 +116,13 @@ CVXSChildWindow* tabPage(const QTabWidget* pTabs, int nIndex)
 
 CVXSSequenceWindow::CVXSSequenceWindow(const QVector<QImage>& frames, QWidget* pParent)
     : CVXSChildWindow(QImage(), pParent)
-    , m_frames(frames)
+    , m_pSequence(std::make_unique<CVXSSequenceDataset>(QString(), frames))
     , m_pTabs(new QTabWidget(this))
 {
     // The pages hold the tab images, computed once because the frames never change.
-    m_pTabs->addTab(new CVXSChildWindow(m_frames.value(0)), kSequenceTab);
-    m_pTabs->addTab(new CVXSChildWindow(maximumIntensityProjection(m_frames)), kProjectionTab);
-    m_pTabs->addTab(new CVXSChildWindow(thumbnailMontage(m_frames)), kThumbnailTab);
+    m_pTabs->addTab(new CVXSChildWindow(frames.value(0)), kSequenceTab);
+    m_pTabs->addTab(new CVXSChildWindow(maximumIntensityProjection(frames)), kProjectionTab);
+    m_pTabs->addTab(new CVXSChildWindow(thumbnailMontage(frames)), kThumbnailTab);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pTabs);
@@ -156,7 +158,7 @@ bool CVXSSequenceWindow::setCurrentTab(const QString& strTabName)
 
 int CVXSSequenceWindow::frameCount() const
 {
-    return m_frames.size();
+    return m_pSequence->frameCount();
 }
 
 int CVXSSequenceWindow::currentFrame() const
@@ -166,10 +168,16 @@ int CVXSSequenceWindow::currentFrame() const
 
 void CVXSSequenceWindow::setCurrentFrame(int nIndex)
 {
-    if (nIndex < 0 || nIndex >= m_frames.size())
+    if (nIndex < 0 || nIndex >= frameCount() || nIndex == m_nCurrentFrame)
         return;
     m_nCurrentFrame = nIndex;
-    tabPage(m_pTabs, tabIndexOf(m_pTabs, kSequenceTab))->setImage(m_frames.at(nIndex));
+    tabPage(m_pTabs, tabIndexOf(m_pTabs, kSequenceTab))->setImage(m_pSequence->frame(nIndex));
+    emit currentFrameChanged(nIndex);
+}
+
+CVXSSequenceDataset* CVXSSequenceWindow::sequenceDataset() const
+{
+    return m_pSequence.get();
 }
 
 QImage CVXSSequenceWindow::tabImage(const QString& strTabName) const

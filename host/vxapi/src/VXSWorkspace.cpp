@@ -1,6 +1,7 @@
 #include "VXSWorkspace.h"
 
 #include "VXSChildWindow.h"
+#include "VXSSequenceWindow.h"
 #include "VXUtilityFns.h"
 
 #include <QAction>
@@ -58,9 +59,40 @@ void CVXSWorkspace::announceToolAction(QAction* pAction, bool bEnabled, bool bCh
     emit toolActionAnnounced(pAction, bEnabled, bChecked);
 }
 
+void CVXSWorkspace::deliverPrintPixmap(const QPixmap& pixmap)
+{
+    emit printPixmapDelivered(pixmap);
+}
+
+void CVXSWorkspace::notifyWindowOpened(CVXSChildWindow* pWindow)
+{
+    if (auto* pSequence = qobject_cast<CVXSSequenceWindow*>(pWindow))
+        emit sequenceAdded(pSequence->sequenceDataset());
+    else if (pWindow)
+        emit datasetChanged(pWindow->dataset());
+}
+
+void CVXSWorkspace::notifyWindowChanged(CVXSChildWindow* pWindow)
+{
+    if (auto* pSequence = qobject_cast<CVXSSequenceWindow*>(pWindow))
+        emit sequenceChanged(pSequence->sequenceDataset());
+    else if (pWindow)
+        emit datasetChanged(pWindow->dataset());
+}
+
+void CVXSWorkspace::notifyWindowClosed(CVXSChildWindow* pWindow)
+{
+    if (auto* pSequence = qobject_cast<CVXSSequenceWindow*>(pWindow))
+        emit sequenceRemoved(pSequence->sequenceDataset());
+    else if (pWindow)
+        emit datasetRemoved(pWindow->dataset());
+}
+
 void CVXSWorkspace::onSubWindowActivated(QMdiSubWindow* pWindow)
 {
     // Activating a tool window must not make the image window the user worked in inactive.
-    if (CVXSChildWindow* pChild = childWindowOf(pWindow))
+    if (CVXSChildWindow* pChild = childWindowOf(pWindow)) {
         m_pActiveChild = pChild;
+        notifyWindowChanged(pChild);
+    }
 }

@@ -5,6 +5,7 @@
 #include "VXSSequenceWindow.h"
 #include "VXSWorkspace.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMdiArea>
@@ -30,11 +31,18 @@ void CVXToolPluginBase::addWidgetToWorkspace(QWidget* pWidget)
     // Tools reuse their windows, so closing one only hides it.
     pSubWindow->setAttribute(Qt::WA_DeleteOnClose, false);
     pArea->addSubWindow(pSubWindow);
+    pSubWindow->setToggleAction(m_pAnnouncedAction);
 }
 
 void CVXToolPluginBase::updateToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked)
 {
+    m_pAnnouncedAction = pAction;
     CVXSWorkspace::instance()->announceToolAction(pAction, bEnabled, bChecked);
+}
+
+void CVXToolPluginBase::shootPrintPixmap(const QPixmap& pixmap)
+{
+    CVXSWorkspace::instance()->deliverPrintPixmap(pixmap);
 }
 
 void CVXToolPluginBase::shootCopyToClipBoard(QString strContentName)

@@ -1,0 +1,168 @@
+#include "VXImageLayoutPlugin.h"
+
+#include "VXSLayoutManager.h"
+#include "VXSLayoutWindow.h"
+
+#include <VXSMdiSubWindow.h>
+#include <VXUtilityFns.h>
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPixmap>
+
+namespace {
+// The host and the window find the menu entry and the window by this name.
+const QString kToolName = QStringLiteral("Image Layout Window");
+// Tool type for which the host makes no menu entry.
+constexpr int kToolTypeWithoutMenu = 5;
+constexpr int kToolType = 3;
+// The host's sub-window frame: title bar above, borders around.
+constexpr int kTitleBarRise = 20;
+constexpr int kFrameExtraWidth = 15;
+constexpr int kFrameExtraHeight = 35;
+} // namespace
+
+CVXImageLayoutPlugin::CVXImageLayoutPlugin() = default;
+
+CVXImageLayoutPlugin::~CVXImageLayoutPlugin()
+{
+    delete m_pLayoutMngr.data();
+}
+
+int CVXImageLayoutPlugin::getToolType()
+{
+    return kToolType;
+}
+
+QAction* CVXImageLayoutPlugin::getToolAction()
+{
+    if (getToolType() != kToolTypeWithoutMenu && !m_pToolAction) {
+        m_pToolAction = new QAction(tr("Image Layout Window"), this);
+        m_pToolAction->setObjectName(kToolName);
+        m_pToolAction->setCheckable(true);
+        m_pToolAction->setChecked(false);
+        forwardToolPluginValidity(m_pToolAction, true, false);
+    }
+    return m_pToolAction;
+}
+
+QIcon CVXImageLayoutPlugin::getToolIcon()
+{
+    return QIcon();
+}
+
+QString CVXImageLayoutPlugin::getToolName()
+{
+    return kToolName;
+}
+
+QString CVXImageLayoutPlugin::getToolDescription()
+{
+    return QString();
+}
+
+void CVXImageLayoutPlugin::resetTool()
+{
+    m_pLayoutMngr = nullptr;
+}
+
+void CVXImageLayoutPlugin::onToolActionToggled()
+{
+    if (!m_pLayoutMngr)
+        return;
+    const QAction* pAction = CVXUtilityFns::getAction(kToolName);
+    m_pLayoutMngr->showLayoutWindow(pAction && pAction->isChecked());
+}
+
+bool CVXImageLayoutPlugin::initializeTool()
+{
+    if (m_pLayoutMngr)
+        return true;
+    m_pLayoutMngr = new CVXSLayoutManager;
+    CVXSLayoutWindow* pWindow = m_pLayoutMngr->getLayoutWindow();
+    connect(pWindow, &CVXSLayoutWindow::copyToClipBoard, this,
+            &CVXImageLayoutPlugin::onSignalCopyContentToClipBoard);
+    pWindow->setObjectName(kToolName);
+    signalAddWidgetToWorkspace(pWindow);
+    auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(pWindow->parentWidget());
+    if (!pSubWindow)
+        return true;
+    pSubWindow->setWindowPosition(QPoint(pWindow->x(), pWindow->y() - kTitleBarRise));
+    const QRect frame = pWindow->frameGeometry();
+    pSubWindow->resize(frame.width() + kFrameExtraWidth, frame.height() + kFrameExtraHeight);
+    pSubWindow->hideWindow();
+    return true;
+}
+
+void CVXImageLayoutPlugin::onSignalGetPrintPixmap(bool)
+{
+    if (!m_pLayoutMngr)
+        return;
+    const QImage image = m_pLayoutMngr->renderLayoutImage(1.0);
+    if (!image.isNull())
+        shootPrintPixmap(QPixmap::fromImage(image));
+}
+
+CVXSLayoutManager* CVXImageLayoutPlugin::layoutManager() const
+{
+    return m_pLayoutMngr;
+}
+
+void CVXImageLayoutPlugin::onSignalDatasetChanged(CVXSDataset* pDataset)
+{
+    relayDatasetStatus(pDataset);
+}
+
+void CVXImageLayoutPlugin::onSignalSequenceChanged(CVXSSequenceDataset* pDataset)
+{
+    relaySequenceStatus(pDataset);
+}
+
+void CVXImageLayoutPlugin::onSignalDatasetRemoved(CVXSDataset* pDataset)
+{
+    relayDatasetStatus(pDataset);
+}
+
+void CVXImageLayoutPlugin::onSignalSequenceAdded(CVXSSequenceDataset* pDataset)
+{
+    relaySequenceStatus(pDataset);
+}
+
+void CVXImageLayoutPlugin::onSignalSequenceRemoved(CVXSSequenceDataset* pDataset)
+{
+    relaySequenceStatus(pDataset);
+}
+
+void CVXImageLayoutPlugin::signalAddWidgetToWorkspace(QWidget* pWidget)
+{
+    addWidgetToWorkspace(pWidget);
+}
+
+void CVXImageLayoutPlugin::onSignalCopyContentToClipBoard(QString strContentName)
+{
+    shootCopyToClipBoard(strContentName);
+}
+
+void CVXImageLayoutPlugin::onSignalCopyToClipboard(QString strWindowName)
+{
+    if (!m_pLayoutMngr || !m_pLayoutMngr->getLayoutWindow())
+        return;
+    if (strWindowName.toLower() != m_pLayoutMngr->getLayoutWindow()->objectName().toLower())
+        return;
+    const QImage image = m_pLayoutMngr->renderLayoutImage(1.0);
+    if (!image.isNull())
+        QGuiApplication::clipboard()->setImage(image);
+}
+
+void CVXImageLayoutPlugin::relayDatasetStatus(CVXSDataset* pDataset)
+{
+    if (m_pLayoutMngr && m_pLayoutMngr->getLayoutWindow())
+        m_pLayoutMngr->getLayoutWindow()->onDatasetStatusChanged(pDataset);
+}
+
+void CVXImageLayoutPlugin::relaySequenceStatus(CVXSSequenceDataset* pDataset)
+{
+    if (m_pLayoutMngr && m_pLayoutMngr->getLayoutWindow())
+        m_pLayoutMngr->getLayoutWindow()->onSequenceStatusChanged(pDataset);
+}

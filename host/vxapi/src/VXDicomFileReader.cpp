@@ -1,0 +1,181 @@
+#include "VXDicomFileReader.h"
+
+#include <dcmtk/dcmdata/dcdeftag.h>
+#include <dcmtk/dcmdata/dcfilefo.h>
+#include <dcmtk/dcmdata/dcrledrg.h>
+#include <dcmtk/dcmdata/dcxfer.h>
+#include <dcmtk/dcmimage/diregist.h> // colour images
+#include <dcmtk/dcmimgle/dcmimage.h>
+#include <dcmtk/dcmjpeg/djdecode.h>
+#include <dcmtk/dcmjpls/djdecode.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+constexpr qint64 kPreambleLength = 128;
+const QByteArray kMagic("DICM");
+// Display images take 4 bytes per pixel at most.
+constexpr int kDisplayBytesPerPixel = 4;
+
+QString conditionText(const OFCondition& condition)
+{
+    return QString::fromLocal8Bit(condition.text());
+}
+
+// Rows of the 8-bit output of DicomImage, packed without padding, into an image.
+QImage imageFromOutput(const void* pData, const QSize& size, bool bColour)
+{
+    const QImage::Format format = bColour ? QImage::Format_RGB888 : QImage::Format_Grayscale8;
+    const int nRowBytes = size.width() * (bColour ? 3 : 1);
+    QImage image(size, format);
+    if (image.isNull())
+        return image;
+    const auto* pBytes = static_cast<const uchar*>(pData);
+    for (int y = 0; y < size.height(); ++y)
+        memcpy(image.scanLine(y), pBytes + qint64(y) * nRowBytes, size_t(nRowBytes));
+    return image;
+}
+
+} // namespace
+
+CVXDicomFileReader::CVXDicomFileReader(const QString& strPath)
+    : m_strPath(strPath)
+    , m_pFile(std::make_unique<DcmFileFormat>())
+{
+    readHeader();
+}
+
+CVXDicomFileReader::~CVXDicomFileReader() = default;
+
+bool CVXDicomFileReader::isDicomFile(const QString& strPath)
+{
+    if (QFileInfo(strPath).suffix().compare(QStringLiteral("dcm"), Qt::CaseInsensitive) == 0)
+        return true;
+    QFile file(strPath);
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(kPreambleLength))
+        return false;
+    return file.read(kMagic.size()) == kMagic;
+}
+
+bool CVXDicomFileReader::isReadable() const
+{
+    return m_strError.isEmpty();
+}
+
+QString CVXDicomFileReader::errorString() const
+{
+    return m_strError;
+}
+
+QSize CVXDicomFileReader::frameSize() const
+{
+    return m_frameSize;
+}
+
+qint64 CVXDicomFileReader::decodedBytes() const
+{
+    const int nBytesPerPixel = qMax(kDisplayBytesPerPixel, m_nSamplesPerPixel * ((m_nBitsAllocated + 7) / 8));
+    return qint64(m_frameSize.width()) * m_frameSize.height() * m_nFrames * nBytesPerPixel;
+}
+
+void CVXDicomFileReader::readHeader()
+{
+    // Large values such as the pixel data stay on disk until they are asked for.
+    const OFCondition loaded = m_pFile->loadFile(QFile::encodeName(m_strPath).constData());
+    if (loaded.bad()) {
+        m_strError = tr("The file is not a readable DICOM file (%1).").arg(conditionText(loaded));
+        return;
+    }
+    DcmDataset* pData = m_pFile->getDataset();
+    Uint16 nRows = 0;
+    Uint16 nColumns = 0;
+    Uint16 nSamples = 1;
+    Uint16 nBitsAllocated = 0;
+    Sint32 nFrames = 1;
+    if (!pData->tagExists(DCM_PixelData) || pData->findAndGetUint16(DCM_Rows, nRows).bad()
+        || pData->findAndGetUint16(DCM_Columns, nColumns).bad()) {
+        m_strError = tr("The DICOM file holds no image (it has no pixel data).");
+        return;
+    }
+    pData->findAndGetUint16(DCM_SamplesPerPixel, nSamples);
+    pData->findAndGetUint16(DCM_BitsAllocated, nBitsAllocated);
+    if (pData->findAndGetSint32(DCM_NumberOfFrames, nFrames).bad())
+        nFrames = 1;
+    if (nRows == 0 || nColumns == 0 || nFrames < 1) {
+        m_strError = tr("The DICOM file's image has no pixels (%1 x %2 pixels, %3 frames).")
+                         .arg(nColumns)
+                         .arg(nRows)
+                         .arg(nFrames);
+        return;
+    }
+    m_frameSize = QSize(nColumns, nRows);
+    m_nFrames = nFrames;
+    m_nSamplesPerPixel = nSamples;
+    m_nBitsAllocated = nBitsAllocated;
+}
+
+void CVXDicomFileReader::checkPixelDataLength()
+{
+    // Uncompressed pixels must all be there; the toolkit would fill missing ones with black.
+    DcmDataset* pData = m_pFile->getDataset();
+    DcmElement* pPixels = nullptr;
+    if (DcmXfer(pData->getOriginalXfer()).isEncapsulated() || pData->findAndGetElement(DCM_PixelData, pPixels).bad())
+        return;
+    const qint64 nNeeded = qint64(m_frameSize.width()) * m_frameSize.height() * m_nFrames * m_nSamplesPerPixel
+                           * m_nBitsAllocated / 8;
+    if (pPixels->getLength() < nNeeded) {
+        m_strError = tr("The DICOM file's pixel data is incomplete (%1 of %2 bytes).")
+                         .arg(pPixels->getLength())
+                         .arg(nNeeded);
+    }
+}
+
+QVector<QImage> CVXDicomFileReader::readFrames()
+{
+    if (!isReadable())
+        return {};
+    checkPixelDataLength();
+    if (!isReadable())
+        return {};
+    registerDecoders();
+    DcmDataset* pData = m_pFile->getDataset();
+    DicomImage image(m_pFile.get(), pData->getOriginalXfer(), CIF_MayDetachPixelData);
+    if (image.getStatus() != EIS_Normal) {
+        m_strError = tr("The DICOM image cannot be decoded (%1).")
+                         .arg(QString::fromLatin1(DicomImage::getString(image.getStatus())));
+        return {};
+    }
+    const bool bColour = !image.isMonochrome();
+    if (!bColour) {
+        // The window the file was made with; its whole range where it names none.
+        if (image.getWindowCount() > 0)
+            image.setWindow(0);
+        else
+            image.setMinMaxWindow();
+    }
+    const QSize size(int(image.getWidth()), int(image.getHeight()));
+    QVector<QImage> frames;
+    for (unsigned long nFrame = 0; nFrame < image.getFrameCount(); ++nFrame) {
+        const void* pOutput = image.getOutputData(8, nFrame, 0);
+        const QImage frame = pOutput ? imageFromOutput(pOutput, size, bColour) : QImage();
+        if (frame.isNull()) {
+            m_strError = tr("Frame %1 of the DICOM image cannot be decoded.").arg(nFrame + 1);
+            return {};
+        }
+        frames.append(frame);
+    }
+    return frames;
+}
+
+void CVXDicomFileReader::registerDecoders()
+{
+    static const bool s_bRegistered = [] {
+        DJDecoderRegistration::registerCodecs();
+        DJLSDecoderRegistration::registerCodecs();
+        DcmRLEDecoderRegistration::registerCodecs();
+        return true;
+    }();
+    Q_UNUSED(s_bRegistered)
+}
