@@ -1,3 +1,4 @@
+#include "SolidImage.h"
 #include "TestImageFiles.h"
 
 #include <VXImageFileReader.h>
@@ -12,13 +13,6 @@ namespace {
 const QSize kImageSize(40, 30);
 const QPoint kLeft(5, 15);
 const QPoint kRight(35, 15);
-
-QImage filled(QImage::Format format, int nLevel)
-{
-    QImage image(kImageSize, format);
-    image.fill(QColor(nLevel, nLevel, nLevel));
-    return image;
-}
 
 } // namespace
 
@@ -168,7 +162,7 @@ void TestAppImageReader::readsEveryPage()
     QFETCH(int, pages);
     QVector<QImage> written;
     for (int i = 0; i < pages; ++i)
-        written << filled(QImage::Format_Grayscale8, 10 + 30 * i);
+        written << greyImage(kImageSize, 10 + 30 * i, QImage::Format_Grayscale8);
     const QString strPath = path(QStringLiteral("pages%1.tif").arg(pages));
     QVERIFY(CTestImageFiles::writeMultiPageTiff(strPath, written));
 
@@ -253,7 +247,7 @@ void TestAppImageReader::eightBitImagesStayAsTheyAre()
 {
     for (QImage::Format format : {QImage::Format_Grayscale8, QImage::Format_RGB32, QImage::Format_ARGB32,
                                   QImage::Format_Indexed8}) {
-        const QImage image = filled(QImage::Format_RGB32, 77).convertToFormat(format);
+        const QImage image = greyImage(kImageSize, 77, QImage::Format_RGB32).convertToFormat(format);
         QVERIFY(!CVXImageWindowing::hasDeepChannels(image));
         const QImage display = CVXImageWindowing::toDisplay(image);
         QCOMPARE(display.format(), format);

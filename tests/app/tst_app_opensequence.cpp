@@ -1,5 +1,6 @@
 #include "HostFixture.h"
 #include "MessageBoxCounter.h"
+#include "SolidImage.h"
 #include "TestImageFiles.h"
 
 #include "MessageBoxAnswer.h"
@@ -17,13 +18,6 @@ namespace {
 
 const QSize kImageSize(60, 40);
 const QPoint kLeft(10, 20);
-
-QImage filledGrey(const QSize& size, int nLevel)
-{
-    QImage image(size, QImage::Format_Grayscale8);
-    image.fill(QColor(nLevel, nLevel, nLevel));
-    return image;
-}
 
 } // namespace
 
@@ -86,7 +80,7 @@ void TestAppOpenSequence::multiPageTiffOpensAsSequence()
     QFETCH(int, pages);
     QVector<QImage> written;
     for (int i = 0; i < pages; ++i)
-        written << filledGrey(kImageSize, 10 + 15 * i);
+        written << greyImage(kImageSize, 10 + 15 * i, QImage::Format_Grayscale8);
     const QString strName = QStringLiteral("stack%1.tif").arg(pages);
     QVERIFY(CTestImageFiles::writeMultiPageTiff(path(strName), written));
     CMessageBoxCounter boxes(0);
@@ -109,9 +103,9 @@ void TestAppOpenSequence::opensImagesAsOneSequence()
 {
     // Frames of different sizes are allowed: the sequence window fits each one.
     const QStringList names {"t0.png", "t1.png", "t2.bmp"};
-    QVERIFY(filledGrey(QSize(40, 30), 20).save(path(names[0])));
-    QVERIFY(filledGrey(QSize(80, 60), 120).save(path(names[1])));
-    QVERIFY(filledGrey(QSize(20, 50), 220).save(path(names[2])));
+    QVERIFY(greyImage(QSize(40, 30), 20, QImage::Format_Grayscale8).save(path(names[0])));
+    QVERIFY(greyImage(QSize(80, 60), 120, QImage::Format_Grayscale8).save(path(names[1])));
+    QVERIFY(greyImage(QSize(20, 50), 220, QImage::Format_Grayscale8).save(path(names[2])));
     CMessageBoxCounter boxes(0);
 
     m_pHost->window()->openSequenceFiles({path(names[0]), path(names[1]), path(names[2])});
@@ -127,7 +121,7 @@ void TestAppOpenSequence::opensImagesAsOneSequence()
 
 void TestAppOpenSequence::sequenceWithUnreadableFileIsNotOpened()
 {
-    QVERIFY(filledGrey(kImageSize, 50).save(path("frame.png")));
+    QVERIFY(greyImage(kImageSize, 50, QImage::Format_Grayscale8).save(path("frame.png")));
     QVERIFY(CTestImageFiles::writeTruncatedCopy(path("frame.png"), path("truncated.png")));
     CMessageBoxCounter boxes(1);
     CSeenMessageBox seen;

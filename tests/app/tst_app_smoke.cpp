@@ -1,3 +1,4 @@
+#include "SolidImage.h"
 #include "TestImageFiles.h"
 
 #include <QElapsedTimer>
@@ -29,8 +30,7 @@ void TestAppSmoke::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(m_dir.isValid());
-    QImage image(64, 48, QImage::Format_RGB32);
-    image.fill(Qt::darkCyan);
+    const QImage image = solidImage(QSize(64, 48), Qt::darkCyan, QImage::Format_RGB32);
     QVERIFY(image.save(m_dir.filePath("image.png")));
     QVERIFY(CTestImageFiles::writeBytes(m_dir.filePath("corrupt.png"), "not an image"));
 }

@@ -1,16 +1,12 @@
 #include "MessageBoxAnswer.h"
 
+#include "ModalDialogAnswer.h"
+
 #include <QAbstractButton>
-#include <QApplication>
-#include <QDeadlineTimer>
 #include <QPushButton>
-#include <QTimer>
 #include <QtTest>
 
 namespace {
-
-constexpr int kWaitForBoxMs = 5000;
-constexpr int kPollMs = 10;
 
 QString buttonText(const QAbstractButton* pButton)
 {
@@ -45,23 +41,12 @@ void click(QAbstractButton* pButton, QMessageBox* pBox)
 void answerNextMessageBox(CSeenMessageBox* pSeen, MessageBoxAnswer answer)
 {
     *pSeen = CSeenMessageBox();
-    auto* pTimer = new QTimer; // deletes itself once it answered or gave up
-    const QDeadlineTimer deadline(kWaitForBoxMs);
-    QObject::connect(pTimer, &QTimer::timeout, [pTimer, pSeen, answer, deadline] {
-        auto* pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!pBox && !deadline.hasExpired())
-            return;
-        pTimer->stop();
-        pTimer->deleteLater();
-        if (!pBox)
-            return;
+    answerNextModalDialog(QMessageBox::staticMetaObject, [pSeen, answer](QDialog* pDialog) {
+        auto* pBox = static_cast<QMessageBox*>(pDialog);
         record(pBox, pSeen);
         answer(pBox);
         pSeen->m_bClosedByAnswer = !pBox->isVisible();
-        if (pBox->isVisible())
-            pBox->reject();
     });
-    pTimer->start(kPollMs);
 }
 
 MessageBoxAnswer clickStandardButton(QMessageBox::StandardButton button)

@@ -1,17 +1,10 @@
+#include "SolidImage.h"
 #include "VXSChildWindow.h"
 
 #include "WidgetLeaks.h"
 
 #include <QtTest>
 
-namespace {
-QImage filledImage(const QSize& size, const QColor& color)
-{
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(color);
-    return image;
-}
-} // namespace
 
 class TestHostChildWindow : public QObject
 {
@@ -44,7 +37,7 @@ void TestHostChildWindow::cleanup()
 
 void TestHostChildWindow::grabImageWithoutDisplayGivesTheImage()
 {
-    const QImage image = filledImage(QSize(30, 20), Qt::green);
+    const QImage image = solidImage(QSize(30, 20), Qt::green, QImage::Format_RGB32);
     CVXSChildWindow window(image);
     window.resize(200, 100);
     QCOMPARE(window.grabImage(false), image);
@@ -53,15 +46,15 @@ void TestHostChildWindow::grabImageWithoutDisplayGivesTheImage()
 
 void TestHostChildWindow::setImageReplacesTheImage()
 {
-    CVXSChildWindow window(filledImage(QSize(30, 20), Qt::green));
-    const QImage replacement = filledImage(QSize(8, 9), Qt::blue);
+    CVXSChildWindow window(solidImage(QSize(30, 20), Qt::green, QImage::Format_RGB32));
+    const QImage replacement = solidImage(QSize(8, 9), Qt::blue, QImage::Format_RGB32);
     window.setImage(replacement);
     QCOMPARE(window.grabImage(false), replacement);
 }
 
 void TestHostChildWindow::grabImageDisplayedHasWidgetSize()
 {
-    CVXSChildWindow window(filledImage(QSize(30, 20), Qt::green));
+    CVXSChildWindow window(solidImage(QSize(30, 20), Qt::green, QImage::Format_RGB32));
     window.resize(240, 130);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -88,7 +81,7 @@ void TestHostChildWindow::paintsImageFittedAndCentred()
     QFETCH(QPoint, inside);
     QFETCH(QPoint, outside);
 
-    CVXSChildWindow window(filledImage(imageSize, Qt::red));
+    CVXSChildWindow window(solidImage(imageSize, Qt::red, QImage::Format_RGB32));
     window.resize(200, 200);
     const QImage grabbed = window.grabImage(true);
     QCOMPARE(grabbed.size(), QSize(200, 200));

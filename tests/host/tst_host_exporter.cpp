@@ -1,3 +1,4 @@
+#include "SolidImage.h"
 #include "VXSImageExporter.h"
 
 #include <QImageReader>
@@ -249,8 +250,7 @@ void TestHostExporter::sizeLimits()
 
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(Qt::darkCyan);
+    const QImage image = solidImage(size, Qt::darkCyan, QImage::Format_RGB32);
 
     QCOMPARE(int(save(image, dir.filePath(fileName))), expected);
     const QStringList expectedEntries = expected == eSTATUS_SUCCESS ? QStringList{fileName} : QStringList();
@@ -295,8 +295,7 @@ void TestHostExporter::failureLeavesExistingFile()
     const QString strPath = dir.filePath(fileName);
     const QByteArray original("the user's earlier export");
     QVERIFY(writeFile(strPath, original));
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(Qt::gray);
+    const QImage image = solidImage(size, Qt::gray, QImage::Format_RGB32);
 
     QCOMPARE(int(save(image, strPath)), expected);
 

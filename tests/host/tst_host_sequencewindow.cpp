@@ -1,3 +1,4 @@
+#include "SolidImage.h"
 #include "VXSSequenceWindow.h"
 
 #include "WidgetLeaks.h"
@@ -8,16 +9,9 @@
 
 namespace {
 
-QImage grayFrame(const QSize& size, int nValue)
-{
-    QImage frame(size, QImage::Format_RGB32);
-    frame.fill(qRgb(nValue, nValue, nValue));
-    return frame;
-}
-
 QImage grayFrameWithSpot(int nValue, const QPoint& spot, int nSpotValue)
 {
-    QImage frame = grayFrame(QSize(40, 20), nValue);
+    QImage frame = greyImage(QSize(40, 20), nValue, QImage::Format_RGB32);
     frame.setPixel(spot, qRgb(nSpotValue, nSpotValue, nSpotValue));
     return frame;
 }
@@ -151,8 +145,9 @@ void TestHostSequenceWindow::projectionKeepsBrightestPixel()
 
 void TestHostSequenceWindow::projectionOfFramesOfDifferentSizes()
 {
-    const CVXSSequenceWindow window({grayFrame(QSize(40, 20), 10), grayFrame(QSize(80, 40), 100),
-                                     grayFrame(QSize(20, 40), 70)});
+    const CVXSSequenceWindow window({greyImage(QSize(40, 20), 10, QImage::Format_RGB32),
+                                     greyImage(QSize(80, 40), 100, QImage::Format_RGB32),
+                                     greyImage(QSize(20, 40), 70, QImage::Format_RGB32)});
     const QImage projection = window.tabImage(QStringLiteral("3D View"));
     QCOMPARE(projection.size(), QSize(40, 20));
     QCOMPARE(grayAt(projection, 0, 0), 100);
@@ -176,8 +171,9 @@ void TestHostSequenceWindow::thumbnailsShowEveryFrame()
 
 void TestHostSequenceWindow::thumbnailsOfFramesOfDifferentSizes()
 {
-    const CVXSSequenceWindow window({grayFrame(QSize(40, 20), 10), grayFrame(QSize(80, 40), 100),
-                                     grayFrame(QSize(20, 40), 70)});
+    const CVXSSequenceWindow window({greyImage(QSize(40, 20), 10, QImage::Format_RGB32),
+                                     greyImage(QSize(80, 40), 100, QImage::Format_RGB32),
+                                     greyImage(QSize(20, 40), 70, QImage::Format_RGB32)});
     const QImage montage = window.tabImage(QStringLiteral("Thumbnails"));
     QCOMPARE(montage.size(), QSize(92, 52));
     QCOMPARE(grayAt(montage, 68, 14), 100);
@@ -188,7 +184,8 @@ void TestHostSequenceWindow::thumbnailsOfFramesOfDifferentSizes()
 
 void TestHostSequenceWindow::thumbnailsOfLargeFramesAreSmall()
 {
-    const CVXSSequenceWindow window({grayFrame(QSize(512, 256), 40), grayFrame(QSize(512, 256), 80)});
+    const CVXSSequenceWindow window({greyImage(QSize(512, 256), 40, QImage::Format_RGB32),
+                                     greyImage(QSize(512, 256), 80, QImage::Format_RGB32)});
     const QImage montage = window.tabImage(QStringLiteral("Thumbnails"));
     // Cells of at most 128 pixels, two side by side.
     QCOMPARE(montage.size(), QSize(2 * 128 + 3 * 4, 64 + 2 * 4));

@@ -1,3 +1,4 @@
+#include "SolidImage.h"
 #include "VXSChildWindow.h"
 #include "VXSMdiSubWindow.h"
 #include "VXSSequenceWindow.h"
@@ -16,16 +17,10 @@
 
 namespace {
 
-QImage filledImage(const QSize& size, const QColor& color)
-{
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(color);
-    return image;
-}
-
 QVector<QImage> twoFrames()
 {
-    return {filledImage(QSize(30, 20), Qt::darkRed), filledImage(QSize(30, 20), Qt::darkBlue)};
+    return {solidImage(QSize(30, 20), Qt::darkRed, QImage::Format_RGB32),
+            solidImage(QSize(30, 20), Qt::darkBlue, QImage::Format_RGB32)};
 }
 
 // Shows the widget in a new sub-window of the area, as the host does for an opened file.
@@ -91,7 +86,7 @@ void TestHostWorkspace::cleanup()
 
 void TestHostWorkspace::noAreaMeansNoActiveChild()
 {
-    openInArea(*m_pArea, new CVXSChildWindow(filledImage(QSize(10, 10), Qt::red)));
+    openInArea(*m_pArea, new CVXSChildWindow(solidImage(QSize(10, 10), Qt::red, QImage::Format_RGB32)));
     CVXSWorkspace::instance()->setMdiArea(nullptr);
     QCOMPARE(CVXSWorkspace::instance()->mdiArea(), nullptr);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), nullptr);
@@ -99,7 +94,7 @@ void TestHostWorkspace::noAreaMeansNoActiveChild()
 
 void TestHostWorkspace::imageWindowStaysActiveWhileToolIsUsed()
 {
-    auto* pChild = new CVXSChildWindow(filledImage(QSize(10, 10), Qt::red));
+    auto* pChild = new CVXSChildWindow(solidImage(QSize(10, 10), Qt::red, QImage::Format_RGB32));
     QMdiSubWindow* pImageWindow = openInArea(*m_pArea, pChild);
     QMdiSubWindow* pToolWindow = openInArea(*m_pArea, new QLabel(QStringLiteral("tool")));
 
@@ -112,7 +107,8 @@ void TestHostWorkspace::imageWindowStaysActiveWhileToolIsUsed()
 
 void TestHostWorkspace::closedImageWindowIsNotActive()
 {
-    QPointer<CVXSChildWindow> pChild = new CVXSChildWindow(filledImage(QSize(10, 10), Qt::red));
+    QPointer<CVXSChildWindow> pChild
+        = new CVXSChildWindow(solidImage(QSize(10, 10), Qt::red, QImage::Format_RGB32));
     QMdiSubWindow* pImageWindow = openInArea(*m_pArea, pChild);
     QMdiSubWindow* pToolWindow = openInArea(*m_pArea, new QLabel(QStringLiteral("tool")));
     m_pArea->setActiveSubWindow(pImageWindow);
@@ -127,7 +123,7 @@ void TestHostWorkspace::closedImageWindowIsNotActive()
 
 void TestHostWorkspace::deletedImageWindowIsNotActive()
 {
-    auto* pChild = new CVXSChildWindow(filledImage(QSize(10, 10), Qt::red));
+    auto* pChild = new CVXSChildWindow(solidImage(QSize(10, 10), Qt::red, QImage::Format_RGB32));
     QMdiSubWindow* pImageWindow = openInArea(*m_pArea, pChild);
     m_pArea->setActiveSubWindow(pImageWindow);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pChild);
@@ -146,7 +142,7 @@ void TestHostWorkspace::currentSubWindowServesBeforeAnyActivation()
 
 void TestHostWorkspace::deletedAreaMeansNoActiveChild()
 {
-    auto* pChild = new CVXSChildWindow(filledImage(QSize(10, 10), Qt::red));
+    auto* pChild = new CVXSChildWindow(solidImage(QSize(10, 10), Qt::red, QImage::Format_RGB32));
     m_pArea->setActiveSubWindow(openInArea(*m_pArea, pChild));
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pChild);
     m_pArea.reset();
@@ -271,7 +267,7 @@ void TestHostWorkspace::shootCopyToClipBoard()
     QFETCH(bool, sequence);
     QFETCH(QString, content);
 
-    const QImage image = filledImage(QSize(33, 22), Qt::darkGreen);
+    const QImage image = solidImage(QSize(33, 22), Qt::darkGreen, QImage::Format_RGB32);
     auto* pSequence = sequence ? new CVXSSequenceWindow(twoFrames()) : nullptr;
     CVXSChildWindow* pChild = sequence ? pSequence : new CVXSChildWindow(image);
     m_pArea->setActiveSubWindow(openInArea(*m_pArea, pChild));

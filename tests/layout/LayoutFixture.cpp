@@ -1,5 +1,7 @@
 #include "LayoutFixture.h"
 
+#include "SolidImage.h"
+
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>
 #include <VXSLayoutItemImage.h>
@@ -118,6 +120,20 @@ QGraphicsItem* LayoutFixture::addItem(const QByteArray& kind, const QRectF& rect
     return pItem;
 }
 
+QList<QByteArray> LayoutFixture::itemKinds()
+{
+    return {"image", "text", "rectangle", "ellipse", "arrow"};
+}
+
+void LayoutFixture::addItemKindRows(const QList<QByteArray>& except)
+{
+    QTest::addColumn<QByteArray>("kind");
+    for (const QByteArray& kind : itemKinds()) {
+        if (!except.contains(kind))
+            QTest::newRow(kind.constData()) << kind;
+    }
+}
+
 QAction* LayoutFixture::action(const char* pObjectName) const
 {
     return window()->findChild<QAction*>(QString::fromLatin1(pObjectName));
@@ -180,9 +196,3 @@ QImage LayoutFixture::grabViewport() const
     return view()->viewport()->grab().toImage();
 }
 
-QImage LayoutFixture::solidImage(QSize size, QColor color)
-{
-    QImage image(size, QImage::Format_ARGB32);
-    image.fill(color);
-    return image;
-}

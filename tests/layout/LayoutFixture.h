@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QColor>
 #include <QImage>
+#include <QList>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
@@ -40,6 +41,10 @@ public:
     // on top of the page, looking as the view would draw it. An arrow runs across the
     // middle of the rectangle from left to right.
     QGraphicsItem* addItem(const QByteArray& kind, const QRectF& rect);
+    // The kinds addItem knows, and test data: a column "kind" with one row per kind,
+    // named for it, leaving out the kinds given.
+    static QList<QByteArray> itemKinds();
+    static void addItemKindRows(const QList<QByteArray>& except = {});
     // Checks a toolbar action (found by object name) or the line/arrow tool of a kind.
     void triggerAction(const char* pObjectName);
     QAction* action(const char* pObjectName) const;
@@ -55,8 +60,6 @@ public:
 
     // Renders what the view shows.
     QImage grabViewport() const;
-
-    static QImage solidImage(QSize size, QColor color);
 
 private:
     CVXSLayoutManager* m_pManager = nullptr; // owned

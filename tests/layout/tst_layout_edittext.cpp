@@ -122,6 +122,7 @@ private slots:
     void loadedAlignmentPressesItsButton();
     void loadedStylePressesItsButtons_data();
     void loadedStylePressesItsButtons();
+    void loadingRunsTheStyleSlots();
     void loadingSendsTheText();
     void cancelledFontDialogChangesNothing();
     void cancelledColorDialogChangesNothing();
@@ -457,6 +458,22 @@ void TestLayoutEditText::loadedStylePressesItsButtons()
     // A weight that is not bold is left as loaded, the button stays up.
     if (weight != 75)
         QCOMPARE(characterWeights(m_pDialog->m_pTextEdit), QVector<int>(9, weight));
+}
+
+void TestLayoutEditText::loadingRunsTheStyleSlots()
+{
+    typeText(QStringLiteral("x"));
+    click(m_pDialog->m_pBoldTB);
+    click(m_pDialog->m_pItalicsTB);
+    QCOMPARE(styleButtons(*m_pDialog), (QList<bool>{true, true, false}));
+    // Loading a demi-bold upright text releases Bold and Italics through their signals,
+    // and their slots make the whole text light and upright.
+    QFont font;
+    font.setWeight(63);
+    m_pDialog->setTextData(QStringLiteral("Spleen"), Qt::AlignLeft, font, Qt::black);
+    QCOMPARE(styleButtons(*m_pDialog), (QList<bool>{false, false, false}));
+    QCOMPARE(characterWeights(m_pDialog->m_pTextEdit), QVector<int>(6, 25));
+    QVERIFY(!m_pDialog->m_pTextEdit->fontItalic());
 }
 
 void TestLayoutEditText::loadingSendsTheText()

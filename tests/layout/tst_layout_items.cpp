@@ -1,3 +1,6 @@
+#include "LayoutFixture.h"
+#include "SolidImage.h"
+
 #include <VXGeometry.h>
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>
@@ -8,6 +11,8 @@
 #include <VXSLayoutPens.h>
 
 #include <QGraphicsScene>
+#include <QPaintDevice>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QtTest>
 
@@ -20,9 +25,7 @@ const QColor Background(255, 0, 0);
 
 QImage canvas(int width = 200, int height = 120)
 {
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(Background);
-    return image;
+    return solidImage(QSize(width, height), Background);
 }
 
 void paintItem(QGraphicsItem* pItem, QImage* pCanvas)
@@ -31,11 +34,71 @@ void paintItem(QGraphicsItem* pItem, QImage* pCanvas)
     pItem->paint(&painter, nullptr, nullptr);
 }
 
-QImage solid(QSize size, QColor color)
+// A paint device that keeps the filled polygons painted on it, in painting order, and
+// draws nothing else: it shows exactly which head polygons an arrow painted.
+class CPolygonRecorder : public QPaintDevice, public QPaintEngine
 {
-    QImage image(size, QImage::Format_ARGB32);
-    image.fill(color);
-    return image;
+public:
+    CPolygonRecorder()
+        : QPaintEngine(QPaintEngine::AllFeatures)
+    {
+    }
+
+    QList<QPolygon> polygons() const { return m_polygons; }
+
+    QPaintEngine* paintEngine() const override { return const_cast<CPolygonRecorder*>(this); }
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState&) override {}
+    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+    void drawPolygon(const QPoint* pPoints, int nCount, PolygonDrawMode mode) override
+    {
+        if (mode != PolylineMode)
+            m_polygons << QPolygon(QVector<QPoint>(pPoints, pPoints + nCount));
+    }
+    void drawPolygon(const QPointF* pPoints, int nCount, PolygonDrawMode mode) override
+    {
+        if (mode != PolylineMode)
+            m_polygons << QPolygonF(QVector<QPointF>(pPoints, pPoints + nCount)).toPolygon();
+    }
+    Type type() const override { return User; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth:
+        case PdmHeight:
+            return 200;
+        case PdmDpiX:
+        case PdmDpiY:
+        case PdmPhysicalDpiX:
+        case PdmPhysicalDpiY:
+            return 96;
+        case PdmDepth:
+            return 32;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(QPaintDevice::devicePixelRatioFScale());
+        default:
+            return 0;
+        }
+    }
+
+private:
+    QList<QPolygon> m_polygons;
+};
+
+// The head polygons the arrow stores when painted: start head first, then end head (both
+// heads drawn, so that both show).
+QList<QPolygon> paintedHeads(CVXSLayoutItemArrow* pArrow)
+{
+    CPolygonRecorder recorder;
+    QPainter painter(&recorder);
+    pArrow->paint(&painter, nullptr, nullptr);
+    painter.end();
+    return recorder.polygons();
 }
 
 // Number of pixels in the rectangle that differ from the background.
@@ -67,8 +130,7 @@ QPair<int, int> inkColumns(const QImage& image)
 // Left half red, right half blue: tells upright from mirrored.
 QImage twoToneImage()
 {
-    QImage image(40, 20, QImage::Format_ARGB32);
-    image.fill(Qt::blue);
+    QImage image = solidImage(QSize(40, 20), Qt::blue);
     QPainter(&image).fillRect(0, 0, 20, 20, Qt::green);
     return image;
 }
@@ -129,6 +191,7 @@ private slots:
     void arrowHeadPolygon_data();
     void arrowHeadPolygon();
     void coincidentArrowHeadsCollapse();
+    void arrowHeadsStartOff();
     void arrowWithEndHeadOnly();
     void arrowHitAreaNeedsAPaint();
     void rotatePointByNinetyDegrees();
@@ -136,19 +199,15 @@ private slots:
 
 void TestLayoutItems::typeIds_data()
 {
-    QTest::addColumn<int>("expected");
-    QTest::newRow("image") << 32784;
-    QTest::newRow("text") << 32800;
-    QTest::newRow("ellipse") << 32817;
-    QTest::newRow("rectangle") << 32818;
-    QTest::newRow("arrow") << 32820;
-    QTest::newRow("grid") << 32822;
+    LayoutFixture::addItemKindRows();
+    QTest::newRow("grid") << QByteArray("grid");
 }
 
 void TestLayoutItems::typeIds()
 {
-    QFETCH(int, expected);
-    const QByteArray kind = QTest::currentDataTag();
+    QFETCH(QByteArray, kind);
+    const QMap<QByteArray, int> typeIds = {{"image", 32784},     {"text", 32800},  {"ellipse", 32817},
+                                           {"rectangle", 32818}, {"arrow", 32820}, {"grid", 32822}};
     std::unique_ptr<QGraphicsItem> item;
     if (kind == "image")
         item.reset(new CVXSLayoutItemImage(QImage(4, 4, QImage::Format_ARGB32)));
@@ -163,7 +222,7 @@ void TestLayoutItems::typeIds()
     else
         item.reset(new CVXSLayoutItemGrid());
     QVERIFY(!item->scene());
-    QCOMPARE(item->type(), expected);
+    QCOMPARE(item->type(), typeIds.value(kind));
     // Items set no flags, no z value and no parent of their own.
     QCOMPARE(item->flags(), QGraphicsItem::GraphicsItemFlags());
     QCOMPARE(item->zValue(), 0.0);
@@ -409,7 +468,7 @@ void TestLayoutItems::narrowRectangleIsDrawnInverted()
 void TestLayoutItems::ellipseHidesWhatLiesBeneath()
 {
     QGraphicsScene scene(0, 0, 200, 120);
-    auto* pImage = new CVXSLayoutItemImage(solid(QSize(200, 120), Qt::magenta));
+    auto* pImage = new CVXSLayoutItemImage(solidImage(QSize(200, 120), Qt::magenta));
     scene.addItem(pImage);
     pImage->setRect(0, 0, 200, 120);
     auto* pEllipse = new CVXSLayoutItemEllipse(40, 20, 120, 80);
@@ -482,11 +541,37 @@ void TestLayoutItems::arrowHeadPolygon()
 
 void TestLayoutItems::coincidentArrowHeadsCollapse()
 {
-    std::unique_ptr<CVXSLayoutItemArrow> arrow(newArrow(QPoint(40, 40), QPoint(40, 40), true, true));
+    // Painted once with its points apart, the arrow holds real heads and can be hit.
+    std::unique_ptr<CVXSLayoutItemArrow> arrow(newArrow(QPoint(40, 40), QPoint(140, 40), true, true));
+    const QList<QPolygon> apart = paintedHeads(arrow.get());
+    QCOMPARE(apart.count(), 2);
+    QCOMPARE(apart[0], arrow->headPolygon(40, 40, 140, 40));
+    QCOMPARE(apart[1], arrow->headPolygon(140, 40, 40, 40));
+    QVERIFY(arrow->containsPoint(QPoint(90, 40)));
+
+    // Painted again with both points on one spot, both stored heads collapse to it and
+    // the hit test built from them takes nothing, not even that spot.
+    arrow->setEndPoint(40, 40);
+    const QPolygon point({QPoint(40, 40), QPoint(40, 40), QPoint(40, 40)});
+    QCOMPARE(paintedHeads(arrow.get()), (QList<QPolygon>{point, point}));
+    for (const QPoint& probe : {QPoint(40, 40), QPoint(41, 40), QPoint(90, 40), QPoint(140, 40)})
+        QVERIFY2(!arrow->containsPoint(probe), qPrintable(QStringLiteral("%1, %2").arg(probe.x()).arg(probe.y())));
+}
+
+void TestLayoutItems::arrowHeadsStartOff()
+{
+    CVXSLayoutItemArrow arrow(20, 60, 160, 0);
+    QVERIFY(!arrow.hasStartHead());
+    QVERIFY(!arrow.hasEndHead());
+    // Painted before anyone chose heads: a plain line, no head filled at either end.
+    arrow.setStartPoint(20, 60);
+    arrow.setEndPoint(180, 60);
+    arrow.setHeadLength(10.0);
+    arrow.setHeadWidthRatio(0.75);
     QImage image = canvas();
-    paintItem(arrow.get(), &image);
-    const QPolygon head = arrow->headPolygon(40, 40, 40, 40);
-    QCOMPARE(head, QPolygon({QPoint(40, 40), QPoint(40, 40), QPoint(40, 40)}));
+    paintItem(&arrow, &image);
+    QCOMPARE(inkIn(image, QRect(26, 54, 1, 13)), 1);
+    QCOMPARE(inkIn(image, QRect(174, 54, 1, 13)), 1);
 }
 
 void TestLayoutItems::arrowWithEndHeadOnly()

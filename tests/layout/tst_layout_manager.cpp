@@ -1,5 +1,7 @@
 #include "LayoutFixture.h"
 #include "MessageBoxAnswer.h"
+#include "MessageBoxCounter.h"
+#include "SolidImage.h"
 #include "WidgetLeaks.h"
 
 #include <VXSLayoutItemArrow.h>
@@ -39,24 +41,6 @@ QRectF fittedInCell(const QRect& cell, QSizeF size)
                   height);
 }
 
-// Runs the action and tells whether it opened a modal dialog (which is then closed).
-bool opensModalDialog(const std::function<void()>& action)
-{
-    bool checked = false;
-    bool opened = false;
-    QTimer::singleShot(0, [&checked, &opened] {
-        if (QWidget* pModal = QApplication::activeModalWidget()) {
-            opened = true;
-            pModal->close();
-        }
-        checked = true;
-    });
-    action();
-    if (!QTest::qWaitFor([&checked] { return checked; }))
-        qWarning("the dialog check never ran");
-    return opened;
-}
-
 int countItemsOfType(QGraphicsScene* pScene, int nType)
 {
     int count = 0;
@@ -94,7 +78,11 @@ private slots:
     void wideAndTallImagesInACell();
     void extremeImagesDoNotBreakPlacement_data();
     void extremeImagesDoNotBreakPlacement();
+    void thinImagesStayVisibleInTheirCell_data();
+    void thinImagesStayVisibleInTheirCell();
+    void relayoutKeepsThinImagesVisible();
     void styleChangeKeepsCellIndices();
+    void windowNeverPlacedIsDeletedWithTheManager();
     void styleChangeMovesImageToLowerEmptyCell();
     void styleChangeRehomesImageWithoutCell();
     void styleChangeRefusedWithTooManyImages();
@@ -401,11 +389,12 @@ void TestLayoutManager::extremeImagesDoNotBreakPlacement_data()
     QTest::addColumn<int>("style");
     QTest::addColumn<QSize>("imageSize");
     QTest::addColumn<QRectF>("expected");
-    QTest::newRow("null image, free style") << 0 << QSize(0, 0) << QRectF(250 + 187, 125 + 93, 0, 0);
-    QTest::newRow("null image, grid style") << 1 << QSize(0, 0) << QRectF(50 + 450, 25 + 225, 0, 0);
-    QTest::newRow("1 x 20000, free style") << 0 << QSize(1, 20000) << QRectF(250 + 187, 125, 0, 187);
-    QTest::newRow("1 x 20000, grid style") << 1 << QSize(1, 20000) << QRectF(50 + 450, 25, 0, 451);
-    QTest::newRow("20000 x 1, grid style") << 1 << QSize(20000, 1) << QRectF(50, 25 + 225, 901, 0);
+    // Nothing is ever fitted to less than a pixel a side.
+    QTest::newRow("null image, free style") << 0 << QSize(0, 0) << QRectF(250 + 187, 125 + 93, 1, 1);
+    QTest::newRow("null image, grid style") << 1 << QSize(0, 0) << QRectF(50 + 450, 25 + 225, 1, 1);
+    QTest::newRow("1 x 20000, free style") << 0 << QSize(1, 20000) << QRectF(250 + 187, 125, 1, 187);
+    QTest::newRow("1 x 20000, grid style") << 1 << QSize(1, 20000) << QRectF(50 + 450, 25, 1, 451);
+    QTest::newRow("20000 x 1, grid style") << 1 << QSize(20000, 1) << QRectF(50, 25 + 225, 901, 1);
 }
 
 void TestLayoutManager::extremeImagesDoNotBreakPlacement()
@@ -415,7 +404,7 @@ void TestLayoutManager::extremeImagesDoNotBreakPlacement()
     QFETCH(QRectF, expected);
     LayoutFixture layout(QSize(1000, 500));
     layout.chooseStyle(style);
-    const QImage image = imageSize.isEmpty() ? QImage() : LayoutFixture::solidImage(imageSize, Qt::gray);
+    const QImage image = imageSize.isEmpty() ? QImage() : solidImage(imageSize, Qt::gray);
     auto* pItem = new CVXSLayoutItemImage(image, nullptr);
     layout.scene()->addItem(pItem);
     QCOMPARE(layout.manager()->addImageItem(pItem, true), 0);
@@ -423,6 +412,76 @@ void TestLayoutManager::extremeImagesDoNotBreakPlacement()
     QCOMPARE(pItem->getCellIndex(), style == 0 ? -1 : 0);
     QCOMPARE(layout.manager()->addImageItem(nullptr, true), 0);
     layout.grabViewport();
+}
+
+void TestLayoutManager::thinImagesStayVisibleInTheirCell_data()
+{
+    QTest::addColumn<QSize>("imageSize");
+    QTest::addColumn<QRectF>("expected");
+    // Cell 0 of "Layout 4x4" in 1000 x 500 is (40, 20) .. (240, 120), 201 x 101; fitted
+    // exactly, these would be 0.79 pixels high and 0.005 pixels wide.
+    QTest::newRow("506 x 2 profile") << QSize(506, 2) << QRectF(40, 70, 201, 1);
+    QTest::newRow("1 x 20000 strip") << QSize(1, 20000) << QRectF(140, 20, 1, 101);
+}
+
+// A thin image is fitted to one pixel rather than to nothing, so it can still be picked
+// and deleted, and the next re-layout finds it and gives its cell back.
+void TestLayoutManager::thinImagesStayVisibleInTheirCell()
+{
+    QFETCH(QSize, imageSize);
+    QFETCH(QRectF, expected);
+    LayoutFixture layout(QSize(1000, 500));
+    layout.chooseStyle(Layout4x4);
+    CVXSLayoutItemImage* pImage = layout.pasteImage(imageSize);
+    QCOMPARE(pImage->rect(), expected);
+    QCOMPARE(pImage->getCellIndex(), 0);
+    QCOMPARE(layout.manager()->cellUseCount(0), 1);
+
+    const QPoint onImage = expected.topLeft().toPoint();
+    layout.press(QPoint(20, 480));
+    layout.release(QPoint(20, 480));
+    QCOMPARE(layout.view()->currentItem(), nullptr);
+    layout.press(onImage);
+    layout.release(onImage);
+    QCOMPARE(layout.view()->currentItem(), pImage);
+
+    layout.chooseStyle(FreeStyle);
+    QCOMPARE(pImage->getCellIndex(), -1);
+    QCOMPARE(layout.manager()->cellUseCount(0), 0);
+    layout.keyClick(Qt::Key_Delete);
+    QCOMPARE(layout.scene()->items().count(), 21);
+}
+
+void TestLayoutManager::relayoutKeepsThinImagesVisible()
+{
+    LayoutFixture layout(QSize(1000, 500));
+    layout.chooseStyle(Layout1x1);
+    CVXSLayoutItemImage* pImage = layout.pasteImage(QSize(506, 2));
+    QCOMPARE(pImage->rect(), QRectF(50, 249, 901, 3));
+    // Refitted from 901 x 3 into the 201 x 101 cell: 0.67 pixels high, kept at one.
+    layout.chooseStyle(Layout4x4);
+    QCOMPARE(pImage->rect(), QRectF(40, 70, 201, 1));
+    QCOMPARE(pImage->getCellIndex(), 0);
+    layout.chooseStyle(FreeStyle);
+    QCOMPARE(pImage->getCellIndex(), -1);
+    QCOMPARE(layout.manager()->cellUseCount(0), 0);
+}
+
+// A window no workspace ever took has no sub-window to delete it: the manager deletes
+// the window itself, and with it the view.
+void TestLayoutManager::windowNeverPlacedIsDeletedWithTheManager()
+{
+    QPointer<CVXSLayoutWindow> pWindow;
+    QPointer<CVXSLayoutView> pView;
+    {
+        CVXSLayoutManager manager;
+        pWindow = manager.getLayoutWindow();
+        pView = manager.getLayoutView();
+        QVERIFY(pWindow && !pWindow->parentWidget());
+        QVERIFY(pView);
+    }
+    QVERIFY(pWindow.isNull());
+    QVERIFY(pView.isNull());
 }
 
 void TestLayoutManager::styleChangeKeepsCellIndices()
@@ -576,7 +635,9 @@ void TestLayoutManager::clearWithOnlyAuxiliaryItemsAsksNothing()
 {
     LayoutFixture layout;
     QCOMPARE(layout.scene()->items().count(), 21);
-    QVERIFY(!opensModalDialog([&layout] { layout.manager()->clearLayout(); }));
+    const CMessageBoxCounter boxes(0);
+    layout.manager()->clearLayout();
+    QCOMPARE(boxes.count(), 0);
     QCOMPARE(layout.scene()->items().count(), 21);
 }
 

@@ -118,10 +118,13 @@ private slots:
     void rectangleResizedThroughOppositeCornerIsNormalised();
     void resizeByHandle_data();
     void resizeByHandle();
+    void collapsedImageStaysPickable_data();
+    void collapsedImageStaysPickable();
     void arrowEndsFollowTheirHandles();
     void imageInCellIsNotResized();
     void imageSnapsToCellAndFitsOnRelease();
     void imageDraggedFromCellZeroToCellThree();
+    void droppedThinImageStaysVisible();
     void targetCellSurvivesLeavingTheCell();
     void deleteFreesTheImagesCell();
     void deleteWithNothingSelected();
@@ -163,6 +166,11 @@ void TestLayoutView::freshViewHasItsAuxiliaryItems()
     }
     QCOMPARE(handles, 4);
     QCOMPARE(cells, 16);
+    // No cell frame shows before a layout style is chosen.
+    for (QGraphicsItem* pItem : layout.scene()->items()) {
+        if (pItem->type() == 32822)
+            QVERIFY(!pItem->isVisible());
+    }
     QVERIFY(highlight(pView));
     QVERIFY(!highlight(pView)->isVisible());
     for (int n = 1; n <= 4; ++n) {
@@ -254,28 +262,46 @@ void TestLayoutView::pressOnHandleKeepsSelection()
 void TestLayoutView::pressAndReleaseWithToolCreatesNothing_data()
 {
     QTest::addColumn<QByteArray>("tool");
-    QTest::newRow("rectangle") << QByteArray("m_pDrawRectAction");
-    QTest::newRow("ellipse") << QByteArray("m_pDrawEllipseAction");
-    QTest::newRow("line") << QByteArray("line");
-    QTest::newRow("double arrow") << QByteArray("double");
+    QTest::addColumn<bool>("earlierSelection");
+    const QList<QByteArray> tools = {"m_pDrawRectAction", "m_pDrawEllipseAction", "line", "single arrow",
+                                     "double arrow"};
+    for (const QByteArray& tool : tools) {
+        QTest::addRow("%s, nothing selected", tool.constData()) << tool << false;
+        QTest::addRow("%s, an image selected before", tool.constData()) << tool << true;
+    }
 }
 
 void TestLayoutView::pressAndReleaseWithToolCreatesNothing()
 {
     QFETCH(QByteArray, tool);
+    QFETCH(bool, earlierSelection);
     LayoutFixture layout;
+    CVXSLayoutItemImage* pSelected = nullptr;
+    if (earlierSelection) {
+        pSelected = layout.pasteImage(QSize(200, 100));
+        layout.press(QPoint(400, 200));
+        layout.release(QPoint(400, 200));
+        QCOMPARE(layout.view()->currentItem(), pSelected);
+    }
+    const int itemsBefore = layout.scene()->items().count();
+    const int topZBefore = layout.view()->topZ();
     if (tool == "line")
         layout.chooseArrowTool(VXSLayout::LineTool);
-    else if (tool == "double")
+    else if (tool == "single arrow")
+        layout.chooseArrowTool(VXSLayout::SingleArrowTool);
+    else if (tool == "double arrow")
         layout.chooseArrowTool(VXSLayout::DoubleArrowTool);
     else
         layout.triggerAction(tool.constData());
     QSignalSpy selection(layout.view(), &CVXSLayoutView::selectionChanged);
-    layout.press(QPoint(200, 150));
-    layout.release(QPoint(200, 150));
-    QCOMPARE(layout.scene()->items().count(), 21);
+    layout.press(QPoint(100, 420));
     QCOMPARE(selection.count(), 0);
-    QCOMPARE(layout.view()->topZ(), 25);
+    layout.release(QPoint(100, 420));
+    QCOMPARE(layout.scene()->items().count(), itemsBefore);
+    QCOMPARE(layout.view()->topZ(), topZBefore);
+    QCOMPARE(layout.view()->currentItem(), pSelected);
+    // The release announces the selection it found, once: the earlier one, if any.
+    QCOMPARE(emitted(selection), earlierSelection ? Emissions{pSelected} : Emissions{});
 }
 
 void TestLayoutView::drawingLeavesSelectionToTheRelease()
@@ -445,11 +471,8 @@ void TestLayoutView::arrowGetsTwoHandles()
 
 void TestLayoutView::movingKeepsItemsUnderThePointer_data()
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::newRow("rectangle") << QByteArray("rectangle");
-    QTest::newRow("ellipse") << QByteArray("ellipse");
-    QTest::newRow("image") << QByteArray("image");
-    QTest::newRow("text") << QByteArray("text");
+    // Arrows move by whole pixels: arrowMovesBothPoints.
+    LayoutFixture::addItemKindRows({"arrow"});
 }
 
 void TestLayoutView::movingKeepsItemsUnderThePointer()
@@ -473,6 +496,8 @@ void TestLayoutView::arrowMovesBothPoints()
     layout.drag(QPoint(200, 100), QPoint(260, 340), 5);
     QCOMPARE(startPoint(pArrow), QPoint(160, 340));
     QCOMPARE(endPoint(pArrow), QPoint(360, 340));
+    // The rectangle follows the points, with room for the heads, however often it moved.
+    QCOMPARE(pArrow->rect(), QRectF(QPointF(120, 300), QPointF(400, 380)));
     // Picked again at its new place.
     layout.press(QPoint(50, 50));
     QCOMPARE(layout.view()->currentItem(), nullptr);
@@ -546,6 +571,47 @@ void TestLayoutView::resizeByHandle()
     layout.release(to);
     QCOMPARE(itemRect(pItem), expected);
     QCOMPARE(layout.view()->currentItem(), pItem);
+}
+
+void TestLayoutView::collapsedImageStaysPickable_data()
+{
+    QTest::addColumn<int>("handleNumber");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<QRectF>("expected");
+    // The image is (200, 150, 120, 80); its handle is dragged onto the opposite edge.
+    QTest::newRow("bottom-right onto the top-left corner") << 3 << QPoint(200, 150) << QRectF(200, 150, 1, 1);
+    QTest::newRow("top-left onto the bottom-right corner") << 1 << QPoint(320, 230) << QRectF(319, 229, 1, 1);
+    QTest::newRow("top-right onto the left edge") << 2 << QPoint(200, 100) << QRectF(200, 100, 1, 130);
+    QTest::newRow("bottom-left onto the top edge") << 4 << QPoint(150, 150) << QRectF(150, 150, 170, 1);
+}
+
+// A handle drag leaves an image at least one pixel a side, so it can still be picked and
+// deleted.
+void TestLayoutView::collapsedImageStaysPickable()
+{
+    QFETCH(int, handleNumber);
+    QFETCH(QPoint, to);
+    QFETCH(QRectF, expected);
+    LayoutFixture layout;
+    QGraphicsItem* pImage = layout.addItem("image", QRectF(200, 150, 120, 80));
+    layout.press(QPoint(260, 190));
+    layout.release(QPoint(260, 190));
+    const QPoint from = handleCentre(layout.view(), handleNumber);
+    layout.press(from);
+    layout.move((from + to) / 2);
+    layout.move(to);
+    QCOMPARE(itemRect(pImage), expected);
+    layout.release(to);
+    QCOMPARE(itemRect(pImage), expected);
+
+    layout.press(QPoint(600, 400));
+    layout.release(QPoint(600, 400));
+    QCOMPARE(layout.view()->currentItem(), nullptr);
+    layout.press(expected.topLeft().toPoint());
+    layout.release(expected.topLeft().toPoint());
+    QCOMPARE(layout.view()->currentItem(), pImage);
+    layout.keyClick(Qt::Key_Delete);
+    QCOMPARE(layout.scene()->items().count(), VXSLayout::AuxiliaryItemCount);
 }
 
 void TestLayoutView::arrowEndsFollowTheirHandles()
@@ -634,6 +700,37 @@ void TestLayoutView::imageDraggedFromCellZeroToCellThree()
     QCOMPARE(layout.manager()->getFirstEmptyCell(true), 0);
 }
 
+// A free image dropped into a smaller cell is fitted to one pixel rather than to nothing,
+// and gives its cell back when the layout goes free.
+void TestLayoutView::droppedThinImageStaysVisible()
+{
+    LayoutFixture layout(QSize(1000, 500));
+    layout.chooseStyle(Layout4x4);
+    for (int i = 0; i < 16; ++i)
+        layout.pasteImage(QSize(30, 20));
+    // No cell is left: the profile is placed freely, 375 x 1, at (250, 218).
+    CVXSLayoutItemImage* pProfile = layout.pasteImage(QSize(506, 2));
+    QCOMPARE(pProfile->rect(), QRectF(250, 218, 375, 1));
+    QCOMPARE(pProfile->getCellIndex(), -1);
+
+    // Free cell 5, (280, 140) .. (480, 240), and drop the profile there: 0.54 pixels high
+    // when fitted exactly.
+    layout.press(QPoint(380, 190));
+    layout.release(QPoint(380, 190));
+    QCOMPARE(layout.view()->currentItem()->type(), int(VXSLayout::ImageItemType));
+    layout.keyClick(Qt::Key_Delete);
+    QCOMPARE(layout.manager()->cellUseCount(5), 0);
+    layout.drag(QPoint(260, 218), QPoint(380, 190));
+    QCOMPARE(pProfile->getCellIndex(), 5);
+    QCOMPARE(pProfile->rect(), QRectF(280, 190, 201, 1));
+    QCOMPARE(layout.manager()->cellUseCount(5), 1);
+
+    layout.chooseStyle(FreeStyle);
+    QCOMPARE(pProfile->getCellIndex(), -1);
+    for (int cell = 0; cell < 16; ++cell)
+        QCOMPARE(layout.manager()->cellUseCount(cell), 0);
+}
+
 void TestLayoutView::targetCellSurvivesLeavingTheCell()
 {
     LayoutFixture layout(QSize(1000, 500));
@@ -703,12 +800,7 @@ void TestLayoutView::otherKeysAreSwallowed()
 
 void TestLayoutView::doubleClickOnEveryItemKind_data()
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::newRow("image") << QByteArray("image");
-    QTest::newRow("text") << QByteArray("text");
-    QTest::newRow("rectangle") << QByteArray("rectangle");
-    QTest::newRow("ellipse") << QByteArray("ellipse");
-    QTest::newRow("arrow") << QByteArray("arrow");
+    LayoutFixture::addItemKindRows();
     QTest::newRow("empty canvas") << QByteArray("none");
 }
 

@@ -672,11 +672,7 @@ void TestLayoutWindow::deleteAndMoveZFollowTheSelection()
 
 void TestLayoutWindow::nonTextSelectionResetsAnnotation_data()
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::newRow("rectangle") << QByteArray("rectangle");
-    QTest::newRow("ellipse") << QByteArray("ellipse");
-    QTest::newRow("arrow") << QByteArray("arrow");
-    QTest::newRow("image") << QByteArray("image");
+    LayoutFixture::addItemKindRows({"text"});
 }
 
 void TestLayoutWindow::nonTextSelectionResetsAnnotation()

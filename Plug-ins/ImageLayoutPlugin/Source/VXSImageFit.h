@@ -26,15 +26,23 @@ inline int centredOffset(int nBox, int nImage, Centring centring)
     return centring == Centring::HalveTheRoom ? (nBox - nImage) / 2 : nBox / 2 - nImage / 2;
 }
 
+// A side truncated to whole pixels, but never to nothing: an image without width or
+// height could neither be seen nor picked, and no re-layout would ever find it again.
+inline int visibleSide(double side)
+{
+    const int truncated = int(side);
+    return truncated != 0 ? truncated : 1;
+}
+
 // The size of a w x h image scaled to fit a boxWidth x boxHeight box with its aspect
-// ratio kept, each side truncated to whole pixels. A zero side has no aspect to keep:
-// the image then shrinks to nothing rather than dividing by zero.
+// ratio kept, each side truncated to whole pixels and at least one pixel. A zero side has
+// no aspect to keep: the image then becomes a single pixel rather than dividing by zero.
 inline QSize fitSize(double w, double h, double boxWidth, double boxHeight)
 {
     if (w == 0.0 || h == 0.0)
-        return QSize(0, 0);
+        return QSize(1, 1);
     const double scale = std::min(boxWidth / std::abs(w), boxHeight / std::abs(h));
-    return QSize(int(w * scale), int(h * scale));
+    return QSize(visibleSide(w * scale), visibleSide(h * scale));
 }
 
 // The rectangle of an image of the given size fitted into the box and centred there.

@@ -17,22 +17,11 @@
 #include <QMouseEvent>
 #include <QResizeEvent>
 
-#include <algorithm>
 #include <cmath>
 
 using namespace VXSLayout;
 
 namespace {
-
-int roundedZ(const QGraphicsItem* pItem)
-{
-    return int(pItem->zValue() + 0.5);
-}
-
-bool isLayoutZ(const QGraphicsItem* pItem)
-{
-    return roundedZ(pItem) > BaseZ;
-}
 
 QRectF itemRect(const QGraphicsItem* pItem)
 {
@@ -58,6 +47,28 @@ QRectF withCornerAt(QRectF rect, int nHandle, const QPointF& point)
     return rect;
 }
 
+// The rectangle with the handle's corner pulled back, where needed, to one pixel from the
+// opposite corner: an image must never shrink to nothing, or it could no longer be seen,
+// picked or deleted.
+QRectF withVisibleSize(QRectF rect, int nHandle)
+{
+    const bool bLeftMoves = nHandle == 1 || nHandle == 4;
+    const bool bTopMoves = nHandle == 1 || nHandle == 2;
+    if (std::abs(rect.width()) < 1) {
+        if (bLeftMoves)
+            rect.setLeft(rect.right() - 1);
+        else
+            rect.setRight(rect.left() + 1);
+    }
+    if (std::abs(rect.height()) < 1) {
+        if (bTopMoves)
+            rect.setTop(rect.bottom() - 1);
+        else
+            rect.setBottom(rect.top() + 1);
+    }
+    return rect;
+}
+
 // The rectangle spanned by the press point and the pointer, with positive size.
 QRectF spannedRect(const QPointF& press, const QPointF& pointer)
 {
@@ -76,6 +87,7 @@ QRectF widened(const QRectF& rect, int nMargin)
 
 CVXSLayoutView::CVXSLayoutView(QGraphicsScene* pScene, QWidget* pParent)
     : QGraphicsView(pScene, pParent)
+    , m_handles(pScene)
 {
     // Lets the selection signal travel through queued connections and signal spies.
     qRegisterMetaType<QGraphicsItem*>();
@@ -85,13 +97,6 @@ CVXSLayoutView::CVXSLayoutView(QGraphicsScene* pScene, QWidget* pParent)
     // viewport's top-left corner keeps what is drawn exactly under the pointer.
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
-    for (CVXSLayoutItemRectangle*& pHandle : m_handles) {
-        pHandle = new CVXSLayoutItemRectangle(nullptr);
-        pScene->addItem(pHandle);
-        pHandle->setRect(0, 0, HandleSize, HandleSize);
-        pHandle->setBrush(QBrush(QColor(0, 0, 0, 255)));
-        pHandle->setPen(VXSLayoutPens::thinBlack());
-    }
     for (int i = 0; i < MaxCellCount; ++i) {
         m_cells[i] = new CVXSLayoutItemGrid();
         m_cells[i]->setZValue(i);
@@ -99,24 +104,15 @@ CVXSLayoutView::CVXSLayoutView(QGraphicsScene* pScene, QWidget* pParent)
         m_cells[i]->hide();
         pScene->addItem(m_cells[i]);
     }
-    m_pCellHighlight = new CVXSLayoutItemRectangle(nullptr);
-    m_pCellHighlight->setPen(QPen(QBrush(QColor(0, 255, 0, 255)), 0, Qt::DashLine, Qt::SquareCap, Qt::BevelJoin));
-    pScene->addItem(m_pCellHighlight);
     hideHandles();
 }
 
 CVXSLayoutView::~CVXSLayoutView()
 {
-    for (CVXSLayoutItemRectangle*& pHandle : m_handles) {
-        delete pHandle;
-        pHandle = nullptr;
-    }
     for (CVXSLayoutItemGrid*& pCell : m_cells) {
         delete pCell;
         pCell = nullptr;
     }
-    delete m_pCellHighlight;
-    m_pCellHighlight = nullptr;
 }
 
 void CVXSLayoutView::setLayoutManager(CVXSLayoutManager* pManager)
@@ -158,36 +154,20 @@ void CVXSLayoutView::updateWholeScene()
         scene()->update();
 }
 
-void CVXSLayoutView::hideHandleItems()
-{
-    for (CVXSLayoutItemRectangle* pHandle : m_handles) {
-        if (pHandle && pHandle->isVisible()) {
-            updateScene(pHandle->boundingRect());
-            pHandle->hide();
-            updateScene(pHandle->boundingRect());
-        }
-    }
-}
-
 void CVXSLayoutView::hideHandles()
 {
-    hideHandleItems();
-    if (m_pCellHighlight && m_pCellHighlight->isVisible())
-        m_pCellHighlight->hide();
+    m_handles.hide();
     updateWholeScene();
 }
 
 int CVXSLayoutView::handleIndex(QGraphicsItem* pItem) const
 {
-    if (!pItem)
-        return 0;
-    const auto* pFound = std::find(std::begin(m_handles), std::end(m_handles), pItem);
-    return pFound == std::end(m_handles) ? 0 : int(pFound - std::begin(m_handles)) + 1;
+    return m_handles.indexOf(pItem);
 }
 
 bool CVXSLayoutView::isCellHighlight(QGraphicsItem* pItem) const
 {
-    return pItem && pItem == m_pCellHighlight;
+    return m_handles.isHighlight(pItem);
 }
 
 bool CVXSLayoutView::isAuxiliaryItem(QGraphicsItem* pItem) const
@@ -195,55 +175,9 @@ bool CVXSLayoutView::isAuxiliaryItem(QGraphicsItem* pItem) const
     return pItem && (pItem->type() == GridItemType || handleIndex(pItem) != 0 || isCellHighlight(pItem));
 }
 
-void CVXSLayoutView::placeHandle(int nIndex, qreal x, qreal y)
-{
-    CVXSLayoutItemRectangle* pHandle = m_handles[nIndex];
-    updateScene(pHandle->boundingRect());
-    pHandle->setRect(x, y, HandleSize, HandleSize);
-}
-
 void CVXSLayoutView::showHandles(QGraphicsItem* pItem)
 {
-    if (!pItem || handleIndex(pItem) != 0 || isCellHighlight(pItem))
-        return;
-    const QRectF b = pItem->boundingRect();
-    const qreal half = HandleSize / 2;
-
-    if (pItem->type() == ImageItemType && static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1) {
-        // An image in a cell is not resized: it gets the cell highlight instead of handles.
-        hideHandleItems();
-        m_pCellHighlight->setRect(b);
-        m_pCellHighlight->setZValue(HighlightZ);
-        m_pCellHighlight->show();
-        return;
-    }
-
-    m_pCellHighlight->hide();
-    if (pItem->type() == ArrowItemType) {
-        int x = 0;
-        int y = 0;
-        const auto* pArrow = static_cast<CVXSLayoutItemArrow*>(pItem);
-        pArrow->getStartPoint(x, y);
-        placeHandle(0, x - half, y - half);
-        pArrow->getEndPoint(x, y);
-        placeHandle(1, x - half, y - half);
-        // Only the end handle's z is set; the start handle keeps the z it last had.
-        m_handles[1]->setZValue(HandleZ);
-        m_handles[1]->setZValue(HandleZ + 1);
-        m_handles[0]->show();
-        m_handles[1]->show();
-        return;
-    }
-
-    const QPointF corners[HandleCount] = {{b.left() + 1 - half, b.top() + 1 - half},
-                                          {b.right() - 1 - half, b.top() + 1 - half},
-                                          {b.right() - 1 - half, b.bottom() - 1 - half},
-                                          {b.left() + 1 - half, b.bottom() - 1 - half}};
-    for (int i = 0; i < HandleCount; ++i) {
-        placeHandle(i, corners[i].x(), corners[i].y());
-        m_handles[i]->setZValue(HandleZ + i);
-        m_handles[i]->show();
-    }
+    m_handles.show(pItem);
 }
 
 void CVXSLayoutView::showCells(int nStyle)
@@ -285,22 +219,22 @@ void CVXSLayoutView::hideCells()
 
 int CVXSLayoutView::nextZ() const
 {
-    return m_topZ + 1;
+    return m_zOrder.nextZ();
 }
 
 int CVXSLayoutView::topZ() const
 {
-    return m_topZ;
+    return m_zOrder.topZ();
 }
 
 void CVXSLayoutView::setTopZ(int nZ)
 {
-    m_topZ = nZ;
+    m_zOrder.setTopZ(nZ);
 }
 
 void CVXSLayoutView::resetTopZ()
 {
-    m_topZ = BaseZ;
+    m_zOrder.reset();
 }
 
 int CVXSLayoutView::maxZ() const
@@ -310,83 +244,17 @@ int CVXSLayoutView::maxZ() const
 
 QList<QGraphicsItem*> CVXSLayoutView::zOrderList() const
 {
-    QList<QGraphicsItem*> list;
-    if (!scene())
-        return list;
-    QVector<QPair<int, QGraphicsItem*>> pairs;
-    for (QGraphicsItem* pItem : scene()->items()) {
-        if (pItem)
-            pairs.append(qMakePair(int(pItem->zValue()), pItem));
-    }
-    std::sort(pairs.begin(), pairs.end(),
-              [](const QPair<int, QGraphicsItem*>& a, const QPair<int, QGraphicsItem*>& b) { return a.first < b.first; });
-    for (const auto& pair : pairs)
-        list.append(pair.second);
-    return list;
+    return CVXSLayoutZOrder::list(scene());
 }
 
 int CVXSLayoutView::reorderZ(QGraphicsItem* pItem, int nCommand)
 {
-    if (!pItem)
-        return 16;
-    const QList<QGraphicsItem*> list = zOrderList();
-    Q_ASSERT_X(list.count() != 0, "VXSLayoutView", "zorderlist.count() != 0");
-
-    // Find the item among the layout items, remembering the nearest one below it.
-    int index = 0;
-    QGraphicsItem* pBelow = nullptr;
-    for (; index < list.count(); ++index) {
-        QGraphicsItem* pEntry = list.at(index);
-        if (!isLayoutZ(pEntry))
-            continue;
-        if (pEntry == pItem)
-            break;
-        pBelow = pEntry;
+    const int result = m_zOrder.reorder(scene(), pItem, nCommand);
+    if (result == 0) {
+        updateWholeScene();
+        updateWholeScene();
     }
-    QGraphicsItem* pAbove = nullptr;
-    if (index + 1 < list.count()) {
-        pAbove = list.at(index + 1);
-        if (roundedZ(pAbove) >= HighlightZ)
-            pAbove = nullptr;
-    }
-
-    const qreal z = pItem->zValue();
-    switch (nCommand) {
-    case BringForward:
-        if (pAbove) {
-            pItem->setZValue(pAbove->zValue());
-            pAbove->setZValue(z);
-        }
-        break;
-    case SendBackward:
-        if (pBelow) {
-            pItem->setZValue(pBelow->zValue());
-            pBelow->setZValue(z);
-        }
-        break;
-    case BringToFront:
-        if (roundedZ(pItem) < m_topZ)
-            pItem->setZValue(++m_topZ);
-        break;
-    case SendToBack: {
-        // Every layout item below moves up one place; the item takes the lowest z.
-        QGraphicsItem* pHolder = pItem;
-        for (int i = 0; i < index; ++i) {
-            QGraphicsItem* pEntry = list.at(i);
-            if (!isLayoutZ(pEntry))
-                continue;
-            pHolder->setZValue(pEntry->zValue());
-            pHolder = pEntry;
-        }
-        pHolder->setZValue(z);
-        break;
-    }
-    default:
-        break;
-    }
-    updateWholeScene();
-    updateWholeScene();
-    return 0;
+    return result;
 }
 
 // ---- mouse and keys --------------------------------------------------------------
@@ -486,7 +354,7 @@ void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
     scene()->addItem(pItem);
     const int z = nextZ();
     pItem->setZValue(z);
-    m_topZ = z;
+    setTopZ(z);
     pItem->show();
     m_pSelectedItem = pItem;
     m_targetCell = -1;
@@ -615,7 +483,9 @@ void CVXSLayoutView::resizeSelected(const QPointF& point)
     case RectangleItemType:
     case EllipseItemType:
     case TextItemType: {
-        const QRectF rect = withCornerAt(itemRect(pItem), m_activeHandle, point);
+        QRectF rect = withCornerAt(itemRect(pItem), m_activeHandle, point);
+        if (pItem->type() == ImageItemType)
+            rect = withVisibleSize(rect, m_activeHandle);
         updateScene(rect);
         setItemRect(pItem, rect);
         updateScene(rect);

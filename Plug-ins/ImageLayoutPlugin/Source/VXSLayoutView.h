@@ -1,13 +1,14 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
+#include "VXSLayoutHandles.h"
+#include "VXSLayoutZOrder.h"
 
 #include <QGraphicsView>
 #include <QList>
 #include <QPointF>
 
 class CVXSLayoutItemGrid;
-class CVXSLayoutItemRectangle;
 class CVXSLayoutManager;
 class CVXSLayoutWindow;
 
@@ -69,8 +70,6 @@ private:
     bool isDrawingToolOn() const;
     // The topmost layout item of those under the point; arrows only near their line.
     QGraphicsItem* pickItem(const QList<QGraphicsItem*>& items, const QPointF& point) const;
-    void placeHandle(int nIndex, qreal x, qreal y);
-    void hideHandleItems();
     void updateScene(const QRectF& rect);
     void updateWholeScene();
 
@@ -90,13 +89,12 @@ private:
     QPointF m_pressPoint;
     int m_targetCell = -1;
     CVXSLayoutManager* m_pManager = nullptr;
-    // The auxiliary items are the view's own: it adds them to the scene and deletes them.
-    CVXSLayoutItemRectangle* m_handles[VXSLayout::HandleCount] = {};
+    CVXSLayoutHandles m_handles;
+    // The cell frames are the view's own: it adds them to the scene and deletes them.
     CVXSLayoutItemGrid* m_cells[VXSLayout::MaxCellCount] = {};
-    CVXSLayoutItemRectangle* m_pCellHighlight = nullptr;
     int m_ellipseOrigin[2] = {0, 0};
     int m_activeHandle = 0;
     bool m_bImageResized = false;
     bool m_bDrawing = false;
-    int m_topZ = VXSLayout::BaseZ;
+    CVXSLayoutZOrder m_zOrder;
 };
