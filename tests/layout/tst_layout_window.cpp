@@ -469,6 +469,7 @@ void TestLayoutWindow::freshWindow()
     child<QToolButton>(pWindow, "m_pArrowToolBtn")->click();
     QCOMPARE(pWindow->isDrawArrowOn(), 0);
     QCOMPARE(pWindow->contentsMargins(), QMargins(5, 5, 5, 5));
+    QVERIFY(pWindow->height() >= pWindow->minimumSizeHint().height());
     QCOMPARE(layout.view()->parentWidget(), pWindow->viewContainer());
     QVERIFY(qobject_cast<QBoxLayout*>(pWindow->viewContainer()->layout()));
     QCOMPARE(qobject_cast<QBoxLayout*>(pWindow->viewContainer()->layout())->direction(), QBoxLayout::LeftToRight);

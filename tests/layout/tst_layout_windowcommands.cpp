@@ -132,6 +132,7 @@ private slots:
     void blankEnterWithNothingSelectedCreatesNothing();
     void newTextLiesInsideTheScene();
     void oversizedTextStartsWithinTenUnits();
+    void textExactlyAsWideAsThePageStartsAtItsLeftEdge();
     void fontAndColourOfSelectedText();
     void fontAndColourDialogsCancelled();
     void fontAndColourForTheNextText();
@@ -434,6 +435,27 @@ void TestLayoutWindowCommands::oversizedTextStartsWithinTenUnits()
     QVERIFY(pText->rect().height() > page.height());
     QVERIFY(pText->rect().x() >= 0 && pText->rect().x() < 10);
     QVERIFY(pText->rect().y() >= 0 && pText->rect().y() < 10);
+}
+
+void TestLayoutWindowCommands::textExactlyAsWideAsThePageStartsAtItsLeftEdge()
+{
+    // A text item is 5 wider than its text; the page is 4 narrower than the view.
+    QString strText = QStringLiteral("Edge to edge");
+    const QFontMetrics metrics(QApplication::font());
+    while (metrics.boundingRect(QRect(0, 0, 4000, 1000), Qt::AlignLeft, strText).width() < 560)
+        strText += QStringLiteral(" edge");
+    const int nTextWidth = metrics.boundingRect(QRect(0, 0, 4000, 1000), Qt::AlignLeft, strText).width();
+    LayoutFixture layout(QSize(nTextWidth + 5 + 4, 400));
+    QCOMPARE(int(layout.scene()->sceneRect().width()), nTextWidth + 5);
+    for (int i = 0; i < 5; ++i) {
+        clearSelection(layout);
+        enterAnnotation(layout, strText);
+        const QRectF rect = texts(layout).last()->rect();
+        QCOMPARE(rect.width(), layout.scene()->sceneRect().width());
+        QCOMPARE(rect.x(), 0.0);
+        QVERIFY(layout.scene()->sceneRect().contains(rect));
+    }
+    QCOMPARE(texts(layout).count(), 5);
 }
 
 void TestLayoutWindowCommands::fontAndColourOfSelectedText()
