@@ -167,8 +167,8 @@ void TestAppLayoutTool::closingSubWindowHidesAndUnchecks()
     for (int i = 0; i <= reopenings; ++i) {
         entry()->setChecked(true);
         QVERIFY(pSubWindow->isVisible());
-        // The layout window refuses to close and hides instead.
-        pSubWindow->close();
+        // The layout window refuses to close and hides its sub-window instead.
+        QVERIFY(!pSubWindow->close());
         QVERIFY(!entry()->isChecked());
         QVERIFY(!pSubWindow->isVisible());
     }

@@ -469,6 +469,7 @@ void TestLayoutWindow::freshWindow()
     child<QToolButton>(pWindow, "m_pArrowToolBtn")->click();
     QCOMPARE(pWindow->isDrawArrowOn(), 0);
     QCOMPARE(pWindow->contentsMargins(), QMargins(5, 5, 5, 5));
+    QVERIFY(pWindow->height() >= pWindow->minimumSizeHint().height());
     QCOMPARE(layout.view()->parentWidget(), pWindow->viewContainer());
     QVERIFY(qobject_cast<QBoxLayout*>(pWindow->viewContainer()->layout()));
     QCOMPARE(qobject_cast<QBoxLayout*>(pWindow->viewContainer()->layout())->direction(), QBoxLayout::LeftToRight);
@@ -672,11 +673,7 @@ void TestLayoutWindow::deleteAndMoveZFollowTheSelection()
 
 void TestLayoutWindow::nonTextSelectionResetsAnnotation_data()
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::newRow("rectangle") << QByteArray("rectangle");
-    QTest::newRow("ellipse") << QByteArray("ellipse");
-    QTest::newRow("arrow") << QByteArray("arrow");
-    QTest::newRow("image") << QByteArray("image");
+    LayoutFixture::addItemKindRows({"text"});
 }
 
 void TestLayoutWindow::nonTextSelectionResetsAnnotation()

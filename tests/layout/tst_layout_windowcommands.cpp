@@ -2,6 +2,7 @@
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
 #include "ModalWatch.h"
+#include "SolidImage.h"
 #include "WidgetLeaks.h"
 
 #include <VXSChildWindow.h>
@@ -97,11 +98,6 @@ void enterAnnotation(LayoutFixture& layout, const QString& strText)
     QTest::keyClick(pEdit, Qt::Key_Return);
 }
 
-QImage filled(QSize size, QColor color)
-{
-    return LayoutFixture::solidImage(size, color);
-}
-
 QImage argb(const QImage& image)
 {
     return image.convertToFormat(QImage::Format_ARGB32);
@@ -109,8 +105,8 @@ QImage argb(const QImage& image)
 
 QVector<QImage> threeFrames()
 {
-    return {filled(QSize(40, 30), QColor(200, 10, 10)), filled(QSize(40, 30), QColor(10, 200, 10)),
-            filled(QSize(40, 30), QColor(10, 10, 200))};
+    return {solidImage(QSize(40, 30), QColor(200, 10, 10)), solidImage(QSize(40, 30), QColor(10, 200, 10)),
+            solidImage(QSize(40, 30), QColor(10, 10, 200))};
 }
 
 } // namespace
@@ -136,6 +132,7 @@ private slots:
     void blankEnterWithNothingSelectedCreatesNothing();
     void newTextLiesInsideTheScene();
     void oversizedTextStartsWithinTenUnits();
+    void textExactlyAsWideAsThePageStartsAtItsLeftEdge();
     void fontAndColourOfSelectedText();
     void fontAndColourDialogsCancelled();
     void fontAndColourForTheNextText();
@@ -208,7 +205,7 @@ void TestLayoutWindowCommands::announceDatasetChange(LayoutFixture& layout)
 void TestLayoutWindowCommands::freeStylePasteAlwaysSucceeds()
 {
     LayoutFixture layout;
-    QGuiApplication::clipboard()->setImage(filled(QSize(60, 40), Qt::darkYellow));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(60, 40), Qt::darkYellow));
     CModalWatch watch;
     QApplication::setActiveWindow(layout.window());
     QTest::keyClick(layout.window(), Qt::Key_V, Qt::ControlModifier);
@@ -220,7 +217,7 @@ void TestLayoutWindowCommands::freeStylePasteAlwaysSucceeds()
     CVXSLayoutItemImage* pLast = images(layout).last();
     QCOMPARE(layout.view()->currentItem(), pLast);
     QCOMPARE(pLast->getCellIndex(), -1);
-    QCOMPARE(argb(pLast->getImage()), argb(filled(QSize(60, 40), Qt::darkYellow)));
+    QCOMPARE(argb(pLast->getImage()), argb(solidImage(QSize(60, 40), Qt::darkYellow)));
     QCOMPARE(pLast->getImage().format(), QImage::Format_ARGB32);
     QVERIFY(layout.action("m_pExportAction")->isEnabled());
     QVERIFY(layout.action("m_pDeleteAction")->isEnabled());
@@ -229,7 +226,7 @@ void TestLayoutWindowCommands::freeStylePasteAlwaysSucceeds()
 void TestLayoutWindowCommands::pasteSwitchesDrawingOff()
 {
     LayoutFixture layout;
-    QGuiApplication::clipboard()->setImage(filled(QSize(60, 40), Qt::darkYellow));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(60, 40), Qt::darkYellow));
     layout.triggerAction("m_pDrawRectAction");
     QCOMPARE(layout.view()->cursor().shape(), Qt::CrossCursor);
     layout.triggerAction("m_pPasteAction");
@@ -244,7 +241,7 @@ void TestLayoutWindowCommands::pasteIntoFullGridWarnsAndAddsNothing()
 {
     LayoutFixture layout;
     layout.chooseStyle(Layout2x2);
-    QGuiApplication::clipboard()->setImage(filled(QSize(60, 40), Qt::darkCyan));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(60, 40), Qt::darkCyan));
     for (int i = 0; i < 4; ++i)
         layout.triggerAction("m_pPasteAction");
     QList<int> cells;
@@ -295,7 +292,7 @@ void TestLayoutWindowCommands::styleChangeRefusedWhileImagesPlaced()
 {
     LayoutFixture layout;
     layout.chooseStyle(Layout2x2);
-    QGuiApplication::clipboard()->setImage(filled(QSize(80, 60), Qt::darkGreen));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(80, 60), Qt::darkGreen));
     for (int i = 0; i < 4; ++i)
         layout.triggerAction("m_pPasteAction");
     CSeenMessageBox seen;
@@ -318,7 +315,7 @@ void TestLayoutWindowCommands::styleChangeToFreeStyleAlwaysAllowed()
 {
     LayoutFixture layout;
     layout.chooseStyle(Layout2x2);
-    QGuiApplication::clipboard()->setImage(filled(QSize(80, 60), Qt::darkGreen));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(80, 60), Qt::darkGreen));
     for (int i = 0; i < 4; ++i)
         layout.triggerAction("m_pPasteAction");
     CModalWatch watch;
@@ -440,6 +437,27 @@ void TestLayoutWindowCommands::oversizedTextStartsWithinTenUnits()
     QVERIFY(pText->rect().y() >= 0 && pText->rect().y() < 10);
 }
 
+void TestLayoutWindowCommands::textExactlyAsWideAsThePageStartsAtItsLeftEdge()
+{
+    // A text item is 5 wider than its text; the page is 4 narrower than the view.
+    QString strText = QStringLiteral("Edge to edge");
+    const QFontMetrics metrics(QApplication::font());
+    while (metrics.boundingRect(QRect(0, 0, 4000, 1000), Qt::AlignLeft, strText).width() < 560)
+        strText += QStringLiteral(" edge");
+    const int nTextWidth = metrics.boundingRect(QRect(0, 0, 4000, 1000), Qt::AlignLeft, strText).width();
+    LayoutFixture layout(QSize(nTextWidth + 5 + 4, 400));
+    QCOMPARE(int(layout.scene()->sceneRect().width()), nTextWidth + 5);
+    for (int i = 0; i < 5; ++i) {
+        clearSelection(layout);
+        enterAnnotation(layout, strText);
+        const QRectF rect = texts(layout).last()->rect();
+        QCOMPARE(rect.width(), layout.scene()->sceneRect().width());
+        QCOMPARE(rect.x(), 0.0);
+        QVERIFY(layout.scene()->sceneRect().contains(rect));
+    }
+    QCOMPARE(texts(layout).count(), 5);
+}
+
 void TestLayoutWindowCommands::fontAndColourOfSelectedText()
 {
     LayoutFixture layout;
@@ -527,7 +545,7 @@ void TestLayoutWindowCommands::deleteFreesTheCell()
 {
     LayoutFixture layout;
     layout.chooseStyle(Layout2x2);
-    QGuiApplication::clipboard()->setImage(filled(QSize(80, 60), Qt::darkGreen));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(80, 60), Qt::darkGreen));
     for (int i = 0; i < 4; ++i)
         layout.triggerAction("m_pPasteAction");
     CVXSLayoutItemImage* pSecond = images(layout).at(1);
@@ -626,7 +644,7 @@ void TestLayoutWindowCommands::editTextDialogOkCreatesText()
 
 void TestLayoutWindowCommands::activeImageWindowPaste()
 {
-    const QImage picture = filled(QSize(40, 30), QColor(120, 30, 200));
+    const QImage picture = solidImage(QSize(40, 30), QColor(120, 30, 200));
     openInArea(new CVXSChildWindow(picture));
     LayoutFixture layout;
     announceDatasetChange(layout);
@@ -650,7 +668,7 @@ void TestLayoutWindowCommands::sequenceWindowGrabbedTabs()
     auto* pSequence = new CVXSSequenceWindow(threeFrames());
     openInArea(pSequence);
     QVERIFY(pSequence->setCurrentTab(tab));
-    const QImage marker = filled(QSize(7, 7), Qt::yellow);
+    const QImage marker = solidImage(QSize(7, 7), Qt::yellow);
     QGuiApplication::clipboard()->setImage(marker);
     LayoutFixture layout;
     QSignalSpy copyRequests(layout.window(), &CVXSLayoutWindow::copyToClipBoard);
@@ -667,7 +685,7 @@ void TestLayoutWindowCommands::sequenceWindowOtherTabKeepsClipboard()
     auto* pSequence = new CVXSSequenceWindow(threeFrames());
     openInArea(pSequence);
     QVERIFY(pSequence->setCurrentTab(QStringLiteral("Thumbnails")));
-    const QImage earlier = filled(QSize(7, 7), Qt::blue);
+    const QImage earlier = solidImage(QSize(7, 7), Qt::blue);
     QGuiApplication::clipboard()->setImage(earlier);
     LayoutFixture layout;
     // As the host does: the request goes to the plugin base, which fills the clipboard.
@@ -739,7 +757,7 @@ void TestLayoutWindowCommands::noActiveWindowPastesNothing()
 
 void TestLayoutWindowCommands::activeDatasetIntoFullGrid()
 {
-    openInArea(new CVXSChildWindow(filled(QSize(40, 30), Qt::darkRed)));
+    openInArea(new CVXSChildWindow(solidImage(QSize(40, 30), Qt::darkRed)));
     LayoutFixture layout;
     announceDatasetChange(layout);
     layout.chooseStyle(1);
@@ -755,8 +773,8 @@ void TestLayoutWindowCommands::activeDatasetIntoFullGrid()
 
 void TestLayoutWindowCommands::everyButtonWithoutView()
 {
-    QGuiApplication::clipboard()->setImage(filled(QSize(20, 20), Qt::red));
-    openInArea(new CVXSChildWindow(filled(QSize(40, 30), Qt::darkRed)));
+    QGuiApplication::clipboard()->setImage(solidImage(QSize(20, 20), Qt::red));
+    openInArea(new CVXSChildWindow(solidImage(QSize(40, 30), Qt::darkRed)));
     CVXSLayoutWindow window;
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -789,7 +807,7 @@ void TestLayoutWindowCommands::everyButtonWithoutView()
     QVERIFY(!window.isVisible());
     QVERIFY(!window.findChild<QAction*>(QStringLiteral("m_pExportAction"))->isEnabled());
     QVERIFY(!window.findChild<QAction*>(QStringLiteral("m_pDeleteAction"))->isEnabled());
-    QCOMPARE(argb(QGuiApplication::clipboard()->image()), argb(filled(QSize(20, 20), Qt::red)));
+    QCOMPARE(argb(QGuiApplication::clipboard()->image()), argb(solidImage(QSize(20, 20), Qt::red)));
 }
 
 void TestLayoutWindowCommands::everyButtonWithNothingSelected()

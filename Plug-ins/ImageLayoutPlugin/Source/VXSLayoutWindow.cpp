@@ -488,6 +488,9 @@ void CVXSLayoutWindow::initialize()
     connect(m_pView, &CVXSLayoutView::selectionChanged, this, &CVXSLayoutWindow::onLayoutItemSelectionChange);
     m_pEditTextDlg = new CVXSEditText(m_pView, "Edit Text", true, Qt::WindowFlags());
     setContentsMargins(5, 5, 5, 5);
+    // The toolbar and these margins came after the window was sized; grow it so that the
+    // frame keeps its minimum size.
+    resize(size().expandedTo(minimumSizeHint()));
     connect(m_pEditTextDlg, &CVXSEditText::updateAnnotation, this, &CVXSLayoutWindow::updateAnnotation);
     connect(m_pEditTextDlg, &CVXSEditText::updateLayoutText, this, &CVXSLayoutWindow::updateLayoutText);
     connect(m_pEditTextDlg, &QDialog::rejected, this, &CVXSLayoutWindow::restoreAnnotationText);
