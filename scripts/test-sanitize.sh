@@ -12,7 +12,9 @@ cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DVX_SANITIZE=ON
 cmake --build "$build" -j"$(nproc)"
 
 export QT_QPA_PLATFORM=offscreen
-export ASAN_OPTIONS=halt_on_error=1:detect_leaks=1:detect_stack_use_after_return=1:check_initialization_order=1:strict_init_order=1
+# Allocations too large for memory must fail as they do without the sanitizer: the
+# program reports them instead of ending.
+export ASAN_OPTIONS=allocator_may_return_null=1:halt_on_error=1:detect_leaks=1:detect_stack_use_after_return=1:check_initialization_order=1:strict_init_order=1
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 export LSAN_OPTIONS="suppressions=$here/tests/sanitizers/lsan.supp:print_suppressions=0"
 cd "$build"

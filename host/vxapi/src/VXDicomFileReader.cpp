@@ -169,13 +169,29 @@ QVector<QImage> CVXDicomFileReader::readFrames()
     return frames;
 }
 
-void CVXDicomFileReader::registerDecoders()
+namespace {
+
+// DCMTK keeps registered decoders until they are cleaned up; doing that at exit keeps
+// leak checkers quiet about them.
+struct DecoderRegistration
 {
-    static const bool s_bRegistered = [] {
+    DecoderRegistration()
+    {
         DJDecoderRegistration::registerCodecs();
         DJLSDecoderRegistration::registerCodecs();
         DcmRLEDecoderRegistration::registerCodecs();
-        return true;
-    }();
-    Q_UNUSED(s_bRegistered)
+    }
+    ~DecoderRegistration()
+    {
+        DcmRLEDecoderRegistration::cleanup();
+        DJLSDecoderRegistration::cleanup();
+        DJDecoderRegistration::cleanup();
+    }
+};
+
+} // namespace
+
+void CVXDicomFileReader::registerDecoders()
+{
+    static const DecoderRegistration s_registration;
 }
