@@ -12,5 +12,10 @@ using ModalDialogAnswer = std::function<void(QDialog*)>;
 // came.
 void answerNextModalDialog(const QMetaObject& kind, ModalDialogAnswer answer, bool* pSeen = nullptr);
 
+// Stops every answer still waiting for its dialog, so that none meant for one test reaches
+// a dialog of the next (their records live on the finished test's stack). The leak check
+// every cleanup() runs calls it.
+void cancelPendingDialogAnswers();
+
 // The answer that cancels: the dialog is rejected.
 void rejectDialog(QDialog* pDialog);

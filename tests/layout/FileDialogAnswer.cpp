@@ -1,41 +1,41 @@
 #include "FileDialogAnswer.h"
 
-#include <QApplication>
+#include "ModalDialogAnswer.h"
+
 #include <QFileDialog>
 #include <QLineEdit>
-
-namespace {
-
-constexpr int kPollMs = 10;
-// Marks a dialog already answered, so the next answer waits for a new one.
-const char* const kAnsweredProperty = "vxAnsweredByTest";
-
-} // namespace
 
 CFileDialogAnswers::CFileDialogAnswers(const QList<FileDialogAnswer>& answers)
     : m_pending(answers)
 {
-    QObject::connect(&m_timer, &QTimer::timeout, [this] { poll(); });
-    m_timer.start(kPollMs);
+    answerNext();
 }
 
-CFileDialogAnswers::~CFileDialogAnswers() = default;
+CFileDialogAnswers::~CFileDialogAnswers()
+{
+    // The waiting answer refers to this object.
+    cancelPendingDialogAnswers();
+}
 
 const QList<CSeenFileDialog>& CFileDialogAnswers::seen() const
 {
     return m_seen;
 }
 
-void CFileDialogAnswers::poll()
+void CFileDialogAnswers::answerNext()
 {
-    auto* pDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (!pDialog || pDialog->property(kAnsweredProperty).toBool() || m_pending.isEmpty())
+    if (m_pending.isEmpty())
         return;
-    pDialog->setProperty(kAnsweredProperty, true);
-    m_seen.append({pDialog->windowTitle(), pDialog->directory().absolutePath(), pDialog->nameFilters()});
-    m_pending.takeFirst()(pDialog);
-    if (pDialog->isVisible())
-        pDialog->reject();
+    answerNextModalDialog(QFileDialog::staticMetaObject, [this](QDialog* pDialog) {
+        auto* pFileDialog = static_cast<QFileDialog*>(pDialog);
+        m_seen.append({pFileDialog->windowTitle(), pFileDialog->directory().absolutePath(),
+                       pFileDialog->nameFilters()});
+        m_pending.takeFirst()(pFileDialog);
+        if (pFileDialog->isVisible())
+            pFileDialog->reject();
+        // Armed once this dialog is closed, so the next answer waits for a new one.
+        answerNext();
+    });
 }
 
 FileDialogAnswer chooseFile(const QString& strFilter, const QString& strFileName)

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <QList>
-#include <QPointer>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 
 #include <functional>
 
@@ -20,26 +18,27 @@ struct CSeenFileDialog
 
 using FileDialogAnswer = std::function<void(QFileDialog*)>;
 
-// Answers the next modal file dialogs, one answer each, in the order they open. Lives on
-// the test's stack: answers not used when it goes are dropped, so that no answer meant for
-// one test reaches the dialog of the next. A dialog the answer leaves open is rejected.
+// Answers the next modal file dialogs, one answer each, in the order they open, and keeps
+// what each showed. Lives on the test's stack; when it goes, answers not used are dropped.
+// A dialog its answer leaves open is rejected.
 class CFileDialogAnswers
 {
 public:
     explicit CFileDialogAnswers(const QList<FileDialogAnswer>& answers);
     ~CFileDialogAnswers();
+    CFileDialogAnswers(const CFileDialogAnswers&) = delete;
+    CFileDialogAnswers& operator=(const CFileDialogAnswers&) = delete;
 
     const QList<CSeenFileDialog>& seen() const;
 
 private:
-    void poll();
+    void answerNext();
 
     QList<FileDialogAnswer> m_pending;
     QList<CSeenFileDialog> m_seen;
-    QTimer m_timer;
 };
 
 // Chooses the filter, types the file name (relative to the dialog's folder or absolute)
-// and presses the dialog's Save button.
+// and accepts it.
 FileDialogAnswer chooseFile(const QString& strFilter, const QString& strFileName);
 FileDialogAnswer cancelFileDialog();
