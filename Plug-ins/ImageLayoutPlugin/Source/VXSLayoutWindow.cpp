@@ -1,5 +1,6 @@
 #include "VXSLayoutWindow.h"
 
+#include "VXSActiveDatasetGrabber.h"
 #include "VXSEditText.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemImage.h"
@@ -10,7 +11,6 @@
 #include <VXSChildWindow.h>
 #include <VXSMdiSubWindow.h>
 #include <VXSMessageBox.h>
-#include <VXSSequenceWindow.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
@@ -28,11 +28,9 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
 #include <QSizeGrip>
-#include <QThread>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
@@ -59,13 +57,6 @@ const unsigned char DeleteIconPng[] = {
 
 // The host's menu entry that shows and hides this window.
 const QString LayoutWindowActionName = QStringLiteral("Image Layout Window");
-// Tabs of a sequence window whose content can be grabbed directly.
-const QString ProjectionTabName = QStringLiteral("3D View");
-const QString SequenceTabName = QStringLiteral("Sequence View");
-// How long the host gets to put a tab's content on the clipboard.
-constexpr unsigned long ClipboardWaitMs = 200;
-// canGrabMinimized's mode for the picture as drawn.
-constexpr int GrabDisplayedMode = 1;
 // Where a text wider or taller than the page may start.
 constexpr int OversizeTextRange = 10;
 constexpr int TextPadding = 5;
@@ -93,14 +84,6 @@ int randomStart(int nFreeRange)
     if (nFreeRange < 0)
         return nRandom % OversizeTextRange;
     return nFreeRange == 0 ? 0 : nRandom % nFreeRange;
-}
-
-// The widget whose window state says whether the child is minimized: its MDI frame.
-QWidget* childFrame(CVXSChildWindow* pChild)
-{
-    if (auto* pSubWindow = qobject_cast<QMdiSubWindow*>(pChild->parentWidget()))
-        return pSubWindow;
-    return pChild;
 }
 
 } // namespace
@@ -255,29 +238,31 @@ void CVXSLayoutWindow::languageChange()
     m_pCloseBtn->setWhatsThis(QStringLiteral("<b>Close:</b><br>Closes the image layout window.</br>"));
     // These three show their name only as a tooltip; "Action" appears where a toolbar
     // shows texts, in its overflow menu.
-    m_pPasteAction->setText(tr("Action"));
-    m_pPasteAction->setToolTip(tr("Paste from Clipboard"));
-    m_pPasteAction->setWhatsThis(QStringLiteral(
-        "<b>Paste from Clipboard:</b><br>Paste the system clipboard contents into the current image layout.</br>"));
-    m_pExportAction->setText(tr("Action"));
-    m_pExportAction->setToolTip(tr("Export"));
-    m_pExportAction->setWhatsThis(QStringLiteral(
-        "<b>Export:</b><br>Export the active Image Layout contents in the selected image format.</br>"));
-    m_pPrintAction->setText(tr("Action"));
-    m_pPrintAction->setToolTip(tr("Print"));
-    m_pPrintAction->setWhatsThis(QStringLiteral("<b>Print:</b><br>Print the current image layout contents.</br>"));
-    m_pNewAction->setText(tr("New"));
-    m_pNewAction->setWhatsThis(QStringLiteral(
-        "<b>New:</b><br>Clear the active image layout contents and starts a new one.</br>"));
-    m_pDrawRectAction->setText(tr("Draw rectangle"));
-    m_pDrawRectAction->setWhatsThis(QStringLiteral("<b>Draw Rectangle:</b><br>Draw a Rectangle.</br>"));
-    m_pDrawEllipseAction->setText(tr("Draw Ellipse"));
-    m_pDrawEllipseAction->setWhatsThis(QStringLiteral("<b>Draw Ellipse:</b><br>Draw an Ellipse.</br>"));
-    m_pDeleteAction->setText(tr("Delete"));
-    m_pDeleteAction->setWhatsThis(QStringLiteral("<b>Delete:</b><br>Delete selected item/image.</br>"));
-    m_pCopyAction->setText(tr("Copy to Clipboard"));
-    m_pCopyAction->setWhatsThis(QStringLiteral(
-        "<b>Copy to Clipboard:</b><br>Copy the active image layout contents to the system clipboard.</br>"));
+    setActionTexts(m_pPasteAction, tr("Action"), tr("Paste from Clipboard"),
+                   "<b>Paste from Clipboard:</b><br>Paste the system clipboard contents into the current image "
+                   "layout.</br>");
+    setActionTexts(m_pExportAction, tr("Action"), tr("Export"),
+                   "<b>Export:</b><br>Export the active Image Layout contents in the selected image format.</br>");
+    setActionTexts(m_pPrintAction, tr("Action"), tr("Print"),
+                   "<b>Print:</b><br>Print the current image layout contents.</br>");
+    setActionTexts(m_pNewAction, tr("New"), QString(),
+                   "<b>New:</b><br>Clear the active image layout contents and starts a new one.</br>");
+    setActionTexts(m_pDrawRectAction, tr("Draw rectangle"), QString(),
+                   "<b>Draw Rectangle:</b><br>Draw a Rectangle.</br>");
+    setActionTexts(m_pDrawEllipseAction, tr("Draw Ellipse"), QString(), "<b>Draw Ellipse:</b><br>Draw an Ellipse.</br>");
+    setActionTexts(m_pDeleteAction, tr("Delete"), QString(), "<b>Delete:</b><br>Delete selected item/image.</br>");
+    setActionTexts(m_pCopyAction, tr("Copy to Clipboard"), QString(),
+                   "<b>Copy to Clipboard:</b><br>Copy the active image layout contents to the system clipboard.</br>");
+}
+
+void CVXSLayoutWindow::setActionTexts(QAction* pAction, const QString& strText, const QString& strToolTip,
+                                      const char* pWhatsThis)
+{
+    pAction->setText(strText);
+    // An empty tooltip leaves the action showing its text as the tooltip.
+    pAction->setToolTip(strToolTip);
+    // What's-this texts are set as they stand, untranslated.
+    pAction->setWhatsThis(QString::fromLatin1(pWhatsThis));
 }
 
 void CVXSLayoutWindow::createToolBar()
@@ -594,51 +579,9 @@ void CVXSLayoutWindow::onClickActiveDSetPaste()
         return;
     QImage image;
     if (CVXSChildWindow* pChild = CVXSChildWindow::getActiveChildWnd())
-        image = activeChildImage(pChild);
+        image = CVXSActiveDatasetGrabber([this](const QString& strTabName) { emit copyToClipBoard(strTabName); })
+                    .grab(pChild);
     addImageToLayout(image);
-}
-
-QImage CVXSLayoutWindow::activeChildImage(CVXSChildWindow* pChild)
-{
-    auto* pSequence = pChild->isSequenceWindow() ? qobject_cast<CVXSSequenceWindow*>(pChild) : nullptr;
-    if (!pSequence)
-        return grabChildImage(pChild, false);
-    const QString strTabName = pSequence->getCurrentTabName();
-    if (strTabName.compare(ProjectionTabName, Qt::CaseInsensitive) == 0
-        || strTabName.compare(SequenceTabName, Qt::CaseInsensitive) == 0)
-        return grabChildImage(pSequence, true);
-    return imageThroughClipboard(strTabName);
-}
-
-QImage CVXSLayoutWindow::grabChildImage(CVXSChildWindow* pChild, bool bRestoreMinimized)
-{
-    const bool bGrabDisplayed = pChild->getViewState().m_bGrabDisplayed;
-    QWidget* pFrame = childFrame(pChild);
-    if (!bRestoreMinimized || !pFrame->isMinimized() || pChild->canGrabMinimized(GrabDisplayedMode))
-        return pChild->grabImage(bGrabDisplayed);
-    // A minimized window draws nothing: show it for the grab and minimize it again.
-    pFrame->setWindowState((pFrame->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-    const QImage image = pChild->grabImage(bGrabDisplayed);
-    pFrame->showMinimized();
-    return image;
-}
-
-QImage CVXSLayoutWindow::imageThroughClipboard(const QString& strTabName)
-{
-    // The host puts the tab's content on the clipboard; what the user had there is put back.
-    QClipboard* pClipboard = QGuiApplication::clipboard();
-    const QImage savedImage = pClipboard->image();
-    const QString strSavedText = savedImage.isNull() ? pClipboard->text() : QString();
-    emit copyToClipBoard(strTabName);
-    QThread::msleep(ClipboardWaitMs);
-    const QImage image = pClipboard->image();
-    if (!savedImage.isNull())
-        pClipboard->setImage(savedImage);
-    else if (!strSavedText.isEmpty())
-        pClipboard->setText(strSavedText);
-    else
-        pClipboard->clear();
-    return image;
 }
 
 // ---- annotations -----------------------------------------------------------------

@@ -117,16 +117,13 @@ private:
     QToolButton* createToolButton(QWidget* pParent, const char* pObjectName);
     QToolButton* createPopupButton(const char* pObjectName, QMenu* pMenu, const QString& iconPath);
     void switchDrawingToolsOff();
+    static void setActionTexts(QAction* pAction, const QString& strText, const QString& strToolTip,
+                               const char* pWhatsThis);
     void setChecked(QAction* pAction, bool bChecked);
     void setArrowToolChecked(bool bChecked);
     // The text item selected in the view, or null.
     QGraphicsItem* selectedTextItem() const;
     void createTextItem(const QString& strText);
-    // The active child window's content; through the clipboard for a sequence window
-    // on a tab that cannot be grabbed directly.
-    QImage activeChildImage(CVXSChildWindow* pChild);
-    QImage grabChildImage(CVXSChildWindow* pChild, bool bRestoreMinimized);
-    QImage imageThroughClipboard(const QString& strTabName);
     void restoreAnnotationText();
     void updateWholeScene();
 
