@@ -660,6 +660,13 @@ void CVXSLayoutWindow::createTextItem(const QString& strText)
     m_pView->setSelectedItem(pItem);
 }
 
+void CVXSLayoutWindow::repaintChangedText(QGraphicsItem* pTextItem)
+{
+    m_pView->scene()->update(pTextItem->boundingRect());
+    m_pView->showHandles(pTextItem);
+    updateWholeScene();
+}
+
 void CVXSLayoutWindow::onClickAnnFont()
 {
     if (QGraphicsItem* pSelected = selectedTextItem()) {
@@ -670,9 +677,7 @@ void CVXSLayoutWindow::onClickAnnFont()
             return;
         m_oAnnFont = font;
         pTextItem->setFont(font);
-        m_pView->scene()->update(pTextItem->boundingRect());
-        m_pView->showHandles(pTextItem);
-        updateWholeScene();
+        repaintChangedText(pTextItem);
         return;
     }
     if (m_pAnnotationEdit->text().isEmpty())
@@ -692,9 +697,7 @@ void CVXSLayoutWindow::onClickAnnClr()
             return;
         m_oAnnColor = color;
         pTextItem->setColor(color);
-        m_pView->scene()->update(pTextItem->boundingRect());
-        m_pView->showHandles(pTextItem);
-        updateWholeScene();
+        repaintChangedText(pTextItem);
         return;
     }
     if (m_pAnnotationEdit->text().isEmpty())

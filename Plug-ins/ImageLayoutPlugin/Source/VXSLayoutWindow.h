@@ -124,6 +124,8 @@ private:
     // The text item selected in the view, or null.
     QGraphicsItem* selectedTextItem() const;
     void createTextItem(const QString& strText);
+    // After the selected text's font or colour changed: its old area, its handles, the page.
+    void repaintChangedText(QGraphicsItem* pTextItem);
     void restoreAnnotationText();
     void updateWholeScene();
 
