@@ -286,14 +286,8 @@ void CVXSEditText::setTextData(QString text, Qt::Alignment flags, const QFont& f
     m_pBoldTB->setChecked(m_pTextEdit->fontWeight() == QFont::Bold);
     m_pUnderlineTB->setChecked(m_pTextEdit->fontUnderline());
 
-    {
-        const QSignalBlocker blockLeft(m_pAlignLeftTB);
-        const QSignalBlocker blockCenter(m_pAlignCenterTB);
-        const QSignalBlocker blockRight(m_pAlignRightTB);
-        m_pAlignLeftTB->setChecked(false);
-        m_pAlignCenterTB->setChecked(false);
-        m_pAlignRightTB->setChecked(false);
-    }
+    for (QToolButton* pButton : {m_pAlignLeftTB, m_pAlignCenterTB, m_pAlignRightTB})
+        uncheckQuietly(pButton);
     const Qt::Alignment alignment = m_pTextEdit->alignment();
     if (alignment & Qt::AlignLeft)
         m_pAlignLeftTB->setChecked(true);
@@ -327,53 +321,51 @@ void CVXSEditText::alignAll(Qt::Alignment alignment)
     m_pTextEdit->setAlignment(alignment);
 }
 
+void CVXSEditText::uncheckQuietly(QToolButton* pButton)
+{
+    const QSignalBlocker block(pButton);
+    pButton->setChecked(false);
+}
+
+void CVXSEditText::keepOnlyPressed(QToolButton* pPressed, Qt::Alignment alignment)
+{
+    for (QToolButton* pButton : {m_pAlignLeftTB, m_pAlignCenterTB, m_pAlignRightTB}) {
+        if (pButton != pPressed)
+            uncheckQuietly(pButton);
+    }
+    alignAll(alignment);
+}
+
 // The three alignment buttons form a group with exactly one pressed; pressing the
 // pressed one hands the check to a fixed other button, whose slot aligns the text.
 void CVXSEditText::onClickAlignLeft()
 {
     if (m_pAlignLeftTB->isChecked()) {
-        const QSignalBlocker blockCenter(m_pAlignCenterTB);
-        const QSignalBlocker blockRight(m_pAlignRightTB);
-        m_pAlignCenterTB->setChecked(false);
-        m_pAlignRightTB->setChecked(false);
-        alignAll(Qt::AlignLeft);
+        keepOnlyPressed(m_pAlignLeftTB, Qt::AlignLeft);
         return;
     }
-    {
-        const QSignalBlocker blockCenter(m_pAlignCenterTB);
-        m_pAlignCenterTB->setChecked(false);
-    }
+    uncheckQuietly(m_pAlignCenterTB);
     m_pAlignRightTB->setChecked(true);
 }
 
 void CVXSEditText::onClickAlignCenter()
 {
     if (m_pAlignCenterTB->isChecked()) {
-        const QSignalBlocker blockLeft(m_pAlignLeftTB);
-        const QSignalBlocker blockRight(m_pAlignRightTB);
-        m_pAlignLeftTB->setChecked(false);
-        m_pAlignRightTB->setChecked(false);
-        alignAll(Qt::AlignHCenter);
+        keepOnlyPressed(m_pAlignCenterTB, Qt::AlignHCenter);
         return;
     }
     m_pAlignLeftTB->setChecked(true);
-    const QSignalBlocker blockRight(m_pAlignRightTB);
-    m_pAlignRightTB->setChecked(false);
+    uncheckQuietly(m_pAlignRightTB);
 }
 
 void CVXSEditText::onClickAlignRight()
 {
     if (m_pAlignRightTB->isChecked()) {
-        const QSignalBlocker blockLeft(m_pAlignLeftTB);
-        const QSignalBlocker blockCenter(m_pAlignCenterTB);
-        m_pAlignLeftTB->setChecked(false);
-        m_pAlignCenterTB->setChecked(false);
-        alignAll(Qt::AlignRight);
+        keepOnlyPressed(m_pAlignRightTB, Qt::AlignRight);
         return;
     }
     m_pAlignLeftTB->setChecked(true);
-    const QSignalBlocker blockCenter(m_pAlignCenterTB);
-    m_pAlignCenterTB->setChecked(false);
+    uncheckQuietly(m_pAlignCenterTB);
 }
 
 void CVXSEditText::onClickFont()

@@ -48,6 +48,10 @@ private:
     void connectControls();
     // Applies the alignment to the whole text.
     void alignAll(Qt::Alignment alignment);
+    // Releases the button without running its slot.
+    static void uncheckQuietly(QToolButton* pButton);
+    // The pressed button stays the only one pressed; the text takes its alignment.
+    void keepOnlyPressed(QToolButton* pPressed, Qt::Alignment alignment);
 
     QString m_strText;
 };
