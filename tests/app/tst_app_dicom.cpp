@@ -304,6 +304,15 @@ void TestAppDicom::refusesBadFiles_data()
     huge.size = QSize(60000, 60000);
     huge.nFrames = 10;
     QVERIFY(writeDicom(path(QStringLiteral("huge.dcm")), huge));
+    // Rows, columns, frames and bytes per pixel all at their largest: the product of
+    // them overflows 64 bits, which must not let the file through.
+    CTestDicomFiles::SHeader largest;
+    largest.size = QSize(65535, 65535);
+    largest.nFrames = 2147483647;
+    largest.nSamples = 3;
+    largest.nBits = 16;
+    largest.strPhotometric = QStringLiteral("RGB");
+    QVERIFY(CTestDicomFiles::write(path(QStringLiteral("largest.dcm")), largest, QVector<quint16>(30, 1)));
     SDicomImage short16 = valid;
     short16.size = QSize(2000, 2000);
     QVERIFY(writeDicom(path(QStringLiteral("shortpixels.dcm")), short16));
@@ -313,6 +322,7 @@ void TestAppDicom::refusesBadFiles_data()
     QTest::newRow("not DICOM") << "text.dcm" << "not a readable DICOM file";
     QTest::newRow("no pixel data") << "nopixels.dcm" << "no pixel data";
     QTest::newRow("huge claimed size") << "huge.dcm" << "MiB";
+    QTest::newRow("largest claimed size") << "largest.dcm" << "(65535 x 65535 pixels per image) would need";
     QTest::newRow("fewer pixels than claimed") << "shortpixels.dcm" << "incomplete";
 }
 

@@ -18,6 +18,9 @@ constexpr qint64 kPreambleLength = 128;
 const QByteArray kMagic("DICM");
 // Display images take 4 bytes per pixel at most.
 constexpr int kDisplayBytesPerPixel = 4;
+// Headers can announce frames whose bytes overflow 64 bits; such files are refused anyway,
+// so the product stops growing here.
+constexpr qint64 kBytesCap = qint64(1) << 61;
 
 QString conditionText(const OFCondition& condition)
 {
@@ -76,8 +79,10 @@ QSize CVXDicomFileReader::frameSize() const
 
 qint64 CVXDicomFileReader::decodedBytes() const
 {
-    const int nBytesPerPixel = qMax(kDisplayBytesPerPixel, m_nSamplesPerPixel * ((m_nBitsAllocated + 7) / 8));
-    return qint64(m_frameSize.width()) * m_frameSize.height() * m_nFrames * nBytesPerPixel;
+    const qint64 nBytesPerPixel = qMax(kDisplayBytesPerPixel, m_nSamplesPerPixel * ((m_nBitsAllocated + 7) / 8));
+    // At most 2^32 pixels a frame and 2^31 frames: the pixels alone still fit.
+    const qint64 nPixels = qint64(m_frameSize.width()) * m_frameSize.height() * m_nFrames;
+    return qMin(nPixels, kBytesCap / nBytesPerPixel) * nBytesPerPixel;
 }
 
 void CVXDicomFileReader::readHeader()
