@@ -34,9 +34,9 @@ void registerEncoders()
 
 void insertHeader(DcmDataset* pData, const CTestDicomFiles::SHeader& header)
 {
-    char uid[100];
     pData->putAndInsertString(DCM_SOPClassUID, UID_SecondaryCaptureImageStorage);
-    pData->putAndInsertString(DCM_SOPInstanceUID, dcmGenerateUniqueIdentifier(uid, SITE_INSTANCE_UID_ROOT));
+    // The same for every file, so the same description always gives the same bytes.
+    pData->putAndInsertString(DCM_SOPInstanceUID, SITE_INSTANCE_UID_ROOT ".1");
     pData->putAndInsertString(DCM_Modality, "OT");
     pData->putAndInsertUint16(DCM_Rows, Uint16(header.size.height()));
     pData->putAndInsertUint16(DCM_Columns, Uint16(header.size.width()));

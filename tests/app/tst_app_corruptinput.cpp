@@ -152,10 +152,11 @@ void appendDicomSamples(const QImage& image, QVector<quint16>& samples)
             case QImage::Format_Grayscale16:
                 samples << reinterpret_cast<const quint16*>(image.constScanLine(y))[x];
                 break;
-            default:
+            default: {
                 const QRgb rgb = image.pixel(x, y);
                 samples << quint16(qRed(rgb)) << quint16(qGreen(rgb)) << quint16(qBlue(rgb));
                 break;
+            }
             }
         }
     }
@@ -163,7 +164,8 @@ void appendDicomSamples(const QImage& image, QVector<quint16>& samples)
 
 // One frame per image, all of the first one's size and format.
 bool writeDicom(const QString& strPath, const QVector<QImage>& frames,
-                E_TransferSyntax transfer = EXS_LittleEndianExplicit)
+                E_TransferSyntax transfer = EXS_LittleEndianExplicit, const QString& strWindowCentre = {},
+                const QString& strWindowWidth = {})
 {
     const QImage& first = frames.first();
     const bool bGrey = first.format() == QImage::Format_Grayscale8 || first.format() == QImage::Format_Grayscale16;
@@ -175,6 +177,8 @@ bool writeDicom(const QString& strPath, const QVector<QImage>& frames,
         header.nSamples = 3;
         header.strPhotometric = QStringLiteral("RGB");
     }
+    header.strWindowCentre = strWindowCentre;
+    header.strWindowWidth = strWindowWidth;
     QVector<quint16> samples;
     for (const QImage& frame : frames)
         appendDicomSamples(frame, samples);
@@ -184,13 +188,8 @@ bool writeDicom(const QString& strPath, const QVector<QImage>& frames,
 // A window across part of the range, so damage to it changes what is shown.
 bool writeDicomGrey8Window(const QString& strPath)
 {
-    CTestDicomFiles::SHeader header;
-    header.size = kSampleSize;
-    header.strWindowCentre = QStringLiteral("100");
-    header.strWindowWidth = QStringLiteral("120");
-    QVector<quint16> samples;
-    appendDicomSamples(samplePattern(kSampleSize, QImage::Format_Grayscale8), samples);
-    return CTestDicomFiles::write(strPath, header, samples);
+    return writeDicom(strPath, {samplePattern(kSampleSize, QImage::Format_Grayscale8)}, EXS_LittleEndianExplicit,
+                      QStringLiteral("100"), QStringLiteral("120"));
 }
 
 bool writeDicomGrey16(const QString& strPath)
