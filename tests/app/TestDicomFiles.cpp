@@ -17,7 +17,8 @@ struct EncoderRegistration
 {
     EncoderRegistration()
     {
-        DJEncoderRegistration::registerCodecs();
+        // No new instance UID for lossy compression: the same description gives the same bytes.
+        DJEncoderRegistration::registerCodecs(ECC_lossyYCbCr, EUC_never);
         DcmRLEEncoderRegistration::registerCodecs();
     }
     ~EncoderRegistration()
