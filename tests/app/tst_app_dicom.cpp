@@ -71,6 +71,23 @@ QColor bandColour(const QImage& image, int nBand)
     return image.pixelColor(image.width() * (2 * nBand + 1) / 6, image.height() / 2);
 }
 
+// A copy of a DICOM file with its Samples per Pixel value replaced.
+bool writeWithSamplesPerPixel(const QString& strSourcePath, const QString& strPath, quint16 nSamples)
+{
+    QFile source(strSourcePath);
+    if (!source.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray bytes = source.readAll();
+    // Tag (0028,0002), value representation US and length 2, little endian.
+    const QByteArray element("\x28\x00\x02\x00US\x02\x00", 8);
+    const int nElement = bytes.indexOf(element);
+    if (nElement < 0)
+        return false;
+    bytes[nElement + element.size()] = char(nSamples & 0xff);
+    bytes[nElement + element.size() + 1] = char(nSamples >> 8);
+    return CTestImageFiles::writeBytes(strPath, bytes);
+}
+
 bool runTool(const QString& strTool, const QStringList& arguments, QString& strOutput)
 {
     QProcess process;
@@ -313,6 +330,15 @@ void TestAppDicom::refusesBadFiles_data()
     largest.nBits = 16;
     largest.strPhotometric = QStringLiteral("RGB");
     QVERIFY(CTestDicomFiles::write(path(QStringLiteral("largest.dcm")), largest, QVector<quint16>(30, 1)));
+    // Compressed pixel data has no length to check against the header, so a damaged
+    // sample count would have the decoder fill that many samples per pixel.
+    CTestDicomFiles::SHeader rgb;
+    rgb.size = QSize(kWidth, kHeight);
+    rgb.nSamples = 3;
+    rgb.strPhotometric = QStringLiteral("RGB");
+    QVERIFY(CTestDicomFiles::write(path(QStringLiteral("jpeg.dcm")), rgb, QVector<quint16>(kWidth * kHeight * 3, 200),
+                                   EXS_JPEGProcess1));
+    QVERIFY(writeWithSamplesPerPixel(path(QStringLiteral("jpeg.dcm")), path(QStringLiteral("manysamples.dcm")), 64259));
     SDicomImage short16 = valid;
     short16.size = QSize(2000, 2000);
     QVERIFY(writeDicom(path(QStringLiteral("shortpixels.dcm")), short16));
@@ -323,6 +349,7 @@ void TestAppDicom::refusesBadFiles_data()
     QTest::newRow("no pixel data") << "nopixels.dcm" << "no pixel data";
     QTest::newRow("huge claimed size") << "huge.dcm" << "MiB";
     QTest::newRow("largest claimed size") << "largest.dcm" << "(65535 x 65535 pixels per image) would need";
+    QTest::newRow("samples per pixel damaged") << "manysamples.dcm" << "64259 samples per pixel";
     QTest::newRow("fewer pixels than claimed") << "shortpixels.dcm" << "incomplete";
 }
 

@@ -108,6 +108,13 @@ void CVXDicomFileReader::readHeader()
     pData->findAndGetUint16(DCM_BitsAllocated, nBitsAllocated);
     if (pData->findAndGetSint32(DCM_NumberOfFrames, nFrames).bad())
         nFrames = 1;
+    // Grey images have one sample per pixel, colour ones three (four in retired colour
+    // models). Any other count is damage; compressed data has no length to betray it, and
+    // the decoders would make room for that many samples of every pixel.
+    if (nSamples != 1 && nSamples != 3 && nSamples != 4) {
+        m_strError = tr("The DICOM file's image has %1 samples per pixel.").arg(nSamples);
+        return;
+    }
     if (nRows == 0 || nColumns == 0 || nFrames < 1) {
         m_strError = tr("The DICOM file's image has no pixels (%1 x %2 pixels, %3 frames).")
                          .arg(nColumns)
