@@ -1,6 +1,9 @@
+#include "TestDicomFiles.h"
 #include "TestImageFiles.h"
 
 #include <VXImageFileReader.h>
+
+#include <dcmtk/oflog/oflog.h>
 
 #include <QBuffer>
 #include <QDataStream>
@@ -22,13 +25,17 @@ namespace {
 
 constexpr quint32 kDefaultSeed = 20261123;
 constexpr int kDefaultFilesPerFormat = 300;
-// Every byte of the headers is a truncation point, then points through the data and the
-// last bytes, where decoders meet their end markers.
+// Every byte of the first headers is a truncation point, then as many points spread over
+// the rest of the headers, points through the data and the last bytes, where decoders meet
+// their end markers.
 constexpr int kHeaderCuts = 64;
 constexpr int kMiddleCuts = 48;
 constexpr int kEndCuts = 32;
 // Corruptions land in the headers half of the time: that is where sizes and offsets sit.
 constexpr int kHeaderBytes = 256;
+// A DICOM file's image description follows a 128-byte preamble, the meta header and the
+// identifiers; compressed pixel data starts with its own offset table.
+constexpr int kDicomHeaderBytes = 1024;
 constexpr int kMaxChangesPerFile = 4;
 // Small files decode in milliseconds; anything near this is a decoder going round in circles.
 constexpr qint64 kMaxMsPerFile = 5000;
@@ -133,12 +140,93 @@ bool writeMultiPageTiff(const QString& strPath)
     return CTestImageFiles::writeMultiPageTiff(strPath, pages);
 }
 
+// The pixels as DICOM holds them: row by row, the samples of each pixel together.
+void appendDicomSamples(const QImage& image, QVector<quint16>& samples)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            switch (image.format()) {
+            case QImage::Format_Grayscale8:
+                samples << image.constScanLine(y)[x];
+                break;
+            case QImage::Format_Grayscale16:
+                samples << reinterpret_cast<const quint16*>(image.constScanLine(y))[x];
+                break;
+            default: {
+                const QRgb rgb = image.pixel(x, y);
+                samples << quint16(qRed(rgb)) << quint16(qGreen(rgb)) << quint16(qBlue(rgb));
+                break;
+            }
+            }
+        }
+    }
+}
+
+// One frame per image, all of the first one's size and format.
+bool writeDicom(const QString& strPath, const QVector<QImage>& frames,
+                E_TransferSyntax transfer = EXS_LittleEndianExplicit, const QString& strWindowCentre = {},
+                const QString& strWindowWidth = {})
+{
+    const QImage& first = frames.first();
+    const bool bGrey = first.format() == QImage::Format_Grayscale8 || first.format() == QImage::Format_Grayscale16;
+    CTestDicomFiles::SHeader header;
+    header.size = first.size();
+    header.nFrames = frames.size();
+    header.nBits = first.format() == QImage::Format_Grayscale16 ? 16 : 8;
+    if (!bGrey) {
+        header.nSamples = 3;
+        header.strPhotometric = QStringLiteral("RGB");
+    }
+    header.strWindowCentre = strWindowCentre;
+    header.strWindowWidth = strWindowWidth;
+    QVector<quint16> samples;
+    for (const QImage& frame : frames)
+        appendDicomSamples(frame, samples);
+    return CTestDicomFiles::write(strPath, header, samples, transfer);
+}
+
+// A window across part of the range, so damage to it changes what is shown.
+bool writeDicomGrey8Window(const QString& strPath)
+{
+    return writeDicom(strPath, {samplePattern(kSampleSize, QImage::Format_Grayscale8)}, EXS_LittleEndianExplicit,
+                      QStringLiteral("100"), QStringLiteral("120"));
+}
+
+bool writeDicomGrey16(const QString& strPath)
+{
+    return writeDicom(strPath, {samplePattern(kSampleSize, QImage::Format_Grayscale16)});
+}
+
+bool writeDicomRgb(const QString& strPath)
+{
+    return writeDicom(strPath, {samplePattern(kSampleSize, QImage::Format_RGB32)});
+}
+
+bool writeDicomMultiFrame(const QString& strPath)
+{
+    QVector<QImage> frames;
+    for (int i = 0; i < kSamplePages; ++i)
+        frames << samplePattern(kSampleSize / 2, QImage::Format_Grayscale8, i);
+    return writeDicom(strPath, frames);
+}
+
+bool writeDicomJpegBaseline(const QString& strPath)
+{
+    return writeDicom(strPath, {samplePattern(kSampleSize, QImage::Format_RGB32)}, EXS_JPEGProcess1);
+}
+
+bool writeDicomRle(const QString& strPath)
+{
+    return writeDicom(strPath, {samplePattern(kSampleSize, QImage::Format_Grayscale16)}, EXS_RLELossless);
+}
+
 // Every format the host reads, one row each.
 struct SampleFormat
 {
     const char* pName;
     const char* pSuffix;
     SampleWriter write;
+    int nHeaderBytes = kHeaderBytes;
 };
 
 const SampleFormat kFormats[] = {
@@ -151,13 +239,22 @@ const SampleFormat kFormats[] = {
     {"16-bit grey tiff", "tif", writeGreyTiff16},
     {"16-bit colour tiff", "tif", writeColourTiff16},
     {"multi-page tiff", "tif", writeMultiPageTiff},
+    {"8-bit grey dicom, window", "dcm", writeDicomGrey8Window, kDicomHeaderBytes},
+    {"16-bit grey dicom", "dcm", writeDicomGrey16, kDicomHeaderBytes},
+    {"rgb dicom", "dcm", writeDicomRgb, kDicomHeaderBytes},
+    {"multi-frame dicom", "dcm", writeDicomMultiFrame, kDicomHeaderBytes},
+    {"jpeg baseline dicom", "dcm", writeDicomJpegBaseline, kDicomHeaderBytes},
+    {"rle dicom", "dcm", writeDicomRle, kDicomHeaderBytes},
 };
 
-QVector<int> truncationPoints(int nSize)
+QVector<int> truncationPoints(int nSize, int nHeaderBytes)
 {
     QVector<int> points;
     for (int i = 0; i < qMin(kHeaderCuts, nSize); ++i)
         points << i;
+    const int nRestOfHeaders = qMin(nHeaderBytes, nSize) - kHeaderCuts;
+    for (int i = 1; nRestOfHeaders > 0 && i <= kHeaderCuts; ++i)
+        points << kHeaderCuts + nRestOfHeaders * i / (kHeaderCuts + 1);
     for (int i = 1; i <= kMiddleCuts; ++i)
         points << int(qint64(nSize) * i / (kMiddleCuts + 1));
     for (int i = qMax(0, nSize - kEndCuts); i < nSize; ++i)
@@ -167,12 +264,12 @@ QVector<int> truncationPoints(int nSize)
     return points;
 }
 
-QByteArray withRandomChanges(QByteArray bytes, QRandomGenerator& random)
+QByteArray withRandomChanges(QByteArray bytes, int nHeaderBytes, QRandomGenerator& random)
 {
     const int nChanges = 1 + int(random.bounded(kMaxChangesPerFile));
     for (int i = 0; i < nChanges; ++i) {
         const bool bInHeader = random.bounded(2) == 0;
-        const int nPos = int(random.bounded(bInHeader ? qMin(kHeaderBytes, bytes.size()) : bytes.size()));
+        const int nPos = int(random.bounded(bInHeader ? qMin(nHeaderBytes, bytes.size()) : bytes.size()));
         auto& byte = reinterpret_cast<quint8&>(bytes.data()[nPos]);
         switch (random.bounded(3)) {
         case 0:
@@ -242,6 +339,26 @@ QByteArray jpegAnnouncing(const QSize& size)
     return bytes;
 }
 
+// A DICOM header announcing this many frames of this size, with a token of pixel data.
+bool writeDicomAnnouncing(const QString& strPath, const QSize& size, qint64 nFrames, int nSamples, int nBits)
+{
+    CTestDicomFiles::SHeader header;
+    header.size = size;
+    header.nFrames = nFrames;
+    header.nSamples = nSamples;
+    header.nBits = nBits;
+    if (nSamples > 1)
+        header.strPhotometric = QStringLiteral("RGB");
+    return CTestDicomFiles::write(strPath, header, QVector<quint16>(64, 1));
+}
+
+QSize announcedSize(const QString& strPath)
+{
+    if (strPath.endsWith(QStringLiteral(".dcm")))
+        return CTestDicomFiles::announcedSize(strPath);
+    return QImageReader(strPath).size();
+}
+
 } // namespace
 
 // Damaged files of every readable format must be refused with a reason or read as a
@@ -280,6 +397,8 @@ void TestAppCorruptInput::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(m_dir.isValid());
+    // The DICOM toolkit logs what it finds wrong in every damaged file to the console.
+    OFLog::configure(OFLogger::FATAL_LOG_LEVEL);
     bool bOk = false;
     const quint32 nSeed = qEnvironmentVariable("VX_CORRUPT_SEED").toUInt(&bOk);
     if (bOk)
@@ -295,8 +414,9 @@ void TestAppCorruptInput::addFormatRows()
 {
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<SampleWriter>("writer");
+    QTest::addColumn<int>("headerBytes");
     for (const SampleFormat& format : kFormats)
-        QTest::newRow(format.pName) << QString::fromLatin1(format.pSuffix) << format.write;
+        QTest::newRow(format.pName) << QString::fromLatin1(format.pSuffix) << format.write << format.nHeaderBytes;
 }
 
 QByteArray TestAppCorruptInput::validSample()
@@ -373,7 +493,8 @@ void TestAppCorruptInput::truncatedFiles()
 {
     const QByteArray valid = validSample();
     QVERIFY(!valid.isEmpty());
-    for (const int nSize : truncationPoints(valid.size())) {
+    QFETCH(int, headerBytes);
+    for (const int nSize : truncationPoints(valid.size(), headerBytes)) {
         const QString strProblem = tryDamaged(QStringLiteral("cut-at-%1").arg(nSize), valid.left(nSize));
         QVERIFY2(strProblem.isEmpty(), qPrintable(strProblem));
     }
@@ -390,10 +511,12 @@ void TestAppCorruptInput::changedBytes()
 {
     const QByteArray valid = validSample();
     QVERIFY(!valid.isEmpty());
+    QFETCH(int, headerBytes);
     // The row's own sequence, so one format's files do not depend on the others.
     QRandomGenerator random(m_nSeed ^ qHash(QByteArray(QTest::currentDataTag())));
     for (int i = 0; i < m_nFilesPerFormat; ++i) {
-        const QString strProblem = tryDamaged(QStringLiteral("changed-%1").arg(i), withRandomChanges(valid, random));
+        const QString strProblem =
+            tryDamaged(QStringLiteral("changed-%1").arg(i), withRandomChanges(valid, headerBytes, random));
         QVERIFY2(strProblem.isEmpty(), qPrintable(strProblem));
     }
     reportCounts("changed");
@@ -417,12 +540,22 @@ void TestAppCorruptInput::hugeAnnouncedSizesAreRefused_data()
     // The largest pages a TIFF can announce: their bytes together exceed what 64 bits hold.
     const QSize tiffLargest(0x7fffffff, 0x7fffffff);
     QVERIFY(CTestImageFiles::writeTiffWithoutPixels(m_dir.filePath("largest.tif"), QVector<QSize>(3, tiffLargest)));
+    // DICOM sizes are 16 bits each; the frame count is a number of up to twelve characters.
+    const QSize dicomSize(65535, 65535);
+    QVERIFY(writeDicomAnnouncing(m_dir.filePath("huge.dcm"), dicomSize, 1, 1, 8));
+    constexpr qint64 kMostDicomFrames = 2147483647;
+    QVERIFY(writeDicomAnnouncing(m_dir.filePath("manyframes.dcm"), kSampleSize, kMostDicomFrames, 1, 8));
+    // Their bytes together exceed what 64 bits hold.
+    QVERIFY(writeDicomAnnouncing(m_dir.filePath("largest.dcm"), dicomSize, kMostDicomFrames, 3, 16));
 
     QTest::newRow("png") << "huge.png" << pngSize;
     QTest::newRow("jpeg") << "huge.jpg" << jpegSize;
     QTest::newRow("bmp") << "huge.bmp" << bmpSize;
     QTest::newRow("tiff") << "huge.tif" << tiffSize;
     QTest::newRow("largest tiff pages") << "largest.tif" << tiffLargest;
+    QTest::newRow("dicom") << "huge.dcm" << dicomSize;
+    QTest::newRow("dicom frames") << "manyframes.dcm" << kSampleSize;
+    QTest::newRow("largest dicom frames") << "largest.dcm" << dicomSize;
 }
 
 void TestAppCorruptInput::hugeAnnouncedSizesAreRefused()
@@ -431,7 +564,7 @@ void TestAppCorruptInput::hugeAnnouncedSizesAreRefused()
     QFETCH(QSize, announced);
     const QString strPath = m_dir.filePath(fileName);
     // The file really announces the size, so it is the size that gets it refused.
-    QCOMPARE(QImageReader(strPath).size(), announced);
+    QCOMPARE(announcedSize(strPath), announced);
     const qint64 nPeakBefore = peakResidentBytes();
     QElapsedTimer timer;
     timer.start();

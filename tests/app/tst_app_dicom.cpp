@@ -1,5 +1,6 @@
 #include "HostFixture.h"
 #include "MessageBoxCounter.h"
+#include "TestDicomFiles.h"
 #include "TestImageFiles.h"
 
 #include "WidgetLeaks.h"
@@ -7,10 +8,6 @@
 #include <VXHostMainWindow.h>
 #include <VXImageFileReader.h>
 #include <VXSSequenceWindow.h>
-
-#include <dcmtk/dcmdata/dcdeftag.h>
-#include <dcmtk/dcmdata/dcfilefo.h>
-#include <dcmtk/dcmdata/dcuid.h>
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -45,32 +42,18 @@ quint16 bandValue(const SDicomImage& dicom, int nFrame, int nBand, int nSample)
 
 bool writeDicom(const QString& strPath, const SDicomImage& dicom)
 {
-    DcmFileFormat file;
-    DcmDataset* pData = file.getDataset();
-    char uid[100];
-    pData->putAndInsertString(DCM_SOPClassUID, UID_SecondaryCaptureImageStorage);
-    pData->putAndInsertString(DCM_SOPInstanceUID, dcmGenerateUniqueIdentifier(uid, SITE_INSTANCE_UID_ROOT));
-    pData->putAndInsertString(DCM_Modality, "OT");
-    pData->putAndInsertUint16(DCM_Rows, Uint16(dicom.size.height()));
-    pData->putAndInsertUint16(DCM_Columns, Uint16(dicom.size.width()));
-    pData->putAndInsertUint16(DCM_SamplesPerPixel, Uint16(dicom.nSamples));
-    pData->putAndInsertString(DCM_PhotometricInterpretation, dicom.strPhotometric.toLatin1().constData());
-    pData->putAndInsertUint16(DCM_BitsAllocated, Uint16(dicom.nBits));
-    pData->putAndInsertUint16(DCM_BitsStored, Uint16(dicom.nBits));
-    pData->putAndInsertUint16(DCM_HighBit, Uint16(dicom.nBits - 1));
-    pData->putAndInsertUint16(DCM_PixelRepresentation, 0);
-    if (dicom.nSamples > 1)
-        pData->putAndInsertUint16(DCM_PlanarConfiguration, 0);
-    if (dicom.nFrames > 1)
-        pData->putAndInsertString(DCM_NumberOfFrames, QByteArray::number(dicom.nFrames).constData());
-    if (!dicom.strWindowCentre.isEmpty()) {
-        pData->putAndInsertString(DCM_WindowCenter, dicom.strWindowCentre.toLatin1().constData());
-        pData->putAndInsertString(DCM_WindowWidth, dicom.strWindowWidth.toLatin1().constData());
-    }
+    CTestDicomFiles::SHeader header;
+    header.nSamples = dicom.nSamples;
+    header.nBits = dicom.nBits;
+    header.strPhotometric = dicom.strPhotometric;
+    header.nFrames = dicom.nFrames;
+    header.size = dicom.size;
+    header.strWindowCentre = dicom.strWindowCentre;
+    header.strWindowWidth = dicom.strWindowWidth;
+    QVector<quint16> samples;
     if (dicom.bPixelData) {
         // Only as many pixels as the test builds; a size claimed beyond them stays a claim.
         const QSize built(kWidth, kHeight);
-        QVector<quint16> samples;
         for (int nFrame = 0; nFrame < dicom.nFrames; ++nFrame) {
             for (int y = 0; y < built.height(); ++y) {
                 for (int x = 0; x < built.width(); ++x) {
@@ -79,16 +62,8 @@ bool writeDicom(const QString& strPath, const SDicomImage& dicom)
                 }
             }
         }
-        if (dicom.nBits == 8) {
-            QVector<Uint8> bytes;
-            for (quint16 nValue : samples)
-                bytes << Uint8(nValue);
-            pData->putAndInsertUint8Array(DCM_PixelData, bytes.constData(), unsigned(bytes.size()));
-        } else {
-            pData->putAndInsertUint16Array(DCM_PixelData, samples.constData(), unsigned(samples.size()));
-        }
     }
-    return file.saveFile(QFile::encodeName(strPath).constData(), EXS_LittleEndianExplicit).good();
+    return CTestDicomFiles::write(strPath, header, samples);
 }
 
 QColor bandColour(const QImage& image, int nBand)
@@ -96,12 +71,21 @@ QColor bandColour(const QImage& image, int nBand)
     return image.pixelColor(image.width() * (2 * nBand + 1) / 6, image.height() / 2);
 }
 
-E_TransferSyntax transferSyntaxOf(const QString& strPath)
+// A copy of a DICOM file with its Samples per Pixel value replaced.
+bool writeWithSamplesPerPixel(const QString& strSourcePath, const QString& strPath, quint16 nSamples)
 {
-    DcmFileFormat file;
-    if (file.loadFile(QFile::encodeName(strPath).constData()).bad())
-        return EXS_Unknown;
-    return file.getDataset()->getOriginalXfer();
+    QFile source(strSourcePath);
+    if (!source.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray bytes = source.readAll();
+    // Tag (0028,0002), value representation US and length 2, little endian.
+    const QByteArray element("\x28\x00\x02\x00US\x02\x00", 8);
+    const int nElement = bytes.indexOf(element);
+    if (nElement < 0)
+        return false;
+    bytes[nElement + element.size()] = char(nSamples & 0xff);
+    bytes[nElement + element.size() + 1] = char(nSamples >> 8);
+    return CTestImageFiles::writeBytes(strPath, bytes);
 }
 
 bool runTool(const QString& strTool, const QStringList& arguments, QString& strOutput)
@@ -283,7 +267,7 @@ void TestAppDicom::readsJpegBaselineFromImg2dcm()
     const QString strPath = path(QStringLiteral("baseline.dcm"));
     QString strOutput;
     QVERIFY2(runTool(strTool, {path(QStringLiteral("source.jpg")), strPath}, strOutput), qPrintable(strOutput));
-    QCOMPARE(transferSyntaxOf(strPath), EXS_JPEGProcess1);
+    QCOMPARE(CTestDicomFiles::transferSyntaxOf(strPath), EXS_JPEGProcess1);
 
     QString strError;
     const QVector<QImage> frames = CVXImageFileReader::read(strPath, strError);
@@ -307,7 +291,7 @@ void TestAppDicom::readsRleCompressed()
     QVERIFY(writeDicom(strPlain, grey16));
     QString strOutput;
     QVERIFY2(runTool(strTool, {strPlain, strRle}, strOutput), qPrintable(strOutput));
-    QCOMPARE(transferSyntaxOf(strRle), EXS_RLELossless);
+    QCOMPARE(CTestDicomFiles::transferSyntaxOf(strRle), EXS_RLELossless);
 
     QString strError;
     const QVector<QImage> plain = CVXImageFileReader::read(strPlain, strError);
@@ -337,6 +321,24 @@ void TestAppDicom::refusesBadFiles_data()
     huge.size = QSize(60000, 60000);
     huge.nFrames = 10;
     QVERIFY(writeDicom(path(QStringLiteral("huge.dcm")), huge));
+    // Rows, columns, frames and bytes per pixel all at their largest: the product of
+    // them overflows 64 bits, which must not let the file through.
+    CTestDicomFiles::SHeader largest;
+    largest.size = QSize(65535, 65535);
+    largest.nFrames = 2147483647;
+    largest.nSamples = 3;
+    largest.nBits = 16;
+    largest.strPhotometric = QStringLiteral("RGB");
+    QVERIFY(CTestDicomFiles::write(path(QStringLiteral("largest.dcm")), largest, QVector<quint16>(30, 1)));
+    // Compressed pixel data has no length to check against the header, so a damaged
+    // sample count would have the decoder fill that many samples per pixel.
+    CTestDicomFiles::SHeader rgb;
+    rgb.size = QSize(kWidth, kHeight);
+    rgb.nSamples = 3;
+    rgb.strPhotometric = QStringLiteral("RGB");
+    QVERIFY(CTestDicomFiles::write(path(QStringLiteral("jpeg.dcm")), rgb, QVector<quint16>(kWidth * kHeight * 3, 200),
+                                   EXS_JPEGProcess1));
+    QVERIFY(writeWithSamplesPerPixel(path(QStringLiteral("jpeg.dcm")), path(QStringLiteral("manysamples.dcm")), 64259));
     SDicomImage short16 = valid;
     short16.size = QSize(2000, 2000);
     QVERIFY(writeDicom(path(QStringLiteral("shortpixels.dcm")), short16));
@@ -346,6 +348,8 @@ void TestAppDicom::refusesBadFiles_data()
     QTest::newRow("not DICOM") << "text.dcm" << "not a readable DICOM file";
     QTest::newRow("no pixel data") << "nopixels.dcm" << "no pixel data";
     QTest::newRow("huge claimed size") << "huge.dcm" << "MiB";
+    QTest::newRow("largest claimed size") << "largest.dcm" << "(65535 x 65535 pixels per image) would need";
+    QTest::newRow("samples per pixel damaged") << "manysamples.dcm" << "64259 samples per pixel";
     QTest::newRow("fewer pixels than claimed") << "shortpixels.dcm" << "incomplete";
 }
 

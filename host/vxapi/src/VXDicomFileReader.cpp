@@ -18,6 +18,9 @@ constexpr qint64 kPreambleLength = 128;
 const QByteArray kMagic("DICM");
 // Display images take 4 bytes per pixel at most.
 constexpr int kDisplayBytesPerPixel = 4;
+// Headers can announce frames whose bytes overflow 64 bits; such files are refused anyway,
+// so the product stops growing here.
+constexpr qint64 kBytesCap = qint64(1) << 61;
 
 QString conditionText(const OFCondition& condition)
 {
@@ -76,8 +79,10 @@ QSize CVXDicomFileReader::frameSize() const
 
 qint64 CVXDicomFileReader::decodedBytes() const
 {
-    const int nBytesPerPixel = qMax(kDisplayBytesPerPixel, m_nSamplesPerPixel * ((m_nBitsAllocated + 7) / 8));
-    return qint64(m_frameSize.width()) * m_frameSize.height() * m_nFrames * nBytesPerPixel;
+    const qint64 nBytesPerPixel = qMax(kDisplayBytesPerPixel, m_nSamplesPerPixel * ((m_nBitsAllocated + 7) / 8));
+    // At most 2^32 pixels a frame and 2^31 frames: the pixels alone still fit.
+    const qint64 nPixels = qint64(m_frameSize.width()) * m_frameSize.height() * m_nFrames;
+    return qMin(nPixels, kBytesCap / nBytesPerPixel) * nBytesPerPixel;
 }
 
 void CVXDicomFileReader::readHeader()
@@ -103,6 +108,13 @@ void CVXDicomFileReader::readHeader()
     pData->findAndGetUint16(DCM_BitsAllocated, nBitsAllocated);
     if (pData->findAndGetSint32(DCM_NumberOfFrames, nFrames).bad())
         nFrames = 1;
+    // Grey images have one sample per pixel, colour ones three (four in retired colour
+    // models). Any other count is damage; compressed data has no length to betray it, and
+    // the decoders would make room for that many samples of every pixel.
+    if (nSamples != 1 && nSamples != 3 && nSamples != 4) {
+        m_strError = tr("The DICOM file's image has %1 samples per pixel.").arg(nSamples);
+        return;
+    }
     if (nRows == 0 || nColumns == 0 || nFrames < 1) {
         m_strError = tr("The DICOM file's image has no pixels (%1 x %2 pixels, %3 frames).")
                          .arg(nColumns)
