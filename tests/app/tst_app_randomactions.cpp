@@ -11,6 +11,7 @@
 #include <VXSSequenceWindow.h>
 #include <VXUtilityFns.h>
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
@@ -37,6 +38,7 @@ namespace {
 const QString kEntry = QStringLiteral("Image Layout Window");
 constexpr int kDefaultActions = 5000;
 constexpr int kActionsShownOnFailure = 20;
+constexpr int kProgressEvery = 10000;
 // The modal boxes the layout window and the host may raise during the run, each answered.
 const QStringList kExpectedBoxTexts {
     QStringLiteral("There is no cell currently empty! Delete one or more images to continue."),
@@ -372,7 +374,11 @@ void TestAppRandomActions::answerModal()
         }
         if (!m_plan.m_strFilter.isEmpty())
             pFiles->selectNameFilter(m_plan.m_strFilter);
-        // Typed into the file name box and accepted as Enter there does.
+        // Typed into the file name box and accepted as Enter there does. A file the
+        // dialog selected in its list by itself (it loads the folder in the background)
+        // would count as chosen too, so the list's selection is cleared first.
+        if (auto* pList = pFiles->findChild<QAbstractItemView*>(QStringLiteral("listView")))
+            pList->clearSelection();
         auto* pName = pFiles->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         if (pName)
             pName->setText(m_plan.m_strFileName);
@@ -930,6 +936,8 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
             if (!strProblem.isEmpty())
                 QFAIL(qPrintable(failureReport(nAction, strProblem)));
         }
+        if (nAction % kProgressEvery == 0)
+            qInfo("%d actions, %.1f s", nAction, clock.elapsed() / 1000.0);
     }
     qInfo("%d actions, %lld checks, %d message boxes answered, %d exports, top z %d, %d layout items at the end, "
           "%.1f s",
