@@ -43,6 +43,7 @@ private slots:
 
     void noAreaMeansNoActiveChild();
     void imageWindowStaysActiveWhileToolIsUsed();
+    void minimizedImageWindowStaysActive();
     void closedImageWindowIsNotActive();
     void deletedImageWindowIsNotActive();
     void currentSubWindowServesBeforeAnyActivation();
@@ -102,6 +103,21 @@ void TestHostWorkspace::imageWindowStaysActiveWhileToolIsUsed()
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pChild);
     m_pArea->setActiveSubWindow(pToolWindow);
     QCOMPARE(m_pArea->activeSubWindow(), pToolWindow);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pChild);
+}
+
+void TestHostWorkspace::minimizedImageWindowStaysActive()
+{
+    auto* pChild = new CVXSChildWindow(solidImage(QSize(10, 10), Qt::red, QImage::Format_RGB32));
+    QMdiSubWindow* pImageWindow = openInArea(*m_pArea, pChild);
+    QMdiSubWindow* pToolWindow = openInArea(*m_pArea, new QLabel(QStringLiteral("tool")));
+    m_pArea->setActiveSubWindow(pImageWindow);
+
+    pImageWindow->showMinimized();
+    m_pArea->setActiveSubWindow(pToolWindow);
+    QCOMPARE(m_pArea->activeSubWindow(), pToolWindow);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pChild);
+    pImageWindow->showNormal();
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pChild);
 }
 

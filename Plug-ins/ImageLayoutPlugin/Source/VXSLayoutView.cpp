@@ -120,6 +120,11 @@ void CVXSLayoutView::setLayoutManager(CVXSLayoutManager* pManager)
     m_pManager = pManager;
 }
 
+CVXSLayoutManager* CVXSLayoutView::layoutManager() const
+{
+    return m_pManager;
+}
+
 QGraphicsItem* CVXSLayoutView::currentItem() const
 {
     return m_pSelectedItem;

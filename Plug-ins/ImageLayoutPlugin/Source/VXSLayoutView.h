@@ -24,6 +24,7 @@ public:
     ~CVXSLayoutView() override;
 
     void setLayoutManager(CVXSLayoutManager* pManager);
+    CVXSLayoutManager* layoutManager() const;
 
     // The selected layout item (also the item being drawn), or null.
     QGraphicsItem* currentItem() const;

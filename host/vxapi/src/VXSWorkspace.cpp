@@ -13,6 +13,16 @@ CVXSChildWindow* childWindowOf(QMdiSubWindow* pWindow)
 {
     return pWindow ? qobject_cast<CVXSChildWindow*>(pWindow->widget()) : nullptr;
 }
+
+// A closed window may linger until its deferred deletion; hidden means closed. A minimized
+// sub-window hides its content too, yet the window is still open.
+bool isOpenIn(const CVXSChildWindow* pChild, const QMdiArea* pArea)
+{
+    if (pChild->isVisibleTo(pArea))
+        return true;
+    const auto* pSubWindow = qobject_cast<const QMdiSubWindow*>(pChild->parentWidget());
+    return pSubWindow && pSubWindow->isMinimized() && pSubWindow->isVisibleTo(pArea);
+}
 } // namespace
 
 CVXSWorkspace* CVXSWorkspace::instance()
@@ -43,8 +53,7 @@ CVXSChildWindow* CVXSWorkspace::activeChildWindow() const
 {
     if (!m_pArea)
         return nullptr;
-    // A closed window may linger until its deferred deletion; hidden means closed.
-    if (m_pActiveChild && m_pActiveChild->isVisibleTo(m_pArea))
+    if (m_pActiveChild && isOpenIn(m_pActiveChild, m_pArea))
         return m_pActiveChild;
     return childWindowOf(m_pArea->currentSubWindow());
 }
