@@ -202,8 +202,6 @@ private:
     // The windows there before the first action, for comparison only.
     QSet<const QWidget*> m_startTopLevels;
     // Handles and the highlight have z 0 until they are first shown.
-    bool m_handleShown[VXSLayout::HandleCount] = {};
-    bool m_bHighlightShown = false;
     int m_nExports = 0;
     int m_nImageFiles = 0;
     qint64 m_nChecks = 0;
@@ -750,31 +748,24 @@ QString TestAppRandomActions::checkZValues()
 {
     using namespace VXSLayout;
     // New items and "Bring to front" take the next value of a counter that nothing lowers
-    // (New keeps it too), so in a long session layout items reach the highlight's and the
-    // handles' band. From then on the steps that swap or rotate z values may hand a
-    // layout item a handle's value and the other way round, and showing the handles
-    // sets theirs back. The counter and the steps are kept as they are; past that point
-    // only what still holds is checked: distinct values outside that band, and the cells.
-    const bool bBandsApart = m_pView->topZ() < HighlightZ;
+    // (New keeps it too), so in a long session layout items pass the highlight's and the
+    // handles' usual z. The marks then move up with the counter, so what holds at every
+    // step is: layout items have distinct values up to the counter, and every mark on show
+    // lies above all of them.
     QHash<qreal, QGraphicsItem*> holders;
     QList<qreal> gridZ;
+    QList<qreal> shownMarkZ;
+    qreal topLayoutZ = BaseZ;
     const QList<QGraphicsItem*> all = m_pView->scene()->items();
     for (QGraphicsItem* pItem : all) {
         const qreal z = pItem->zValue();
         ++m_nChecks;
-        if (const int nHandle = m_pView->handleIndex(pItem)) {
-            m_handleShown[nHandle - 1] = m_handleShown[nHandle - 1] || pItem->isVisible();
-            // The first handle of an arrow keeps whatever z it had, so before any other
-            // item was selected it may still show with its initial 0.
-            const bool bInitial = z == 0 && (!m_handleShown[nHandle - 1] || nHandle == 1);
-            if (bBandsApart && z != HandleZ + nHandle - 1 && !bInitial)
-                return QStringLiteral("handle %1 has z %2").arg(nHandle).arg(z);
-            continue;
-        }
-        if (m_pView->isCellHighlight(pItem)) {
-            m_bHighlightShown = m_bHighlightShown || pItem->isVisible();
-            if (bBandsApart && z != HighlightZ && !(z == 0 && !m_bHighlightShown))
-                return QStringLiteral("cell highlight has z %1").arg(z);
+        if (const int nHandle = m_pView->handleIndex(pItem); nHandle != 0 || m_pView->isCellHighlight(pItem)) {
+            // An arrow's start handle keeps whatever z it had: only its end handle is set.
+            const QGraphicsItem* pSelected = m_pView->currentItem();
+            const bool bArrowStart = nHandle == 1 && pSelected && pSelected->type() == ArrowItemType;
+            if (pItem->isVisible() && !bArrowStart)
+                shownMarkZ << z;
             continue;
         }
         if (pItem->type() == GridItemType) {
@@ -783,13 +774,19 @@ QString TestAppRandomActions::checkZValues()
         }
         if (!isLayoutItemType(pItem->type()))
             return QStringLiteral("unknown item of type %1 in the scene").arg(pItem->type());
-        if (z <= BaseZ || (bBandsApart && z > m_pView->topZ()))
+        if (z <= BaseZ || z > m_pView->topZ())
             return QStringLiteral("layout item of type %1 has z %2 (top z %3)").arg(pItem->type()).arg(z).arg(m_pView->topZ());
-        const bool bInSharedBand = !bBandsApart && z >= HighlightZ && z < HandleZ + HandleCount;
-        if (holders.contains(z) && !bInSharedBand)
+        if (holders.contains(z))
             return QStringLiteral("layout items of types %1 and %2 both have z %3")
                 .arg(holders.value(z)->type()).arg(pItem->type()).arg(z);
         holders.insert(z, pItem);
+        topLayoutZ = qMax(topLayoutZ, z);
+    }
+    ++m_nChecks;
+    for (const qreal markZ : shownMarkZ) {
+        if (markZ <= topLayoutZ)
+            return QStringLiteral("a handle or the highlight has z %1, under a layout item at %2")
+                .arg(markZ).arg(topLayoutZ);
     }
     // The cell frames are made with z 0..15 and never take part in the z steps.
     std::sort(gridZ.begin(), gridZ.end());

@@ -9,6 +9,8 @@
 #include <QGraphicsScene>
 #include <QtTest>
 
+#include <algorithm>
+
 using namespace VXSLayout;
 
 namespace {
@@ -53,6 +55,7 @@ private slots:
     void sendToBackKeepsGaps();
     void bringForwardOnLastListEntryIsGuarded();
     void auxiliaryItemsNeverChangeZ();
+    void marksStayAboveItemsInALongSession();
 
 private:
     // Four rectangles side by side with z 26..29, picked through the viewport.
@@ -220,6 +223,41 @@ void TestLayoutZOrder::auxiliaryItemsNeverChangeZ()
     QCOMPARE(auxiliaryZ(m_pLayout->view()), before);
     for (QGraphicsItem* pItem : m_items)
         QVERIFY(pItem->zValue() > BaseZ && pItem->zValue() < HighlightZ);
+}
+
+void TestLayoutZOrder::marksStayAboveItemsInALongSession()
+{
+    // Every "Bring to front" takes a new top z, and nothing ever lowers it: a long session
+    // carries the items past the highlight's and the handles' z.
+    for (int i = 0; i < 1000; ++i)
+        QCOMPARE(m_pLayout->view()->reorderZ(m_items[i % 4], BringToFront), 0);
+    CVXSLayoutView* pView = m_pLayout->view();
+    QCOMPARE(pView->topZ(), BaseZ + 4 + 1000);
+    QCOMPARE(m_items[3]->zValue(), double(pView->topZ()));
+
+    // The handles of a selected item are drawn above every item.
+    select(2);
+    QList<double> handleZ;
+    for (QGraphicsItem* pItem : m_pLayout->scene()->items()) {
+        if (pView->handleIndex(pItem) != 0)
+            handleZ << pItem->zValue();
+    }
+    std::sort(handleZ.begin(), handleZ.end());
+    QCOMPARE(handleZ, (QList<double>{1031, 1032, 1033, 1034}));
+
+    // The z steps move items among items only: the handles keep their z values.
+    QCOMPARE(pView->reorderZ(m_items[3], SendToBack), 0);
+    QCOMPARE(pView->reorderZ(m_items[3], BringForward), 0);
+    QList<double> after;
+    for (QGraphicsItem* pItem : m_pLayout->scene()->items()) {
+        if (pView->handleIndex(pItem) != 0)
+            after << pItem->zValue();
+    }
+    std::sort(after.begin(), after.end());
+    QCOMPARE(after, handleZ);
+    // Items 0 to 3 stood at 1026 to 1029. Send to back: item 3 takes 1026, the others move
+    // up one place; bring forward: item 3 swaps with item 0, which is past the marks' band.
+    QCOMPARE(zValues(m_items), (QList<double>{1026, 1028, 1029, 1027}));
 }
 
 QTEST_MAIN(TestLayoutZOrder)

@@ -80,18 +80,21 @@ void CVXSLayoutHandles::place(int nIndex, qreal x, qreal y)
     pHandle->setRect(x, y, HandleSize, HandleSize);
 }
 
-void CVXSLayoutHandles::show(QGraphicsItem* pItem)
+void CVXSLayoutHandles::show(QGraphicsItem* pItem, int nTopZ)
 {
     if (!pItem || indexOf(pItem) != 0 || isHighlight(pItem))
         return;
     const QRectF b = pItem->boundingRect();
     const qreal half = HandleSize / 2;
+    // The layout's top z only ever grows; once it reaches the marks' band, the marks move
+    // up with it so that they never end up beneath the items they belong to.
+    const int lift = qMax(0, nTopZ - (HighlightZ - 1));
 
     if (pItem->type() == ImageItemType && static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1) {
         // An image in a cell is not resized: it gets the cell highlight instead of handles.
         hideHandleItems();
         m_pCellHighlight->setRect(b);
-        m_pCellHighlight->setZValue(HighlightZ);
+        m_pCellHighlight->setZValue(HighlightZ + lift);
         m_pCellHighlight->show();
         return;
     }
@@ -106,8 +109,8 @@ void CVXSLayoutHandles::show(QGraphicsItem* pItem)
         pArrow->getEndPoint(x, y);
         place(1, x - half, y - half);
         // Only the end handle's z is set; the start handle keeps the z it last had.
-        m_handles[1]->setZValue(HandleZ);
-        m_handles[1]->setZValue(HandleZ + 1);
+        m_handles[1]->setZValue(HandleZ + lift);
+        m_handles[1]->setZValue(HandleZ + lift + 1);
         m_handles[0]->show();
         m_handles[1]->show();
         return;
@@ -119,7 +122,7 @@ void CVXSLayoutHandles::show(QGraphicsItem* pItem)
                                           {b.left() + 1 - half, b.bottom() - 1 - half}};
     for (int i = 0; i < HandleCount; ++i) {
         place(i, corners[i].x(), corners[i].y());
-        m_handles[i]->setZValue(HandleZ + i);
+        m_handles[i]->setZValue(HandleZ + lift + i);
         m_handles[i]->show();
     }
 }

@@ -21,7 +21,8 @@ public:
 
     // Hides the handles and the highlight.
     void hide();
-    void show(QGraphicsItem* pItem);
+    // nTopZ is the highest z a layout item may have: marks always stay above it.
+    void show(QGraphicsItem* pItem, int nTopZ);
     // 1 to 4 for a handle, 0 for any other item.
     int indexOf(const QGraphicsItem* pItem) const;
     bool isHighlight(const QGraphicsItem* pItem) const;

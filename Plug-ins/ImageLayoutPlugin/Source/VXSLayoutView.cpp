@@ -182,7 +182,7 @@ bool CVXSLayoutView::isAuxiliaryItem(QGraphicsItem* pItem) const
 
 void CVXSLayoutView::showHandles(QGraphicsItem* pItem)
 {
-    m_handles.show(pItem);
+    m_handles.show(pItem, m_zOrder.topZ());
 }
 
 void CVXSLayoutView::showCells(int nStyle)
@@ -254,8 +254,12 @@ QList<QGraphicsItem*> CVXSLayoutView::zOrderList() const
 
 int CVXSLayoutView::reorderZ(QGraphicsItem* pItem, int nCommand)
 {
-    const int result = m_zOrder.reorder(scene(), pItem, nCommand);
+    const int result = m_zOrder.reorder(scene(), pItem, nCommand,
+                                        [this](QGraphicsItem* pEntry) { return isAuxiliaryItem(pEntry); });
     if (result == 0) {
+        // Past the marks' usual band a raised item may pass the handles: show them anew.
+        if (m_zOrder.topZ() >= HighlightZ - 1 && currentItem())
+            showHandles(currentItem());
         updateWholeScene();
         updateWholeScene();
     }

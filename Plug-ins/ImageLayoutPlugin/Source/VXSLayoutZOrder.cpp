@@ -60,7 +60,8 @@ QList<QGraphicsItem*> CVXSLayoutZOrder::list(const QGraphicsScene* pScene)
     return list;
 }
 
-int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem, int nCommand)
+int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem, int nCommand,
+                              const ViewItemTest& isViewItem)
 {
     if (!pItem)
         return 16;
@@ -72,7 +73,7 @@ int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem
     QGraphicsItem* pBelow = nullptr;
     for (; index < entries.count(); ++index) {
         QGraphicsItem* pEntry = entries.at(index);
-        if (!isLayoutZ(pEntry))
+        if (!isLayoutZ(pEntry) || isViewItem(pEntry))
             continue;
         if (pEntry == pItem)
             break;
@@ -80,8 +81,9 @@ int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem
     }
     QGraphicsItem* pAbove = nullptr;
     if (index + 1 < entries.count()) {
+        // Told apart by identity, not by z: a long session's items reach the marks' band.
         pAbove = entries.at(index + 1);
-        if (roundedZ(pAbove) >= HighlightZ)
+        if (isViewItem(pAbove))
             pAbove = nullptr;
     }
 
@@ -108,7 +110,7 @@ int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem
         QGraphicsItem* pHolder = pItem;
         for (int i = 0; i < index; ++i) {
             QGraphicsItem* pEntry = entries.at(i);
-            if (!isLayoutZ(pEntry))
+            if (!isLayoutZ(pEntry) || isViewItem(pEntry))
                 continue;
             pHolder->setZValue(pEntry->zValue());
             pHolder = pEntry;

@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <functional>
+
 class QGraphicsItem;
 class QGraphicsScene;
 
@@ -20,9 +22,12 @@ public:
 
     // All items of the scene, sorted by their z value cut to an int, lowest first.
     static QList<QGraphicsItem*> list(const QGraphicsScene* pScene);
+    // Tells the view's own items (cell frames, highlight, handles) apart.
+    using ViewItemTest = std::function<bool(QGraphicsItem*)>;
+
     // Applies a z command (bring forward, send backward, bring to front, send to back)
     // to the item; 16 when there is no item, else 0.
-    int reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem, int nCommand);
+    int reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem, int nCommand, const ViewItemTest& isViewItem);
 
 private:
     int m_topZ = VXSLayout::BaseZ;
