@@ -2,6 +2,7 @@
 
 #include <VXSImageResampler.h>
 
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <algorithm>
@@ -52,9 +53,9 @@ std::vector<Taps> lanczosTaps(int nSource, int nTarget)
     return taps;
 }
 
-// The grey levels of the image (its red channel) reduced to the size, across the rows
-// first, then down the columns; unrounded and unclamped.
-std::vector<double> referenceReduction(const QImage& image, QSize size)
+// One channel of the image (red by default) reduced to the size, across the rows first,
+// then down the columns; unrounded and unclamped.
+std::vector<double> referenceReduction(const QImage& image, QSize size, int (*pChannel)(QRgb) = qRed)
 {
     const std::vector<Taps> across = lanczosTaps(image.width(), size.width());
     const std::vector<Taps> down = lanczosTaps(image.height(), size.height());
@@ -64,7 +65,7 @@ std::vector<double> referenceReduction(const QImage& image, QSize size)
         const auto* pLine = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         for (size_t x = 0; x < width; ++x) {
             for (size_t k = 0; k < across[x].weights.size(); ++k)
-                rows[size_t(y) * width + x] += across[x].weights[k] * qRed(pLine[size_t(across[x].first) + k]);
+                rows[size_t(y) * width + x] += across[x].weights[k] * pChannel(pLine[size_t(across[x].first) + k]);
         }
     }
     std::vector<double> result(width * size_t(size.height()), 0.0);
@@ -169,6 +170,7 @@ private slots:
     void thinLineLandsInItsTargetColumn_data();
     void thinLineLandsInItsTargetColumn();
     void edgeLandsBetweenItsTargetColumns();
+    void noiseIsWithinOneLevelOfLanczosReference();
     void zonePlateMatchesLanczosReference_data();
     void zonePlateMatchesLanczosReference();
     void extremeSizes_data();
@@ -282,6 +284,33 @@ void TestLayoutResampler::edgeLandsBetweenItsTargetColumns()
         QCOMPARE(reduced.pixel(x, y), qRgb(0, 0, 0));
     for (int x = 128; x < 250; ++x)
         QCOMPARE(reduced.pixel(x, y), qRgb(255, 255, 255));
+}
+
+void TestLayoutResampler::noiseIsWithinOneLevelOfLanczosReference()
+{
+    // Colour noise of odd sizes: every channel of every pixel, edges included, is the exact
+    // filter's value rounded, give or take the fixed-point arithmetic's one level.
+    QImage source(1531, 977, QImage::Format_RGB32);
+    QRandomGenerator random(11);
+    for (int y = 0; y < source.height(); ++y) {
+        auto* pLine = reinterpret_cast<QRgb*>(source.scanLine(y));
+        for (int x = 0; x < source.width(); ++x)
+            pLine[x] = 0xff000000 | (random.generate() & 0xffffff);
+    }
+    const QSize size(433, 211);
+    const QImage reduced = CVXSImageResampler::scaled(source, size);
+    using Channel = int (*)(QRgb);
+    for (Channel pChannel : {Channel(qRed), Channel(qGreen), Channel(qBlue)}) {
+        const std::vector<double> reference = referenceReduction(source, size, pChannel);
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x) {
+                const double expected = std::clamp(reference[size_t(y) * size_t(size.width()) + size_t(x)], 0.0, 255.0);
+                const int level = pChannel(reduced.pixel(x, y));
+                QVERIFY2(std::abs(level - expected) <= 1.0,
+                         qPrintable(QStringLiteral("%1 at %2,%3 instead of %4").arg(level).arg(x).arg(y).arg(expected)));
+            }
+        }
+    }
 }
 
 void TestLayoutResampler::zonePlateMatchesLanczosReference_data()
