@@ -9,7 +9,7 @@
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
-#if defined(__GNUC__) && defined(__x86_64__)
+#if defined(__SSE2__) && defined(__GNUC__) && defined(__x86_64__)
 #include <immintrin.h>
 #endif
 
@@ -126,24 +126,29 @@ void filterAcross(const uchar* p, const int16_t* w, int count, int16_t* pOut)
     _mm_storel_epi64(reinterpret_cast<__m128i*>(pOut), _mm_packs_epi32(sum, sum));
 }
 
-// Eight bytes of premultiplied pixels from 32-bit sums, colours no higher than their alpha.
+// Premultiplied pixels with no colour above its alpha: ringing may push it there.
+__m128i clampedToAlpha(__m128i pixels)
+{
+    __m128i alpha = _mm_srli_epi32(pixels, 24);
+    alpha = _mm_or_si128(alpha, _mm_slli_epi32(alpha, 8));
+    alpha = _mm_or_si128(alpha, _mm_slli_epi32(alpha, 16));
+    return _mm_min_epu8(pixels, alpha);
+}
+
+// Eight bytes of premultiplied pixels from 32-bit sums.
 __m128i toPixels(__m128i low, __m128i high)
 {
     const __m128i round = _mm_set1_epi32(1 << (SecondShift - 1));
     low = _mm_srai_epi32(_mm_add_epi32(low, round), SecondShift);
     high = _mm_srai_epi32(_mm_add_epi32(high, round), SecondShift);
     const __m128i words = _mm_packs_epi32(low, high);
-    const __m128i bytes = _mm_packus_epi16(words, words);
-    __m128i alpha = _mm_srli_epi32(bytes, 24);
-    alpha = _mm_or_si128(alpha, _mm_slli_epi32(alpha, 8));
-    alpha = _mm_or_si128(alpha, _mm_slli_epi32(alpha, 16));
-    return _mm_min_epu8(bytes, alpha);
+    return clampedToAlpha(_mm_packus_epi16(words, words));
 }
 
-// A whole output row: nPixels from the rows, an even number of them, paired with the weights.
-void filterDown(const int16_t* const* rows, const int16_t* w, int count, int nPixels, uchar* pOut)
+// Output pixels x to nPixels of a row from the rows, an even number of them, paired with
+// the weights.
+void filterDown(const int16_t* const* rows, const int16_t* w, int count, int x, int nPixels, uchar* pOut)
 {
-    int x = 0;
     for (; x + 2 <= nPixels; x += 2) {
         __m128i low = _mm_setzero_si128();
         __m128i high = _mm_setzero_si128();
@@ -194,9 +199,9 @@ void filterAcross(const uchar* p, const int16_t* w, int count, int16_t* pOut)
     }
 }
 
-void filterDown(const int16_t* const* rows, const int16_t* w, int count, int nPixels, uchar* pOut)
+void filterDown(const int16_t* const* rows, const int16_t* w, int count, int x, int nPixels, uchar* pOut)
 {
-    for (int x = 0; x < nPixels; ++x)
+    for (; x < nPixels; ++x)
         filterDownScalar(rows, w, count, size_t(x), pOut);
 }
 
@@ -216,7 +221,7 @@ void filterRowAcross(const uchar* pLine, const Axis& across, int16_t* pOut)
                      pOut + 4 * x);
 }
 
-#if defined(__GNUC__) && defined(__x86_64__)
+#if defined(__SSE2__) && defined(__GNUC__) && defined(__x86_64__)
 
 // interleavedPair for the two pixels in the low half of each lane.
 __attribute__((target("avx2"))) inline __m256i interleaved(__m256i pixels)
@@ -274,13 +279,50 @@ __attribute__((target("avx2"))) void filterTwoRowsAcrossAvx2(const uchar* pLineA
     }
 }
 
+// filterDown for four pixels at a time; returns how many it did.
+__attribute__((target("avx2"))) int filterDownAvx2(const int16_t* const* rows, const int16_t* w, int count,
+                                                    int nPixels, uchar* pOut)
+{
+    const __m256i round = _mm256_set1_epi32(1 << (SecondShift - 1));
+    int x = 0;
+    for (; x + 4 <= nPixels; x += 4) {
+        __m256i low = _mm256_setzero_si256();
+        __m256i high = _mm256_setzero_si256();
+        for (int k = 0; k < count; k += 2) {
+            const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[k] + 4 * x));
+            const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows[k + 1] + 4 * x));
+            const __m256i pair = _mm256_set1_epi32(weightWord(w + k));
+            low = _mm256_add_epi32(low, _mm256_madd_epi16(_mm256_unpacklo_epi16(a, b), pair));
+            high = _mm256_add_epi32(high, _mm256_madd_epi16(_mm256_unpackhi_epi16(a, b), pair));
+        }
+        low = _mm256_srai_epi32(_mm256_add_epi32(low, round), SecondShift);
+        high = _mm256_srai_epi32(_mm256_add_epi32(high, round), SecondShift);
+        // Each lane packs its own pixels; the first quarter of each then goes together.
+        const __m256i words = _mm256_packs_epi32(low, high);
+        const __m256i bytes = _mm256_permute4x64_epi64(_mm256_packus_epi16(words, words), 0x08);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(pOut + 4 * x), clampedToAlpha(_mm256_castsi256_si128(bytes)));
+    }
+    return x;
+}
+
+bool hasAvx2()
+{
+    static const bool bAvx2 = __builtin_cpu_supports("avx2");
+    return bAvx2;
+}
+
 // Filters two rows at once where the processor can; false where it cannot.
 bool filterTwoRowsAcross(const uchar* pLineA, const uchar* pLineB, const Axis& across, int16_t* pOutA, int16_t* pOutB)
 {
-    static const bool bAvx2 = __builtin_cpu_supports("avx2");
-    if (bAvx2)
+    if (hasAvx2())
         filterTwoRowsAcrossAvx2(pLineA, pLineB, across, pOutA, pOutB);
-    return bAvx2;
+    return hasAvx2();
+}
+
+// One output row from the rows, an even number of them, paired with the weights.
+void filterRowDown(const int16_t* const* rows, const int16_t* w, int count, int nPixels, uchar* pOut)
+{
+    filterDown(rows, w, count, hasAvx2() ? filterDownAvx2(rows, w, count, nPixels, pOut) : 0, nPixels, pOut);
 }
 
 #else
@@ -288,6 +330,11 @@ bool filterTwoRowsAcross(const uchar* pLineA, const uchar* pLineB, const Axis& a
 bool filterTwoRowsAcross(const uchar*, const uchar*, const Axis&, int16_t*, int16_t*)
 {
     return false;
+}
+
+void filterRowDown(const int16_t* const* rows, const int16_t* w, int count, int nPixels, uchar* pOut)
+{
+    filterDown(rows, w, count, 0, nPixels, pOut);
 }
 
 #endif
@@ -386,7 +433,7 @@ QImage reduce(const QImage& image, const QSize& size)
         // An odd last tap pairs with its own row, at the padded zero weight.
         if (count % 2 != 0)
             taps.push_back(taps.back());
-        filterDown(taps.data(), &down.weights[size_t(down.offset[size_t(y)])], int(taps.size()), size.width(),
+        filterRowDown(taps.data(), &down.weights[size_t(down.offset[size_t(y)])], int(taps.size()), size.width(),
                    result.scanLine(y));
     }
     return result;
