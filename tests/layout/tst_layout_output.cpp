@@ -5,6 +5,7 @@
 #include "WidgetLeaks.h"
 
 #include <VXPreference.h>
+#include <VXSImageResampler.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
@@ -21,6 +22,7 @@
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -107,6 +109,7 @@ private slots:
     void shapesAreBlackOnWhiteAndCover_data();
     void shapesAreBlackOnWhiteAndCover();
     void imageFillsItsFrameInset();
+    void reducedImagesAreTheResamplersPixels();
 
     void exportFileName_data();
     void exportFileName();
@@ -282,6 +285,33 @@ void TestLayoutOutput::imageFillsItsFrameInset()
     QVERIFY(isWhite(rendered.pixel(target.right() + 1, target.center().y())));
     QVERIFY(isWhite(rendered.pixel(target.center().x(), target.top() - 1)));
     QVERIFY(isWhite(rendered.pixel(target.center().x(), target.bottom() + 1)));
+}
+
+void TestLayoutOutput::reducedImagesAreTheResamplersPixels()
+{
+    // Four detailed images in a 2 x 2 layout are reduced together on every core; each cell
+    // must hold exactly what the resampler gives for that image alone.
+    m_pFixture->chooseStyle(3);
+    QList<CVXSLayoutItemImage*> items;
+    for (quint32 seed = 1; seed <= 4; ++seed) {
+        QImage noise(2600 + int(seed) * 10, 1400, QImage::Format_RGB32);
+        QRandomGenerator random(seed);
+        for (int y = 0; y < noise.height(); ++y) {
+            auto* pLine = reinterpret_cast<QRgb*>(noise.scanLine(y));
+            for (int x = 0; x < noise.width(); ++x)
+                pLine[x] = 0xff000000 | (random.generate() & 0xffffff);
+        }
+        items << m_pFixture->pasteImage(noise);
+    }
+    const QImage rendered = m_pFixture->manager()->renderLayoutImage(4.0);
+    for (CVXSLayoutItemImage* pImage : items) {
+        const QRectF b = pImage->boundingRect();
+        const QRect target(QPoint(int((b.left() + 2) * 4), int((b.top() + 2) * 4)),
+                           QPoint(int((b.right() - 2) * 4), int((b.bottom() - 2) * 4)));
+        QVERIFY(target.width() < pImage->getImage().width());
+        const QImage alone = CVXSImageResampler::scaled(pImage->getImage(), target.size());
+        QCOMPARE(rendered.copy(target).convertToFormat(QImage::Format_RGB32), alone.convertToFormat(QImage::Format_RGB32));
+    }
 }
 
 void TestLayoutOutput::exportFileName_data()

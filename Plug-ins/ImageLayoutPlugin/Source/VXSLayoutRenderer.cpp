@@ -1,5 +1,6 @@
 #include "VXSLayoutRenderer.h"
 
+#include "VXSImageResampler.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemImage.h"
@@ -8,6 +9,9 @@
 
 #include <QGraphicsScene>
 #include <QPainter>
+#include <QtConcurrent>
+
+#include <functional>
 
 using namespace VXSLayout;
 
@@ -27,6 +31,30 @@ QRect insetScaledRect(const QGraphicsItem* pItem, int nInset, int nScale)
     const QRectF b = pItem->boundingRect();
     return QRect(QPoint(int((b.left() + nInset) * nScale), int((b.top() + nInset) * nScale)),
                  QPoint(int((b.right() - nInset) * nScale), int((b.bottom() - nInset) * nScale)));
+}
+
+// An image item's picture and the device rectangle it fills.
+struct PlacedImage
+{
+    QRect target;
+    QImage image;
+};
+
+// The picture of each image item among the items, in their order, scaled to its place (the
+// inset of 2 leaves out the item's frame). Reducing large images is the costly part of
+// output, so it runs on every core before anything is drawn; the pixels are the same as
+// one after the other.
+QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, int nScale)
+{
+    QVector<PlacedImage> placed;
+    for (QGraphicsItem* pItem : items) {
+        if (pItem->type() == ImageItemType)
+            placed.push_back({insetScaledRect(pItem, 2, nScale), static_cast<CVXSLayoutItemImage*>(pItem)->getImage()});
+    }
+    const std::function<PlacedImage(const PlacedImage&)> scale = [](const PlacedImage& source) {
+        return PlacedImage {source.target, CVXSImageResampler::scaled(source.image, source.target.size())};
+    };
+    return QtConcurrent::blockingMapped<QVector<PlacedImage>>(placed, scale);
 }
 
 } // namespace
@@ -60,8 +88,18 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
     const QSize page = pageSize();
     const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, page.width(), page.height()),
                                                       Qt::IntersectsItemShape, Qt::DescendingOrder);
-    for (auto it = items.crbegin(); it != items.crend(); ++it)
-        drawItem(painter, *it, dScale);
+    const QVector<QGraphicsItem*> lowestFirst(items.crbegin(), items.crend());
+    const QVector<PlacedImage> images = placedImages(lowestFirst, int(dScale));
+    auto image = images.cbegin();
+    for (QGraphicsItem* pItem : lowestFirst) {
+        if (pItem->type() != ImageItemType) {
+            drawItem(painter, pItem, dScale);
+        } else {
+            const PlacedImage& placed = *image++;
+            if (!placed.image.isNull())
+                painter.drawImage(placed.target.topLeft(), placed.image);
+        }
+    }
 }
 
 void CVXSLayoutRenderer::drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const
@@ -78,9 +116,6 @@ void CVXSLayoutRenderer::drawItem(QPainter& painter, QGraphicsItem* pItem, doubl
         break;
     case EllipseItemType:
         painter.drawEllipse(insetScaledRect(pItem, 1, nScale));
-        break;
-    case ImageItemType:
-        drawImageItem(painter, pItem, nScale);
         break;
     default:
         break;
@@ -106,19 +141,4 @@ void CVXSLayoutRenderer::drawScaled(QPainter& painter, double dScale, QGraphicsI
         }
     }
     painter.restore();
-}
-
-void CVXSLayoutRenderer::drawImageItem(QPainter& painter, QGraphicsItem* pItem, int nScale)
-{
-    // The inset of 2 leaves out the item's frame.
-    const QRect target = insetScaledRect(pItem, 2, nScale);
-    const QImage& image = static_cast<CVXSLayoutItemImage*>(pItem)->getImage();
-    if (target.isEmpty() || image.isNull())
-        return;
-    // An area-averaged reduction first: a plain transformed draw would alias fine detail.
-    if (image.size() == target.size())
-        painter.drawImage(target.topLeft(), image);
-    else
-        painter.drawImage(target.topLeft(),
-                          image.scaled(target.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }

@@ -21,13 +21,13 @@ public:
     // The page at the scale, in device pixels.
     QSize deviceSize(double dScale) const;
     // Fills deviceSize(dScale) white with a black top and left line, then draws the
-    // items from the lowest to the topmost.
+    // items from the lowest to the topmost. The images are scaled to their places first,
+    // all at once on every core.
     void render(QPainter& painter, double dScale) const;
 
 private:
     void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;
     static void drawScaled(QPainter& painter, double dScale, QGraphicsItem* pItem);
-    static void drawImageItem(QPainter& painter, QGraphicsItem* pItem, int nScale);
 
     QGraphicsScene& m_scene;
     const CVXSLayoutView* m_pView = nullptr;

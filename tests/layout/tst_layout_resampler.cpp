@@ -1,0 +1,395 @@
+#include "SolidImage.h"
+
+#include <VXSImageResampler.h>
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+// ---- A straightforward Lanczos-3 reduction in double precision, the reference ----
+
+double lanczos3(double x)
+{
+    if (x == 0.0)
+        return 1.0;
+    if (std::abs(x) >= 3.0)
+        return 0.0;
+    const double px = M_PI * x;
+    return 3.0 * std::sin(px) * std::sin(px / 3.0) / (px * px);
+}
+
+// The source pixels and weights of one target pixel along an axis.
+struct Taps
+{
+    int first = 0;
+    std::vector<double> weights;
+};
+
+// The taps of every target pixel along one axis. The kernel widens with the reduction;
+// taps beyond the edges are dropped and the rest renormalised.
+std::vector<Taps> lanczosTaps(int nSource, int nTarget)
+{
+    const double scale = double(nSource) / nTarget;
+    const double stretch = std::max(1.0, scale);
+    std::vector<Taps> taps(static_cast<size_t>(nTarget));
+    for (int i = 0; i < nTarget; ++i) {
+        const double centre = (i + 0.5) * scale;
+        Taps& t = taps[size_t(i)];
+        t.first = std::max(0, int(std::floor(centre - 3.0 * stretch)));
+        const int last = std::min(nSource - 1, int(std::ceil(centre + 3.0 * stretch)));
+        double sum = 0.0;
+        for (int s = t.first; s <= last; ++s) {
+            t.weights.push_back(lanczos3((s + 0.5 - centre) / stretch));
+            sum += t.weights.back();
+        }
+        for (double& w : t.weights)
+            w /= sum;
+    }
+    return taps;
+}
+
+// One channel of the image (red by default) reduced to the size, across the rows first,
+// then down the columns; unrounded and unclamped.
+std::vector<double> referenceReduction(const QImage& image, QSize size, int (*pChannel)(QRgb) = qRed)
+{
+    const std::vector<Taps> across = lanczosTaps(image.width(), size.width());
+    const std::vector<Taps> down = lanczosTaps(image.height(), size.height());
+    const size_t width = size_t(size.width());
+    std::vector<double> rows(size_t(image.height()) * width, 0.0);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* pLine = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (size_t x = 0; x < width; ++x) {
+            for (size_t k = 0; k < across[x].weights.size(); ++k)
+                rows[size_t(y) * width + x] += across[x].weights[k] * pChannel(pLine[size_t(across[x].first) + k]);
+        }
+    }
+    std::vector<double> result(width * size_t(size.height()), 0.0);
+    for (size_t y = 0; y < size_t(size.height()); ++y) {
+        for (size_t k = 0; k < down[y].weights.size(); ++k) {
+            const double* pRow = &rows[(size_t(down[y].first) + k) * width];
+            for (size_t x = 0; x < width; ++x)
+                result[y * width + x] += down[y].weights[k] * pRow[x];
+        }
+    }
+    return result;
+}
+
+// Peak signal-to-noise ratio of the image's grey levels against the reference, clamped.
+double psnr(const QImage& image, const std::vector<double>& reference)
+{
+    double squared = 0.0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const double expected = std::clamp(reference[size_t(y) * size_t(image.width()) + size_t(x)], 0.0, 255.0);
+            const double difference = qRed(image.pixel(x, y)) - expected;
+            squared += difference * difference;
+        }
+    }
+    const double mse = squared / (double(image.width()) * image.height());
+    return mse == 0.0 ? 99.0 : 10.0 * std::log10(255.0 * 255.0 / mse);
+}
+
+// A grey zone plate whose rings reach the sampling limit at the middle of each edge.
+QImage zonePlate(int nSide)
+{
+    QImage image(nSide, nSide, QImage::Format_RGB32);
+    const double centre = nSide / 2.0;
+    const double k = M_PI / nSide;
+    for (int y = 0; y < nSide; ++y) {
+        auto* pLine = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < nSide; ++x) {
+            const double r2 = (x + 0.5 - centre) * (x + 0.5 - centre) + (y + 0.5 - centre) * (y + 0.5 - centre);
+            const int grey = int(std::lround(127.5 + 127.5 * std::cos(k * r2)));
+            pLine[x] = qRgb(grey, grey, grey);
+        }
+    }
+    return image;
+}
+
+// Whether every pixel of the image is exactly the colour.
+bool allPixelsAre(const QImage& image, QRgb colour)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != colour)
+                return false;
+        }
+    }
+    return true;
+}
+
+// Black with white where the predicate holds for (x, y).
+template<typename Predicate>
+QImage blackWithWhite(QSize size, Predicate bWhite)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, bWhite(x, y) ? qRgb(255, 255, 255) : qRgb(0, 0, 0));
+    }
+    return image;
+}
+
+// The column whose pixel on the middle row is brightest.
+int brightestColumn(const QImage& image)
+{
+    int best = 0;
+    const int y = image.height() / 2;
+    for (int x = 1; x < image.width(); ++x) {
+        if (qRed(image.pixel(x, y)) > qRed(image.pixel(best, y)))
+            best = x;
+    }
+    return best;
+}
+
+// The image mirrored at its diagonal: rows become columns.
+QImage transposed(const QImage& image)
+{
+    QImage result(image.height(), image.width(), image.format());
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            result.setPixel(y, x, image.pixel(x, y));
+    }
+    return result;
+}
+
+} // namespace
+
+class TestLayoutResampler : public QObject
+{
+    Q_OBJECT
+private slots:
+    void solidColourStaysExact_data();
+    void solidColourStaysExact();
+    void translucentEdgesStayValidPremultiplied();
+    void thinLineLandsInItsTargetColumn_data();
+    void thinLineLandsInItsTargetColumn();
+    void edgeLandsBetweenItsTargetColumns();
+    void noiseIsWithinOneLevelOfLanczosReference();
+    void zonePlateMatchesLanczosReference_data();
+    void zonePlateMatchesLanczosReference();
+    void extremeSizes_data();
+    void extremeSizes();
+    void nullImageOrEmptySizeGivesNullImage();
+};
+
+void TestLayoutResampler::solidColourStaysExact_data()
+{
+    QTest::addColumn<QImage>("source");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QRgb>("expected");
+    const QColor orange(250, 120, 3);
+    QTest::newRow("large opaque image to a layout cell")
+        << solidImage(QSize(2048, 2048), orange, QImage::Format_RGB32) << QSize(633, 633) << orange.rgb();
+    QTest::newRow("odd sizes") << solidImage(QSize(301, 199), orange) << QSize(7, 5) << orange.rgb();
+    QTest::newRow("black") << solidImage(QSize(640, 480), Qt::black) << QSize(211, 157) << qRgb(0, 0, 0);
+    QTest::newRow("white") << solidImage(QSize(640, 480), Qt::white) << QSize(211, 157) << qRgb(255, 255, 255);
+    QTest::newRow("grey 8 bit") << greyImage(QSize(500, 400), 77, QImage::Format_Grayscale8) << QSize(123, 98)
+                                << qRgb(77, 77, 77);
+    QTest::newRow("one axis reduced only")
+        << solidImage(QSize(900, 100), orange, QImage::Format_RGB32) << QSize(250, 100) << orange.rgb();
+    const QColor translucent(200, 40, 90, 128);
+    QTest::newRow("translucent") << solidImage(QSize(400, 300), translucent) << QSize(133, 71)
+                                 << qPremultiply(translucent.rgba());
+}
+
+void TestLayoutResampler::solidColourStaysExact()
+{
+    QFETCH(QImage, source);
+    QFETCH(QSize, size);
+    QFETCH(QRgb, expected);
+    QImage reduced = CVXSImageResampler::scaled(source, size);
+    QCOMPARE(reduced.size(), size);
+    // Compared premultiplied, as the reduction works, so that no conversion rounds.
+    reduced = reduced.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QVERIFY2(allPixelsAre(reduced, expected),
+             qPrintable(QStringLiteral("first pixel %1, expected %2")
+                            .arg(reduced.pixel(0, 0), 8, 16, QLatin1Char('0'))
+                            .arg(expected, 8, 16, QLatin1Char('0'))));
+}
+
+void TestLayoutResampler::translucentEdgesStayValidPremultiplied()
+{
+    // Opaque white squares on full transparency: the filter's ringing must not leave a
+    // colour above its alpha.
+    QImage source(600, 600, QImage::Format_ARGB32);
+    for (int y = 0; y < source.height(); ++y) {
+        for (int x = 0; x < source.width(); ++x)
+            source.setPixel(x, y, (x / 7 + y / 7) % 2 == 0 ? qRgba(255, 255, 255, 255) : qRgba(0, 0, 0, 0));
+    }
+    const QImage reduced = CVXSImageResampler::scaled(source, QSize(190, 190));
+    QCOMPARE(reduced.format(), QImage::Format_ARGB32_Premultiplied);
+    bool bSomeTranslucent = false;
+    for (int y = 0; y < reduced.height(); ++y) {
+        for (int x = 0; x < reduced.width(); ++x) {
+            const QRgb pixel = reduced.pixel(x, y);
+            const int alpha = qAlpha(pixel);
+            QVERIFY2(qRed(pixel) <= alpha && qGreen(pixel) <= alpha && qBlue(pixel) <= alpha,
+                     qPrintable(QStringLiteral("pixel %1,%2").arg(x).arg(y)));
+            bSomeTranslucent = bSomeTranslucent || (alpha > 0 && alpha < 255);
+        }
+    }
+    QVERIFY(bSomeTranslucent);
+}
+
+void TestLayoutResampler::thinLineLandsInItsTargetColumn_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("expected");
+    // 900 source columns to 300: target column i covers source columns 3i to 3i + 2.
+    QTest::newRow("left edge") << 0 << 0;
+    QTest::newRow("middle of a target pixel") << 301 << 100;
+    QTest::newRow("first of a target pixel") << 450 << 150;
+    QTest::newRow("last of a target pixel") << 602 << 200;
+    QTest::newRow("right edge") << 899 << 299;
+}
+
+void TestLayoutResampler::thinLineLandsInItsTargetColumn()
+{
+    QFETCH(int, column);
+    QFETCH(int, expected);
+    const QImage vertical = blackWithWhite(QSize(900, 90), [column](int x, int) { return x == column; });
+    const QImage reduced = CVXSImageResampler::scaled(vertical, QSize(300, 30));
+    QCOMPARE(brightestColumn(reduced), expected);
+    // A third of the line's light falls on its target column when the filter spreads none;
+    // the filter's spreading leaves well over a quarter there.
+    QVERIFY2(qRed(reduced.pixel(expected, 15)) > 255 / 4, qPrintable(QString::number(qRed(reduced.pixel(expected, 15)))));
+    // Far from the line nothing of it shows.
+    const int far = expected < 150 ? expected + 10 : expected - 10;
+    QCOMPARE(reduced.pixel(far, 15), qRgb(0, 0, 0));
+
+    // The same line lying down lands in the same target row, with the same levels.
+    const QImage reducedRows = CVXSImageResampler::scaled(transposed(vertical), QSize(30, 300));
+    QCOMPARE(transposed(reducedRows), reduced);
+}
+
+void TestLayoutResampler::edgeLandsBetweenItsTargetColumns()
+{
+    // Black up to source column 499, white from 500: in a reduction by 4 the edge falls
+    // between target columns 124 and 125.
+    const QImage source = blackWithWhite(QSize(1000, 40), [](int x, int) { return x >= 500; });
+    const QImage reduced = CVXSImageResampler::scaled(source, QSize(250, 10));
+    const int y = 5;
+    QVERIFY2(qRed(reduced.pixel(124, y)) < 128, qPrintable(QString::number(qRed(reduced.pixel(124, y)))));
+    QVERIFY2(qRed(reduced.pixel(125, y)) > 128, qPrintable(QString::number(qRed(reduced.pixel(125, y)))));
+    // Both sides of the edge mirror each other.
+    QVERIFY(std::abs(qRed(reduced.pixel(124, y)) + qRed(reduced.pixel(125, y)) - 255) <= 1);
+    // Beyond the filter's reach (three lobes of four source pixels) the sides are untouched.
+    for (int x = 0; x <= 121; ++x)
+        QCOMPARE(reduced.pixel(x, y), qRgb(0, 0, 0));
+    for (int x = 128; x < 250; ++x)
+        QCOMPARE(reduced.pixel(x, y), qRgb(255, 255, 255));
+}
+
+void TestLayoutResampler::noiseIsWithinOneLevelOfLanczosReference()
+{
+    // Colour noise of odd sizes: every channel of every pixel, edges included, is the exact
+    // filter's value rounded, give or take the fixed-point arithmetic's one level.
+    QImage source(1531, 977, QImage::Format_RGB32);
+    QRandomGenerator random(11);
+    for (int y = 0; y < source.height(); ++y) {
+        auto* pLine = reinterpret_cast<QRgb*>(source.scanLine(y));
+        for (int x = 0; x < source.width(); ++x)
+            pLine[x] = 0xff000000 | (random.generate() & 0xffffff);
+    }
+    const QSize size(433, 211);
+    const QImage reduced = CVXSImageResampler::scaled(source, size);
+    using Channel = int (*)(QRgb);
+    for (Channel pChannel : {Channel(qRed), Channel(qGreen), Channel(qBlue)}) {
+        const std::vector<double> reference = referenceReduction(source, size, pChannel);
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x) {
+                const double expected = std::clamp(reference[size_t(y) * size_t(size.width()) + size_t(x)], 0.0, 255.0);
+                const int level = pChannel(reduced.pixel(x, y));
+                QVERIFY2(std::abs(level - expected) <= 1.0,
+                         qPrintable(QStringLiteral("%1 at %2,%3 instead of %4").arg(level).arg(x).arg(y).arg(expected)));
+            }
+        }
+    }
+}
+
+void TestLayoutResampler::zonePlateMatchesLanczosReference_data()
+{
+    QTest::addColumn<int>("side");
+    QTest::addColumn<double>("minimumPsnr");
+    // A layout cell of the exported page; measured 56.3 dB.
+    QTest::newRow("2048 to 633") << 2048 << 50.0;
+    // Halved by block averages first, then filtered; measured 40.8 dB.
+    QTest::newRow("4096 to 633, halved first") << 4096 << 38.0;
+}
+
+void TestLayoutResampler::zonePlateMatchesLanczosReference()
+{
+    QFETCH(int, side);
+    QFETCH(double, minimumPsnr);
+    const QImage source = zonePlate(side);
+    const QSize size(633, 633);
+    const QImage reduced = CVXSImageResampler::scaled(source, size);
+    QCOMPARE(reduced.size(), size);
+    const std::vector<double> reference = referenceReduction(source, size);
+    const double dPsnr = psnr(reduced, reference);
+    qInfo("zone plate %d -> 633 against Lanczos-3: %.1f dB", side, dPsnr);
+    QVERIFY2(dPsnr >= minimumPsnr, qPrintable(QString::number(dPsnr, 'f', 1)));
+    // An area average, as Qt's smooth scaling does, aliases the rings near the sampling
+    // limit: the comparison tells the two apart.
+    const QImage averaged = source.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const double dAveraged = psnr(averaged, reference);
+    QVERIFY2(dAveraged < dPsnr - 5.0, qPrintable(QString::number(dAveraged, 'f', 1)));
+}
+
+void TestLayoutResampler::extremeSizes_data()
+{
+    QTest::addColumn<QSize>("source");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("one column") << QSize(1, 500) << QSize(1, 37);
+    QTest::newRow("one row") << QSize(500, 1) << QSize(37, 1);
+    QTest::newRow("to one pixel") << QSize(800, 600) << QSize(1, 1);
+    QTest::newRow("two pixels to one") << QSize(2, 2) << QSize(1, 1);
+    QTest::newRow("column to one pixel") << QSize(1, 3000) << QSize(1, 1);
+    QTest::newRow("same size") << QSize(123, 45) << QSize(123, 45);
+    QTest::newRow("enlargement") << QSize(30, 20) << QSize(300, 200);
+    QTest::newRow("one pixel enlarged") << QSize(1, 1) << QSize(50, 40);
+    QTest::newRow("wider and lower") << QSize(100, 400) << QSize(300, 100);
+}
+
+void TestLayoutResampler::extremeSizes()
+{
+    QFETCH(QSize, source);
+    QFETCH(QSize, size);
+    // A horizontal grey ramp from 40 to 200: whatever the sizes, every output level lies in
+    // between (up to the filter's ringing at the ends) and the ramp keeps its direction.
+    QImage ramp(source, QImage::Format_RGB32);
+    for (int x = 0; x < source.width(); ++x) {
+        const int level = source.width() == 1 ? 120 : 40 + 160 * x / (source.width() - 1);
+        for (int y = 0; y < source.height(); ++y)
+            ramp.setPixel(x, y, qRgb(level, level, level));
+    }
+    const QImage scaled = CVXSImageResampler::scaled(ramp, size);
+    QCOMPARE(scaled.size(), size);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const QRgb pixel = scaled.pixel(x, y);
+            QCOMPARE(qAlpha(pixel), 255);
+            QCOMPARE(qGreen(pixel), qRed(pixel));
+            QVERIFY2(qRed(pixel) >= 30 && qRed(pixel) <= 210, qPrintable(QString::number(qRed(pixel))));
+        }
+    }
+    if (size.width() > 1 && source.width() > 1)
+        QVERIFY(qRed(scaled.pixel(size.width() - 1, 0)) > qRed(scaled.pixel(0, 0)));
+}
+
+void TestLayoutResampler::nullImageOrEmptySizeGivesNullImage()
+{
+    QVERIFY(CVXSImageResampler::scaled(QImage(), QSize(10, 10)).isNull());
+    const QImage image = solidImage(QSize(20, 20), Qt::red);
+    QVERIFY(CVXSImageResampler::scaled(image, QSize(0, 10)).isNull());
+    QVERIFY(CVXSImageResampler::scaled(image, QSize(10, -1)).isNull());
+}
+
+QTEST_GUILESS_MAIN(TestLayoutResampler)
+#include "tst_layout_resampler.moc"
