@@ -58,6 +58,16 @@ bool CVXSLayoutItemArrow::hasEndHead() const
     return m_bEndHead;
 }
 
+double CVXSLayoutItemArrow::headLength() const
+{
+    return m_dHeadLength;
+}
+
+double CVXSLayoutItemArrow::headWidthRatio() const
+{
+    return m_dHeadWidthRatio;
+}
+
 void CVXSLayoutItemArrow::getStartPoint(int& x, int& y) const
 {
     x = m_nStartX;

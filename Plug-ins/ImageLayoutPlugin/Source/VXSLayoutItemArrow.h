@@ -22,6 +22,8 @@ public:
     void setHeadWidthRatio(double dHeadWidthRatio);
     bool hasStartHead() const;
     bool hasEndHead() const;
+    double headLength() const;
+    double headWidthRatio() const;
 
     void getStartPoint(int& x, int& y) const;
     void getEndPoint(int& x, int& y) const;
