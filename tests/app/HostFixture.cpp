@@ -11,7 +11,7 @@
 
 namespace {
 // Tools' windows are main windows of their own; the layout window is known by its title.
-const QString kLayoutWindowTitle = QStringLiteral("Image Layout Window");
+const QString kLayoutWindowName = QStringLiteral("Image Layout Window");
 } // namespace
 
 CHostFixture::CHostFixture()
@@ -73,7 +73,7 @@ QMdiSubWindow* CHostFixture::layoutSubWindow() const
     // Hidden sub-windows count too, so look at the children rather than the area's list.
     const QList<QMdiSubWindow*> all = area()->findChildren<QMdiSubWindow*>();
     for (QMdiSubWindow* pSubWindow : all) {
-        if (pSubWindow->widget() && pSubWindow->widget()->windowTitle() == kLayoutWindowTitle)
+        if (pSubWindow->widget() && pSubWindow->widget()->objectName() == kLayoutWindowName)
             return pSubWindow;
     }
     return nullptr;

@@ -2,6 +2,8 @@
 
 #include "VXSExportFormats.h"
 #include "VXSImageFit.h"
+#include "VXSLayoutChange.h"
+#include "VXSLayoutChangeCommand.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemImage.h"
@@ -53,6 +55,7 @@ CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
 
 CVXSLayoutManager::~CVXSLayoutManager()
 {
+    qDeleteAll(m_removedItems);
     // The window lives in the host's sub-window; deleting that takes window and view.
     // A window that was never put into a workspace is deleted on its own.
     if (m_pLayoutWindow) {
@@ -367,12 +370,13 @@ void CVXSLayoutManager::clearLayout()
     if (answer != 0)
         return;
 
+    CVXSLayoutChange change(this, tr("New Layout"));
     for (QGraphicsItem* pItem : items) {
         if (m_pLayoutView->isAuxiliaryItem(pItem))
             continue;
         if (pItem->type() == ImageItemType)
             setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
-        delete pItem;
+        removeLayoutItem(pItem);
     }
 
     m_pLayoutView->hideHandles();
@@ -380,6 +384,72 @@ void CVXSLayoutManager::clearLayout()
     m_pLayoutView->setSelectedItem(nullptr);
     m_scene.update(m_scene.sceneRect());
     m_scene.update();
+}
+
+QList<QGraphicsItem*> CVXSLayoutManager::layoutItems() const
+{
+    QList<QGraphicsItem*> items;
+    for (QGraphicsItem* pItem : m_scene.items()) {
+        if (!m_pLayoutView || !m_pLayoutView->isAuxiliaryItem(pItem))
+            items.append(pItem);
+    }
+    return items;
+}
+
+CVXSLayoutSnapshot::CellCounters CVXSLayoutManager::cellUseCounts() const
+{
+    return m_cellUseCount;
+}
+
+void CVXSLayoutManager::setCellUseCounts(const CVXSLayoutSnapshot::CellCounters& counters)
+{
+    m_cellUseCount = counters;
+}
+
+QUndoStack* CVXSLayoutManager::undoStack()
+{
+    return &m_undoStack;
+}
+
+void CVXSLayoutManager::beginChange()
+{
+    if (m_nChangeDepth++ > 0)
+        return;
+    m_changeStart = CVXSLayoutSnapshot::take(*this);
+    m_nChangeStartIndex = m_undoStack.index();
+}
+
+void CVXSLayoutManager::endChange(const QString& strText)
+{
+    if (m_nChangeDepth == 0 || --m_nChangeDepth > 0)
+        return;
+    const CVXSLayoutSnapshot after = CVXSLayoutSnapshot::take(*this);
+    // An undo or redo in the middle of the change left its start behind: the step cannot
+    // be recorded against it.
+    const bool bRecordable = m_undoStack.index() == m_nChangeStartIndex;
+    if (bRecordable && !after.sameLayout(m_changeStart))
+        m_undoStack.push(new CVXSLayoutChangeCommand(*this, m_changeStart, after, strText));
+    // Items the command took over were in the layout at the start; the others were made
+    // and removed within the change, or cannot be brought back.
+    for (QGraphicsItem* pItem : qAsConst(m_removedItems)) {
+        if (!bRecordable || !m_changeStart.items.contains(pItem))
+            delete pItem;
+    }
+    m_removedItems.clear();
+    m_changeStart = CVXSLayoutSnapshot();
+}
+
+void CVXSLayoutManager::removeLayoutItem(QGraphicsItem* pItem)
+{
+    if (!pItem)
+        return;
+    if (m_nChangeDepth == 0) {
+        delete pItem;
+        return;
+    }
+    if (pItem->scene())
+        pItem->scene()->removeItem(pItem);
+    m_removedItems.append(pItem);
 }
 
 QImage CVXSLayoutManager::renderLayoutImage(double dScale)

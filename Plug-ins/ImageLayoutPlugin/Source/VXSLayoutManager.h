@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
+#include "VXSLayoutSnapshot.h"
 
 #include <QGraphicsScene>
 #include <QImage>
@@ -8,6 +9,7 @@
 #include <QPointer>
 #include <QPrinter>
 #include <QRect>
+#include <QUndoStack>
 
 #include <array>
 #include <cstdint>
@@ -50,6 +52,21 @@ public:
     void relayoutItems(bool bKeepCells);
     void clearLayout();
 
+    // The layout items in the scene, without the view's own items.
+    QList<QGraphicsItem*> layoutItems() const;
+    CVXSLayoutSnapshot::CellCounters cellUseCounts() const;
+    void setCellUseCounts(const CVXSLayoutSnapshot::CellCounters& counters);
+
+    // Undo: every user change of the layout runs between beginChange and endChange
+    // (CVXSLayoutChange does both); a change that altered the layout becomes one command
+    // with the text on the undo stack. Changes may nest; the outermost one counts.
+    QUndoStack* undoStack();
+    void beginChange();
+    void endChange(const QString& strText);
+    // Takes the item out of the scene in place of deleting it, so that undo can put it
+    // back. Outside a change the item is deleted.
+    void removeLayoutItem(QGraphicsItem* pItem);
+
     // Output: the page as a raster image at the scale (1.0 is the scene's own size plus
     // one), written to a file the user chooses, printed on one page, copied to the clipboard.
     QImage renderLayoutImage(double dScale);
@@ -76,5 +93,12 @@ private:
     QPointer<CVXSLayoutWindow> m_pLayoutWindow; // deleted with its parent widget, see destructor
     // One print set-up serves all print jobs while the plugin runs.
     QPrinter m_printer;
-    std::array<std::uint8_t, VXSLayout::CellCounterCount> m_cellUseCount {};
+    CVXSLayoutSnapshot::CellCounters m_cellUseCount {};
+    // Declared after the scene so that it goes first: its commands own items out of the scene.
+    QUndoStack m_undoStack;
+    int m_nChangeDepth = 0;
+    int m_nChangeStartIndex = 0;
+    CVXSLayoutSnapshot m_changeStart;
+    // Removed during the open change; owned here until the change ends.
+    QList<QGraphicsItem*> m_removedItems;
 };

@@ -1,6 +1,7 @@
 #include "VXSLayoutView.h"
 
 #include "VXSImageFit.h"
+#include "VXSLayoutChange.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemEllipse.h"
 #include "VXSLayoutItemGeometry.h"
@@ -303,6 +304,7 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
     if (!scene())
         return;
     qDebug("No.of Canvas Items;%d", scene()->items().count());
+    beginGesture();
     m_activeHandle = 0;
     m_pressPoint = scenePoint(pEvent);
 
@@ -316,6 +318,7 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
     for (QGraphicsItem* pItem : items) {
         if (const int handle = handleIndex(pItem)) {
             m_activeHandle = handle;
+            m_strGestureText = tr("Resize");
             m_bImageResized = false;
             m_dragPoint = m_pressPoint;
             return;
@@ -368,6 +371,7 @@ void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
     m_pSelectedItem = pItem;
     m_targetCell = -1;
     m_bDrawing = true;
+    m_strGestureText = drawingText(pItem);
     updateWholeScene();
 }
 
@@ -509,6 +513,48 @@ void CVXSLayoutView::resizeSelected(const QPointF& point)
 
 void CVXSLayoutView::mouseReleaseEvent(QMouseEvent*)
 {
+    releaseSelected();
+    endGesture();
+}
+
+void CVXSLayoutView::beginGesture()
+{
+    // A press whose release never came ends its change here.
+    endGesture();
+    if (!m_pManager)
+        return;
+    m_pManager->beginChange();
+    m_bGestureOpen = true;
+    m_strGestureText = tr("Move");
+}
+
+void CVXSLayoutView::endGesture()
+{
+    if (!m_bGestureOpen)
+        return;
+    m_bGestureOpen = false;
+    if (m_pManager)
+        m_pManager->endChange(m_strGestureText);
+}
+
+QString CVXSLayoutView::drawingText(const QGraphicsItem* pItem)
+{
+    switch (pItem->type()) {
+    case RectangleItemType:
+        return tr("Draw Rectangle");
+    case EllipseItemType:
+        return tr("Draw Ellipse");
+    default: {
+        const auto* pArrow = static_cast<const CVXSLayoutItemArrow*>(pItem);
+        if (pArrow->hasStartHead())
+            return tr("Draw Double Arrow");
+        return pArrow->hasEndHead() ? tr("Draw Arrow") : tr("Draw Line");
+    }
+    }
+}
+
+void CVXSLayoutView::releaseSelected()
+{
     if (!m_pSelectedItem || !m_pManager)
         return;
     if (m_targetCell != -1 && m_pSelectedItem->type() == ImageItemType)
@@ -554,15 +600,20 @@ void CVXSLayoutView::mouseDoubleClickEvent(QMouseEvent* pEvent)
 
 void CVXSLayoutView::keyPressEvent(QKeyEvent* pEvent)
 {
-    if (pEvent->key() == Qt::Key_Delete && m_pSelectedItem)
+    if (pEvent->key() == Qt::Key_Delete && m_pSelectedItem) {
+        CVXSLayoutChange change(m_pManager, tr("Delete"));
         deleteSelected();
+    }
 }
 
 void CVXSLayoutView::deleteSelected()
 {
     if (m_pSelectedItem->type() == ImageItemType && m_pManager)
         m_pManager->setCellUsed(static_cast<CVXSLayoutItemImage*>(m_pSelectedItem)->getCellIndex(), false);
-    delete m_pSelectedItem;
+    if (m_pManager)
+        m_pManager->removeLayoutItem(m_pSelectedItem);
+    else
+        delete m_pSelectedItem;
     m_pSelectedItem = nullptr;
     emit selectionChanged(nullptr);
     hideHandles();

@@ -7,6 +7,7 @@
 #include <QGraphicsView>
 #include <QList>
 #include <QPointF>
+#include <QString>
 
 class CVXSLayoutItemGrid;
 class CVXSLayoutManager;
@@ -81,7 +82,12 @@ private:
     void drawArrow(const QPointF& point, int nKind);
     void moveSelected(QPointF point);
     void resizeSelected(const QPointF& point);
+    void releaseSelected();
     void dropImage();
+    // A press, the moves and the release are one change of the layout for undo.
+    void beginGesture();
+    void endGesture();
+    static QString drawingText(const QGraphicsItem* pItem);
     void normalizeSelected();
     void deleteSelected();
 
@@ -97,5 +103,7 @@ private:
     int m_activeHandle = 0;
     bool m_bImageResized = false;
     bool m_bDrawing = false;
+    bool m_bGestureOpen = false;
+    QString m_strGestureText;
     CVXSLayoutZOrder m_zOrder;
 };

@@ -2,6 +2,7 @@
 
 #include "VXSActiveDatasetGrabber.h"
 #include "VXSEditText.h"
+#include "VXSLayoutChange.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutItemText.h"
@@ -32,6 +33,7 @@
 #include <QPushButton>
 #include <QSizeGrip>
 #include <QTimer>
+#include <QUndoStack>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -229,7 +231,7 @@ void CVXSLayoutWindow::connectControls()
 
 void CVXSLayoutWindow::languageChange()
 {
-    setWindowTitle(tr("Image Layout Window"));
+    updateWindowTitle();
     m_pAnnotationGroup->setTitle(tr("Annotation"));
     m_pAnnotationGroup->setWhatsThis(QStringLiteral(
         "<b>Annotation: </b><br>To apply notes to an image, enter text in the annotation box and press Enter."
@@ -479,7 +481,41 @@ void CVXSLayoutWindow::initialize()
     connect(m_pEditTextDlg, &CVXSEditText::updateAnnotation, this, &CVXSLayoutWindow::updateAnnotation);
     connect(m_pEditTextDlg, &CVXSEditText::updateLayoutText, this, &CVXSLayoutWindow::updateLayoutText);
     connect(m_pEditTextDlg, &QDialog::rejected, this, &CVXSLayoutWindow::restoreAnnotationText);
+    createUndoActions();
     m_pMultiLineTextBtn->setFocus();
+}
+
+void CVXSLayoutWindow::createUndoActions()
+{
+    QUndoStack* pStack = m_pMngr->undoStack();
+    // Window actions, not toolbar entries; their shortcuts work while the focus is in here.
+    m_pUndoAction = pStack->createUndoAction(this, tr("Undo"));
+    m_pUndoAction->setObjectName(QStringLiteral("m_pUndoAction"));
+    m_pUndoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    m_pRedoAction = pStack->createRedoAction(this, tr("Redo"));
+    m_pRedoAction->setObjectName(QStringLiteral("m_pRedoAction"));
+    m_pRedoAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    for (QAction* pAction : {m_pUndoAction, m_pRedoAction}) {
+        pAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(pAction);
+    }
+    connect(pStack, &QUndoStack::cleanChanged, this, &CVXSLayoutWindow::updateWindowTitle);
+}
+
+void CVXSLayoutWindow::setDocumentName(const QString& strName)
+{
+    m_strDocumentName = strName;
+    updateWindowTitle();
+}
+
+void CVXSLayoutWindow::updateWindowTitle()
+{
+    QString strTitle = tr("Image Layout Window");
+    if (!m_strDocumentName.isEmpty())
+        strTitle += QStringLiteral(" - ") + m_strDocumentName;
+    if (m_pMngr && !m_pMngr->undoStack()->isClean())
+        strTitle += QLatin1Char('*');
+    setWindowTitle(strTitle);
 }
 
 void CVXSLayoutWindow::setLayoutManager(CVXSLayoutManager* pMngr)
@@ -554,6 +590,7 @@ void CVXSLayoutWindow::addImageToLayout(QImage& image)
     image = image.convertToFormat(QImage::Format_ARGB32);
     QGraphicsScene* pScene = m_pView ? m_pView->scene() : nullptr;
     if (pScene && m_pMngr && !image.isNull()) {
+        CVXSLayoutChange change(m_pMngr, tr("Paste Image"));
         auto* pItem = new CVXSLayoutItemImage(image, nullptr);
         pScene->addItem(pItem);
         m_pMngr->addImageItem(pItem, true);
@@ -607,16 +644,19 @@ void CVXSLayoutWindow::onAnnotationEnter()
     const QString strText = m_pAnnotationEdit->text();
     const bool bEmpty = strText.trimmed().isEmpty();
 
+    CVXSLayoutChange change(m_pMngr, tr("Add Text"));
     if (QGraphicsItem* pSelected = selectedTextItem()) {
         auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
         m_pView->scene()->update(pTextItem->boundingRect());
         if (bEmpty) {
-            delete pTextItem;
+            change.setText(tr("Delete"));
+            m_pMngr->removeLayoutItem(pTextItem);
             m_pView->setCurrentItem(nullptr);
             m_pView->setSelectedItem(nullptr);
             m_pView->hideHandles();
             return;
         }
+        change.setText(tr("Edit Text"));
         pTextItem->setText(strText);
         pTextItem->setTextFlags(m_nTextFlags);
         pTextItem->setFont(m_oAnnFont);
@@ -675,6 +715,7 @@ void CVXSLayoutWindow::onClickAnnFont()
         const QFont font = QFontDialog::getFont(&bAccepted, pTextItem->getFont(), this);
         if (!bAccepted)
             return;
+        CVXSLayoutChange change(m_pMngr, tr("Change Font"));
         m_oAnnFont = font;
         pTextItem->setFont(font);
         repaintChangedText(pTextItem);
@@ -695,6 +736,7 @@ void CVXSLayoutWindow::onClickAnnClr()
         const QColor color = QColorDialog::getColor(pTextItem->getColor(), this);
         if (!color.isValid())
             return;
+        CVXSLayoutChange change(m_pMngr, tr("Change Colour"));
         m_oAnnColor = color;
         pTextItem->setColor(color);
         repaintChangedText(pTextItem);
@@ -762,8 +804,22 @@ void CVXSLayoutWindow::selChngLayoutStyle()
             return;
         }
     }
+    // Undo records the style laid out, which is still the old one here.
+    CVXSLayoutChange change(m_pMngr, tr("Change Layout Style"));
     m_nCurLayoutStyle = nStyle;
     m_pMngr->relayoutItems(false);
+}
+
+int CVXSLayoutWindow::layoutStyle() const
+{
+    return m_nCurLayoutStyle;
+}
+
+void CVXSLayoutWindow::restoreLayoutStyle(int nStyle)
+{
+    const QSignalBlocker blocker(m_pLayoutStyleCombo);
+    m_pLayoutStyleCombo->setCurrentIndex(nStyle);
+    m_nCurLayoutStyle = nStyle;
 }
 
 void CVXSLayoutWindow::onClickDelete()
@@ -773,9 +829,13 @@ void CVXSLayoutWindow::onClickDelete()
         return;
     const QRect dirty = pItem->boundingRect().toRect().adjusted(-DeleteRepaintMargin, -DeleteRepaintMargin,
                                                                  DeleteRepaintMargin, DeleteRepaintMargin);
+    CVXSLayoutChange change(m_pMngr, tr("Delete"));
     if (pItem->type() == ImageItemType && m_pMngr)
         m_pMngr->setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
-    delete pItem;
+    if (m_pMngr)
+        m_pMngr->removeLayoutItem(pItem);
+    else
+        delete pItem;
     if (m_pView->scene())
         m_pView->scene()->update(dirty);
     m_pView->setCurrentItem(nullptr);
@@ -900,12 +960,18 @@ void CVXSLayoutWindow::onClickMoveZ()
     // Before any choice from the popup the button moves one step forward, although it
     // shows the "Bring to front" picture.
     int nCommand = BringForward;
-    if (m_pCurMoveZAction == m_pBringToFrontAction)
+    QString strText = tr("Bring Forward");
+    if (m_pCurMoveZAction == m_pBringToFrontAction) {
         nCommand = BringToFront;
-    else if (m_pCurMoveZAction == m_pSendBackwardAction)
+        strText = tr("Bring to Front");
+    } else if (m_pCurMoveZAction == m_pSendBackwardAction) {
         nCommand = SendBackward;
-    else if (m_pCurMoveZAction == m_pSendToBackAction)
+        strText = tr("Send Backward");
+    } else if (m_pCurMoveZAction == m_pSendToBackAction) {
         nCommand = SendToBack;
+        strText = tr("Send to Back");
+    }
+    CVXSLayoutChange change(m_pMngr, strText);
     if (m_pView)
         m_pView->reorderZ(m_pView->currentItem(), nCommand);
 }

@@ -45,6 +45,13 @@ public:
     // The frame that holds the view.
     QFrame* viewContainer() const;
     QComboBox* layoutStyleCombo() const;
+    // The style the page is laid out in; the box may already show the next one while it
+    // is being chosen.
+    int layoutStyle() const;
+    // Shows and takes the style without laying the page out again (undo, opening files).
+    void restoreLayoutStyle(int nStyle);
+    // The layout file's name for the title, empty for a layout never saved.
+    void setDocumentName(const QString& strName);
 
     virtual void createToolBar();
     virtual void initialize();
@@ -128,6 +135,9 @@ private:
     void repaintChangedText(QGraphicsItem* pTextItem);
     void restoreAnnotationText();
     void updateWholeScene();
+    void createUndoActions();
+    // The title names the layout file and ends with * while changes are unsaved.
+    void updateWindowTitle();
 
     QFrame* m_pLayoutFrame = nullptr;
     QGroupBox* m_pAnnotationGroup = nullptr;
@@ -178,4 +188,7 @@ private:
     QPixmap m_oDeleteIcon;
     // The annotation box's text when the Edit Text dialog opened; Cancel puts it back.
     QString m_strTextBeforeEdit;
+    QAction* m_pUndoAction = nullptr; // child of the window, made by the manager's undo stack
+    QAction* m_pRedoAction = nullptr;
+    QString m_strDocumentName;
 };
