@@ -20,6 +20,7 @@
 #include <QtEndian>
 #include <QtTest>
 
+#include <array>
 #include <csignal>
 #include <functional>
 #include <memory>
@@ -400,6 +401,73 @@ qint64 bytesReadSoFar()
             return line.mid(6).trimmed().toLongLong();
     }
     return -1;
+}
+
+// What the format version 1 fixture holds, written out.
+struct FixturePen
+{
+    QRgb color;
+    double dWidth;
+    Qt::PenStyle style;
+    Qt::PenCapStyle cap;
+    Qt::PenJoinStyle join;
+};
+
+struct FixtureBrush
+{
+    QRgb color;
+    Qt::BrushStyle style;
+};
+
+struct FixtureItem
+{
+    int nType;
+    std::array<double, 4> rect;
+    double z;
+    FixturePen pen;
+    FixtureBrush brush;
+};
+
+struct FixtureArrow
+{
+    QPoint start;
+    QPoint end;
+    bool bStartHead;
+    bool bEndHead;
+    double dHeadLength;
+    double dHeadWidthRatio;
+};
+
+FixturePen thinBlackPen()
+{
+    return {0xff000000, 0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
+}
+
+FixturePen oneWideBlackPen()
+{
+    return {0xff000000, 1, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin};
+}
+
+FixtureBrush noBrush()
+{
+    return {0xff000000, Qt::NoBrush};
+}
+
+void compareFixtureItem(const CVXSLayoutItemState& actual, const FixtureItem& expected)
+{
+    QCOMPARE(actual.nType, expected.nType);
+    QCOMPARE(exact(actual.rect.x()), exact(expected.rect[0]));
+    QCOMPARE(exact(actual.rect.y()), exact(expected.rect[1]));
+    QCOMPARE(exact(actual.rect.width()), exact(expected.rect[2]));
+    QCOMPARE(exact(actual.rect.height()), exact(expected.rect[3]));
+    QCOMPARE(exact(actual.z), exact(expected.z));
+    QCOMPARE(actual.pen.color().rgba(), expected.pen.color);
+    QCOMPARE(exact(actual.pen.widthF()), exact(expected.pen.dWidth));
+    QCOMPARE(actual.pen.style(), expected.pen.style);
+    QCOMPARE(actual.pen.capStyle(), expected.pen.cap);
+    QCOMPARE(actual.pen.joinStyle(), expected.pen.join);
+    QCOMPARE(actual.brush.color().rgba(), expected.brush.color);
+    QCOMPARE(actual.brush.style(), expected.brush.style);
 }
 
 bool mayWriteInto(const QString& strFolder)
@@ -941,7 +1009,76 @@ void TestLayoutFile::unsavableValuesAreRefused()
 
 void TestLayoutFile::readsFormatVersion1Fixture()
 {
-    QSKIP("fixture pending");
+    const QString strPath = QStringLiteral(VX_LAYOUT_TEST_DATA "/layout-v1.vxlayout");
+    CVXSLayoutDocument read;
+    CVXSLayoutFile file;
+    QVERIFY2(file.read(strPath, read), qPrintable(file.errorText()));
+    QCOMPARE(read.nStyle, 4);
+    QCOMPARE(read.pageSize, QSize(640, 480));
+    QCOMPARE(read.items.size(), 8);
+    const QVector<FixtureItem> expected = {
+        {ImageItemType, {19.25, 48, 192, 144}, 26, thinBlackPen(), noBrush()},
+        {ImageItemType, {400.5, 300, 64, 64}, 27, thinBlackPen(), noBrush()},
+        {TextItemType, {100, 400, 200, 30}, 30, thinBlackPen(), noBrush()},
+        {RectangleItemType, {300.5, 20.25, 120, 60}, 31, {0xff0000ff, 3, Qt::DashLine, Qt::FlatCap, Qt::MiterJoin},
+         {0x6400ff00, Qt::SolidPattern}},
+        {EllipseItemType, {450, 100, 80, 50}, 32, {0xffff0000, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin}, noBrush()},
+        {ArrowItemType, {-30, -30, 270, 220}, 33, oneWideBlackPen(), noBrush()},
+        {ArrowItemType, {10, 220, 280, 120}, 34, oneWideBlackPen(), noBrush()},
+        {ArrowItemType, {460, 10, 180, 430}, 35, oneWideBlackPen(), noBrush()},
+    };
+    for (int i = 0; i < expected.size(); ++i) {
+        compareFixtureItem(read.items.at(i), expected.at(i));
+        if (QTest::currentTestFailed())
+            QFAIL(qPrintable(QStringLiteral("item %1 differs").arg(i)));
+    }
+
+    const CVXSLayoutItemState& first = read.items.at(0);
+    QCOMPARE(first.nCellIndex, 0);
+    QCOMPARE(first.image.size(), QSize(3, 2));
+    const QVector<QRgb> firstPixels = {0xff102030, 0xff405060, 0xff708090, 0xffa0b0c0, 0xffd0e0f0, 0xff010203};
+    for (int i = 0; i < firstPixels.size(); ++i)
+        QCOMPARE(first.image.pixel(i % 3, i / 3), firstPixels.at(i));
+    QCOMPARE(first.image.textKeys(), QStringList{QStringLiteral("SourceFile")});
+    QCOMPARE(first.image.text(QStringLiteral("SourceFile")), QStringLiteral("/daten/Gr\u00f6\u00dfe/\u5c0f\u9f20.dcm"));
+
+    const CVXSLayoutItemState& second = read.items.at(1);
+    QCOMPARE(second.nCellIndex, -1);
+    QCOMPARE(second.image.format(), QImage::Format_Grayscale8);
+    QCOMPARE(second.image.size(), QSize(2, 2));
+    const QVector<int> secondLevels = {0, 85, 170, 255};
+    for (int i = 0; i < secondLevels.size(); ++i)
+        QCOMPARE(int(second.image.constScanLine(i / 2)[i % 2]), secondLevels.at(i));
+
+    const CVXSLayoutItemState& text = read.items.at(2);
+    QCOMPARE(text.strText, QStringLiteral("L\u00e4sion \u5c0f\u9f20 \u2713"));
+    QCOMPARE(text.font.toString(), QStringLiteral("DejaVu Sans,14,-1,5,75,1,0,0,0,0"));
+    QCOMPARE(text.font.family(), QStringLiteral("DejaVu Sans"));
+    QCOMPARE(text.font.pointSize(), 14);
+    QVERIFY(text.font.bold());
+    QVERIFY(text.font.italic());
+    QCOMPARE(text.color.rgba(), 0xc0ff8000u);
+    QCOMPARE(text.nTextFlags, int(Qt::AlignHCenter | Qt::AlignVCenter));
+
+    const QVector<FixtureArrow> arrows = {
+        {{10, 10}, {200, 150}, false, false, 10, 0.75},
+        {{50, 300}, {250, 260}, false, true, 12.5, 0.6},
+        {{600, 50}, {500, 400}, true, true, 15, 1},
+    };
+    for (int i = 0; i < arrows.size(); ++i) {
+        const CVXSLayoutItemState& arrow = read.items.at(5 + i);
+        QCOMPARE(arrow.startPoint, arrows.at(i).start);
+        QCOMPARE(arrow.endPoint, arrows.at(i).end);
+        QCOMPARE(arrow.bStartHead, arrows.at(i).bStartHead);
+        QCOMPARE(arrow.bEndHead, arrows.at(i).bEndHead);
+        QCOMPARE(exact(arrow.dHeadLength), exact(arrows.at(i).dHeadLength));
+        QCOMPARE(exact(arrow.dHeadWidthRatio), exact(arrows.at(i).dHeadWidthRatio));
+    }
+    // Fields of other kinds keep their defaults.
+    QCOMPARE(read.items.at(3).strText, QString());
+    QVERIFY(read.items.at(3).image.isNull());
+    QCOMPARE(read.items.at(3).nCellIndex, -1);
+    QCOMPARE(read.items.at(4).startPoint, QPoint());
 }
 
 QTEST_GUILESS_MAIN(TestLayoutFile)
