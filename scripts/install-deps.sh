@@ -18,6 +18,8 @@ PACKAGES=(
     # DICOM (exporter and image file reader) and the zlib stream inside EPS.
     libdcmtk-dev
     zlib1g-dev
+    # Layout files are zip archives.
+    libzip-dev
     # Independent readers that check what we write: each export format, printed PDF pages.
     dcmtk
     dicom3tools
@@ -27,6 +29,9 @@ PACKAGES=(
     librsvg2-bin
     libwmf-bin
     poppler-utils
+    # Independent readers of layout files: zipinfo and unzip, and Python's JSON parser.
+    unzip
+    python3
 )
 
 missing=()

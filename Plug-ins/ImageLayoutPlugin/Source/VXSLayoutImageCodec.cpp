@@ -1,0 +1,65 @@
+#include "VXSLayoutImageCodec.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QImageWriter>
+
+namespace {
+
+const QByteArray kPngSignature("\x89PNG\r\n\x1a\n", 8);
+// What an image of a pixel format the header does not tell is assumed to take per pixel.
+constexpr int kDefaultBytesPerPixel = 4;
+// PNG headers can announce sizes whose bytes overflow 64 bits; such images are refused
+// anyway, so the product stops growing here.
+constexpr qint64 kBytesCap = qint64(1) << 61;
+
+} // namespace
+
+QByteArray CVXSLayoutImageCodec::encode(const QImage& image)
+{
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "png");
+    writer.setQuality(PngQuality);
+    if (!writer.write(image))
+        return QByteArray();
+    return png;
+}
+
+qint64 CVXSLayoutImageCodec::decodedBytes(const QByteArray& png, QString& strError)
+{
+    if (!png.startsWith(kPngSignature)) {
+        strError = tr("it is not a PNG image");
+        return -1;
+    }
+    QBuffer buffer;
+    buffer.setData(png);
+    QImageReader reader(&buffer, "png");
+    const QSize size = reader.size();
+    if (!size.isValid()) {
+        strError = tr("its PNG header is damaged");
+        return -1;
+    }
+    return decodedBytes(size, reader.imageFormat());
+}
+
+qint64 CVXSLayoutImageCodec::decodedBytes(const QSize& size, QImage::Format format)
+{
+    const int nBytesPerPixel = format == QImage::Format_Invalid
+                                   ? kDefaultBytesPerPixel
+                                   : qMax(1, QImage::toPixelFormat(format).bitsPerPixel() / 8);
+    const qint64 nPixels = qint64(size.width()) * size.height();
+    return qMin(nPixels, kBytesCap / nBytesPerPixel) * nBytesPerPixel;
+}
+
+QImage CVXSLayoutImageCodec::decode(const QByteArray& png, QString& strError)
+{
+    QBuffer buffer;
+    buffer.setData(png);
+    QImageReader reader(&buffer, "png");
+    const QImage image = reader.read();
+    if (image.isNull())
+        strError = tr("its PNG data cannot be decoded (%1)").arg(reader.errorString());
+    return image;
+}
