@@ -1,5 +1,6 @@
 #include "VXHostMainWindow.h"
 
+#include "VXDocumentMenus.h"
 #include "VXSampleData.h"
 #include "VXToolPluginLoader.h"
 
@@ -69,7 +70,9 @@ CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
     setCentralWidget(m_pArea);
     CVXSWorkspace::instance()->setMdiArea(m_pArea);
 
+    m_pDocumentMenus = new CVXDocumentMenus(m_tools, m_pArea, this);
     createFileMenu();
+    createEditMenu();
     createToolsMenu();
     createWindowMenu();
 }
@@ -167,6 +170,7 @@ void CVXHostMainWindow::attachTool(CVXToolPluginBase* pTool)
     connect(pWorkspace, &CVXSWorkspace::sequenceChanged, pTool, &CVXToolPluginBase::onSignalSequenceChanged);
     connect(pWorkspace, &CVXSWorkspace::sequenceRemoved, pTool, &CVXToolPluginBase::onSignalSequenceRemoved);
     // Asking for the entry makes the tool announce it, which lands it in the Tools menu.
+    m_pDocumentMenus->updateFileActions();
     QAction* pAction = pTool->getToolAction();
     if (!pAction)
         return;
@@ -177,8 +181,17 @@ void CVXHostMainWindow::attachTool(CVXToolPluginBase* pTool)
     });
 }
 
+void CVXHostMainWindow::offerRecovery()
+{
+    m_pDocumentMenus->offerRecovery();
+}
+
 void CVXHostMainWindow::closeEvent(QCloseEvent* pEvent)
 {
+    if (!m_pDocumentMenus->queryClose()) {
+        pEvent->ignore();
+        return;
+    }
     CVXPreference::getSettings()->setValue(kGeometryKey, saveGeometry());
     CVXPreference::getSettings()->sync();
     QMainWindow::closeEvent(pEvent);
@@ -196,9 +209,18 @@ void CVXHostMainWindow::createFileMenu()
     connect(addMenuAction(pMenu, QStringLiteral("actionOpenSamples"), tr("Open Samples")),
             &QAction::triggered, this, &CVXHostMainWindow::openSamples);
     pMenu->addSeparator();
+    m_pDocumentMenus->addFileActions(pMenu);
+    pMenu->addSeparator();
     QAction* pQuit = addMenuAction(pMenu, QStringLiteral("actionQuit"), tr("&Quit"));
     pQuit->setShortcut(QKeySequence::Quit);
     connect(pQuit, &QAction::triggered, this, &QWidget::close);
+}
+
+void CVXHostMainWindow::createEditMenu()
+{
+    QMenu* pMenu = menuBar()->addMenu(tr("&Edit"));
+    pMenu->setObjectName(QStringLiteral("menuEdit"));
+    m_pDocumentMenus->fillEditMenu(pMenu);
 }
 
 void CVXHostMainWindow::createToolsMenu()

@@ -12,6 +12,7 @@ class QActionGroup;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
+class CVXDocumentMenus;
 class CVXSChildWindow;
 class CVXToolPluginBase;
 
@@ -44,12 +45,15 @@ public:
     // the image and sequence windows. The main window owns the tool from now on; a tool
     // attached before is left as it is.
     void attachTool(CVXToolPluginBase* pTool);
+    // Lets the tools offer what a session that ended abnormally left unsaved.
+    void offerRecovery();
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
 
 private:
     void createFileMenu();
+    void createEditMenu();
     void createToolsMenu();
     void createWindowMenu();
     void updateWindowMenu();
@@ -74,6 +78,7 @@ private:
     void reportUnreadable(const QStringList& failures, const QString& strConsequence);
 
     QMdiArea* m_pArea = nullptr; // central widget
+    CVXDocumentMenus* m_pDocumentMenus = nullptr; // child
     QMenu* m_pToolsMenu = nullptr;
     QMenu* m_pWindowMenu = nullptr;
     QActionGroup* m_pWindowList = nullptr; // child of the main window; one action per window

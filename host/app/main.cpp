@@ -53,6 +53,7 @@ int main(int argc, char* argv[])
             window.openSamples();
         showLayoutWindow();
         window.openImageFiles(files);
+        window.offerRecovery();
     });
     if (parser.isSet(quitAfter))
         QTimer::singleShot(parser.value(quitAfter).toInt(), &app, &QCoreApplication::quit);

@@ -100,7 +100,10 @@ void TestAppMainWindow::menusHoldTheirActions_data()
     QTest::addColumn<QStringList>("actions");
     QTest::newRow("File") << "menuFile"
                           << QStringList {"actionOpenImages", "actionOpenSequence", "actionOpenSamples", "-",
+                                          "actionOpenLayout", "actionSaveLayout", "actionSaveLayoutAs", "-",
                                           "actionQuit"};
+    // Undo and Redo follow the active tool window.
+    QTest::newRow("Edit") << "menuEdit" << QStringList {"actionUndo", "actionRedo"};
     // Tools start with what the built-in tools announce; plugins add theirs.
     QTest::newRow("Tools") << "menuTools" << QStringList {"Image Layout Window"};
     // The open windows follow the separator.
@@ -123,7 +126,12 @@ void TestAppMainWindow::actionTexts_data()
     QTest::newRow("open images") << "actionOpenImages" << "&Open Images...";
     QTest::newRow("open sequence") << "actionOpenSequence" << "Open &Sequence...";
     QTest::newRow("open samples") << "actionOpenSamples" << "Open Samples";
+    QTest::newRow("open layout") << "actionOpenLayout" << "Open &Layout...";
+    QTest::newRow("save layout") << "actionSaveLayout" << "Save La&yout";
+    QTest::newRow("save layout as") << "actionSaveLayoutAs" << "Save Layout &As...";
     QTest::newRow("quit") << "actionQuit" << "&Quit";
+    QTest::newRow("undo with no tool window") << "actionUndo" << "&Undo";
+    QTest::newRow("redo with no tool window") << "actionRedo" << "&Redo";
     QTest::newRow("tile") << "actionTile" << "&Tile";
     QTest::newRow("cascade") << "actionCascade" << "&Cascade";
 }

@@ -18,7 +18,7 @@ QString rectText(const QRectF& rect)
     return QStringLiteral("(%1,%2 %3x%4)").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
 }
 
-QString describe(const CVXSLayoutItemState& state)
+QString describeState(const CVXSLayoutItemState& state)
 {
     return QStringLiteral("type %1 rect %2 z %3 pen %4/%5 brush %6 text \"%7\" font %8 colour %9 flags %10 "
                           "line (%11,%12)-(%13,%14) heads %15%16 %17/%18 cell %19 image %20x%21")
@@ -80,6 +80,19 @@ LayoutRecord LayoutRecord::take(CVXSLayoutManager& manager)
     return record;
 }
 
+QString LayoutRecord::describe() const
+{
+    QStringList lines;
+    for (const CVXSLayoutItemState& state : items)
+        lines << describeState(state);
+    lines << QStringLiteral("style %1 shown %2 top z %3 selected %4").arg(nStyle).arg(nShownStyle).arg(nTopZ).arg(nSelected);
+    QStringList counters;
+    for (std::uint8_t counter : cellCounters)
+        counters << QString::number(counter);
+    lines << counters.join(QLatin1Char(' '));
+    return lines.join(QLatin1Char('\n'));
+}
+
 QString LayoutRecord::differenceFrom(const LayoutRecord& other, Identity identity) const
 {
     QStringList differences;
@@ -87,7 +100,7 @@ QString LayoutRecord::differenceFrom(const LayoutRecord& other, Identity identit
         differences << QStringLiteral("%1 items, expected %2").arg(items.size()).arg(other.items.size());
     for (int i = 0; i < qMin(items.size(), other.items.size()); ++i) {
         if (!sameState(items[i], other.items[i]))
-            differences << QStringLiteral("item %1: %2\n   expected %3").arg(i).arg(describe(items[i]), describe(other.items[i]));
+            differences << QStringLiteral("item %1: %2\n   expected %3").arg(i).arg(describeState(items[i]), describeState(other.items[i]));
         else if (identity == Identity::Same && identities[i] != other.identities[i])
             differences << QStringLiteral("item %1 is another object").arg(i);
     }

@@ -23,6 +23,9 @@ public:
     // Identity::Same the items must also be the very same objects (undo keeps them).
     QString differenceFrom(const LayoutRecord& other, Identity identity = Identity::Same) const;
 
+    // Every item and the page, one line each, for comparing with a record of another process.
+    QString describe() const;
+
     QVector<CVXSLayoutItemState> items;
     QVector<const QGraphicsItem*> identities;
     int nStyle = 0;

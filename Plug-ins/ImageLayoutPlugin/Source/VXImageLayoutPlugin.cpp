@@ -1,13 +1,21 @@
 #include "VXImageLayoutPlugin.h"
 
+#include "VXSLayoutFileCommands.h"
 #include "VXSLayoutManager.h"
+#include "VXSLayoutRecovery.h"
 #include "VXSLayoutWindow.h"
 
 #include <VXSMdiSubWindow.h>
+#include <VXSMessageBox.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
 #include <QClipboard>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMessageBox>
 #include <QGuiApplication>
 #include <QPixmap>
 
@@ -80,6 +88,7 @@ bool CVXImageLayoutPlugin::initializeTool()
     if (m_pLayoutMngr)
         return true;
     m_pLayoutMngr = new CVXSLayoutManager;
+    m_pLayoutMngr->fileCommands()->enableRecovery();
     CVXSLayoutWindow* pWindow = m_pLayoutMngr->getLayoutWindow();
     connect(pWindow, &CVXSLayoutWindow::copyToClipBoard, this,
             &CVXImageLayoutPlugin::onSignalCopyContentToClipBoard);
@@ -102,6 +111,67 @@ void CVXImageLayoutPlugin::onSignalGetPrintPixmap(bool)
     const QImage image = m_pLayoutMngr->renderLayoutImage(1.0);
     if (!image.isNull())
         shootPrintPixmap(QPixmap::fromImage(image));
+}
+
+bool CVXImageLayoutPlugin::hasDocuments()
+{
+    return true;
+}
+
+QUndoStack* CVXImageLayoutPlugin::undoStack()
+{
+    return m_pLayoutMngr ? m_pLayoutMngr->undoStack() : nullptr;
+}
+
+QWidget* CVXImageLayoutPlugin::documentWidget()
+{
+    return m_pLayoutMngr ? m_pLayoutMngr->getLayoutWindow() : nullptr;
+}
+
+bool CVXImageLayoutPlugin::saveDocument(bool bChooseName)
+{
+    showToolWindow();
+    return m_pLayoutMngr && m_pLayoutMngr->fileCommands()->save(bChooseName);
+}
+
+bool CVXImageLayoutPlugin::openDocument()
+{
+    showToolWindow();
+    return m_pLayoutMngr && m_pLayoutMngr->fileCommands()->open();
+}
+
+bool CVXImageLayoutPlugin::queryClose()
+{
+    return !m_pLayoutMngr || m_pLayoutMngr->fileCommands()->queryClose();
+}
+
+void CVXImageLayoutPlugin::offerRecovery()
+{
+    const QString strPath = CVXSLayoutRecovery::filePath();
+    const QFileInfo copy(strPath);
+    if (!copy.exists() || (m_pLayoutMngr && m_pLayoutMngr->fileCommands()->recovery()))
+        return;
+    const int nAnswer = CVXSMessageBox::question(
+        nullptr, CVXUtilityFns::getAppName(),
+        tr("The Image Layout window was not closed normally.\nRestore the layout as it was on %1?")
+            .arg(QLocale().toString(copy.lastModified(), QLocale::ShortFormat)),
+        QMessageBox::Yes | QMessageBox::Default, QMessageBox::No | QMessageBox::Escape);
+    if (nAnswer != 0) {
+        QFile::remove(strPath);
+        return;
+    }
+    showToolWindow();
+    if (m_pLayoutMngr)
+        m_pLayoutMngr->fileCommands()->restoreRecovery(strPath);
+}
+
+void CVXImageLayoutPlugin::showToolWindow()
+{
+    initializeTool();
+    if (QAction* pAction = getToolAction(); pAction && !pAction->isChecked())
+        pAction->setChecked(true);
+    if (m_pLayoutMngr)
+        m_pLayoutMngr->showLayoutWindow(true);
 }
 
 CVXSLayoutManager* CVXImageLayoutPlugin::layoutManager() const

@@ -30,6 +30,15 @@ public:
     // The host prints the layout as it is shown, at its own size.
     void onSignalGetPrintPixmap(bool bColor) override;
 
+    // The layout as a document for the host's Edit and File menus.
+    bool hasDocuments() override;
+    QUndoStack* undoStack() override;
+    QWidget* documentWidget() override;
+    bool saveDocument(bool bChooseName) override;
+    bool openDocument() override;
+    bool queryClose() override;
+    void offerRecovery() override;
+
     // Null before first use and after resetTool.
     CVXSLayoutManager* layoutManager() const;
 
@@ -46,6 +55,8 @@ public slots:
 private:
     void relayDatasetStatus(CVXSDataset* pDataset);
     void relaySequenceStatus(CVXSSequenceDataset* pDataset);
+    // Builds the window on first use and shows it, checking the menu entry.
+    void showToolWindow();
 
     QAction* m_pToolAction = nullptr; // child of the plugin
     // Owned by the plugin; deleting it deletes the window's sub-window in the workspace.

@@ -4,6 +4,8 @@
 #include "VXSImageFit.h"
 #include "VXSLayoutChange.h"
 #include "VXSLayoutChangeCommand.h"
+#include "VXSLayoutDocument.h"
+#include "VXSLayoutFileCommands.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemImage.h"
@@ -32,6 +34,8 @@
 #include <QPrintDialog>
 #include <QScreen>
 
+#include <algorithm>
+
 using namespace VXSLayout;
 using VXSImageFit::Centring;
 
@@ -51,6 +55,7 @@ CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
     m_pLayoutWindow->initialize();
     centreWindow();
     m_cellUseCount.fill(0);
+    m_pFileCommands = std::make_unique<CVXSLayoutFileCommands>(*this);
 }
 
 CVXSLayoutManager::~CVXSLayoutManager()
@@ -360,14 +365,7 @@ void CVXSLayoutManager::clearLayout()
     if (!m_pLayoutView)
         return;
     const QList<QGraphicsItem*> items = m_scene.items(Qt::DescendingOrder);
-    if (items.count() <= AuxiliaryItemCount)
-        return;
-
-    const int answer = CVXSMessageBox::question(m_pLayoutView, CVXUtilityFns::getAppName(),
-                                                tr("Are you sure you want to clear the layout?\n"),
-                                                QMessageBox::Yes,
-                                                QMessageBox::No | QMessageBox::Default | QMessageBox::Escape);
-    if (answer != 0)
+    if (items.count() <= AuxiliaryItemCount || !confirmClear())
         return;
 
     CVXSLayoutChange change(this, tr("New Layout"));
@@ -384,6 +382,95 @@ void CVXSLayoutManager::clearLayout()
     m_pLayoutView->setSelectedItem(nullptr);
     m_scene.update(m_scene.sceneRect());
     m_scene.update();
+}
+
+bool CVXSLayoutManager::confirmClear()
+{
+    const int answer = CVXSMessageBox::question(m_pLayoutView, CVXUtilityFns::getAppName(),
+                                                tr("Are you sure you want to clear the layout?\n"),
+                                                QMessageBox::Yes,
+                                                QMessageBox::No | QMessageBox::Default | QMessageBox::Escape);
+    return answer == 0;
+}
+
+bool CVXSLayoutManager::isEmpty() const
+{
+    return layoutItems().isEmpty();
+}
+
+CVXSLayoutDocument CVXSLayoutManager::document() const
+{
+    CVXSLayoutDocument document;
+    document.nStyle = m_pLayoutWindow ? m_pLayoutWindow->layoutStyle() : 0;
+    document.pageSize = m_scene.sceneRect().size().toSize();
+    QList<QGraphicsItem*> items = layoutItems();
+    std::sort(items.begin(), items.end(),
+              [](const QGraphicsItem* a, const QGraphicsItem* b) { return a->zValue() < b->zValue(); });
+    for (const QGraphicsItem* pItem : items)
+        document.items.push_back(CVXSLayoutItemState::capture(*pItem));
+    return document;
+}
+
+void CVXSLayoutManager::replaceLayout(const CVXSLayoutDocument& document)
+{
+    if (!m_pLayoutView || !m_pLayoutWindow)
+        return;
+    removeAllItems();
+    m_pLayoutWindow->restoreLayoutStyle(document.nStyle);
+    m_pLayoutView->showCells(document.nStyle);
+    placeDocumentItems(document);
+    fitToPage(document.pageSize);
+    m_pLayoutView->hideHandles();
+    m_pLayoutView->setCurrentItem(nullptr);
+    m_pLayoutView->setSelectedItem(nullptr);
+    m_scene.update();
+}
+
+void CVXSLayoutManager::removeAllItems()
+{
+    // The history goes first: its commands own the items that are out of the scene.
+    m_undoStack.clear();
+    const QList<QGraphicsItem*> items = layoutItems();
+    if (m_pLayoutView)
+        m_pLayoutView->setCurrentItem(nullptr);
+    qDeleteAll(items);
+    m_cellUseCount.fill(0);
+}
+
+void CVXSLayoutManager::placeDocumentItems(const CVXSLayoutDocument& document)
+{
+    int topZ = BaseZ;
+    for (const CVXSLayoutItemState& state : document.items) {
+        QGraphicsItem* pItem = state.createItem();
+        if (!pItem)
+            continue;
+        m_scene.addItem(pItem);
+        if (state.nType == ImageItemType && state.nCellIndex != -1)
+            setCellUsed(state.nCellIndex, true);
+        topZ = qMax(topZ, int(state.z));
+    }
+    m_pLayoutView->setTopZ(topZ);
+}
+
+void CVXSLayoutManager::fitToPage(const QSizeF& documentPage)
+{
+    const QSizeF page = m_scene.sceneRect().size();
+    if (documentPage.isEmpty() || page.isEmpty() || documentPage == page)
+        return;
+    const double sx = page.width() / documentPage.width();
+    const double sy = page.height() / documentPage.height();
+    const int style = currentStyle();
+    for (QGraphicsItem* pItem : layoutItems()) {
+        if (pItem->type() == ImageItemType)
+            relayoutImage(static_cast<CVXSLayoutItemImage*>(pItem), true, style, sx, sy);
+        else
+            scaleItem(pItem, sx, sy);
+    }
+}
+
+CVXSLayoutFileCommands* CVXSLayoutManager::fileCommands() const
+{
+    return m_pFileCommands.get();
 }
 
 QList<QGraphicsItem*> CVXSLayoutManager::layoutItems() const

@@ -13,8 +13,11 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 
 class QGraphicsItem;
+class CVXSLayoutDocument;
+class CVXSLayoutFileCommands;
 class CVXSLayoutItemImage;
 class CVXSLayoutView;
 class CVXSLayoutWindow;
@@ -51,6 +54,15 @@ public:
     int cellUseCount(int nCell) const;
     void relayoutItems(bool bKeepCells);
     void clearLayout();
+    // Asks whether the layout may be cleared; true when the user agreed.
+    bool confirmClear();
+    bool isEmpty() const;
+
+    // Layout files: the layout as a document, and a document put in place of the layout
+    // (fitted to the page as it is now), which leaves nothing to undo.
+    CVXSLayoutDocument document() const;
+    void replaceLayout(const CVXSLayoutDocument& document);
+    CVXSLayoutFileCommands* fileCommands() const;
 
     // The layout items in the scene, without the view's own items.
     QList<QGraphicsItem*> layoutItems() const;
@@ -85,6 +97,9 @@ private:
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
     // One round of the export dialog; true when the user asked to choose again.
     bool exportOnce();
+    void removeAllItems();
+    void placeDocumentItems(const CVXSLayoutDocument& document);
+    void fitToPage(const QSizeF& documentPage);
     static QSize printedSize(const QSize& imageSize, QPrinter& printer, const QWidget* pScreenWidget,
                              int nPrintMode);
 
@@ -101,4 +116,5 @@ private:
     CVXSLayoutSnapshot m_changeStart;
     // Removed during the open change; owned here until the change ends.
     QList<QGraphicsItem*> m_removedItems;
+    std::unique_ptr<CVXSLayoutFileCommands> m_pFileCommands;
 };

@@ -9,6 +9,7 @@
 
 class QAction;
 class QPixmap;
+class QUndoStack;
 class QWidget;
 class CVXSDataset;
 class CVXSSequenceDataset;
@@ -34,6 +35,26 @@ public:
     // Has the host copy the named content of the active image window (for a sequence
     // window, the tab of that name) to the system clipboard.
     void shootCopyToClipBoard(QString strContentName);
+
+    // A tool whose window holds a document the user edits and keeps in files. The host's
+    // Edit and File menus act on the tool window that is active through these; they are
+    // plain functions, not slots, and the defaults describe a tool without documents.
+    // Whether the tool has documents at all.
+    virtual bool hasDocuments();
+    // The undo history of the tool's document, null while there is none.
+    virtual QUndoStack* undoStack();
+    // The widget the tool put into the workspace, null while there is none.
+    virtual QWidget* documentWidget();
+    // Saves the document, under a name the user chooses first when bChooseName is set or
+    // when it has none yet; false when nothing was saved.
+    virtual bool saveDocument(bool bChooseName);
+    // Lets the user choose a file and opens it in place of the document; false when
+    // nothing was opened.
+    virtual bool openDocument();
+    // Before the host quits: asks about unsaved changes; false when the user cancelled.
+    virtual bool queryClose();
+    // At start: offers what a session that ended abnormally left unsaved.
+    virtual void offerRecovery();
 
 public slots:
     virtual int getToolType();

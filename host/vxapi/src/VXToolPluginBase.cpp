@@ -54,6 +54,40 @@ void CVXToolPluginBase::shootCopyToClipBoard(QString strContentName)
         QGuiApplication::clipboard()->setImage(pChild->grabImage(false));
 }
 
+bool CVXToolPluginBase::hasDocuments()
+{
+    return false;
+}
+
+QUndoStack* CVXToolPluginBase::undoStack()
+{
+    return nullptr;
+}
+
+QWidget* CVXToolPluginBase::documentWidget()
+{
+    return nullptr;
+}
+
+bool CVXToolPluginBase::saveDocument(bool)
+{
+    return false;
+}
+
+bool CVXToolPluginBase::openDocument()
+{
+    return false;
+}
+
+bool CVXToolPluginBase::queryClose()
+{
+    return true;
+}
+
+void CVXToolPluginBase::offerRecovery()
+{
+}
+
 int CVXToolPluginBase::getToolType()
 {
     return 0;
