@@ -380,6 +380,26 @@ QJsonObject withItemValue(int nItem, const QString& strKey, const QJsonValue& va
     return json;
 }
 
+// Nine images announcing 11000 x 11000 pixels (462 MiB each once decoded): each one is within
+// the budget of a single image, all of them together are not.
+QByteArray nineLargeImages()
+{
+    QJsonObject json = baseJson();
+    QJsonArray items = json.value(QStringLiteral("items")).toArray();
+    const QJsonObject image = items.first().toObject();
+    QVector<QPair<QString, QByteArray>> entries;
+    for (int i = 0; i < 9; ++i) {
+        const QString strEntry = QStringLiteral("images/%1.png").arg(i);
+        QJsonObject item = image;
+        item.insert(QStringLiteral("image"), strEntry);
+        items.append(item);
+        entries.append({strEntry, pngAnnouncing(11000, 11000)});
+    }
+    json.insert(QStringLiteral("items"), items);
+    entries.append({kJsonEntry, QJsonDocument(json).toJson()});
+    return zipBytes(entries);
+}
+
 // A damaged copy of an archive of stored entries: one byte inside the PNG data changed,
 // headers intact.
 QByteArray withDamagedImageData(QByteArray zip)
@@ -836,6 +856,8 @@ void TestLayoutFile::badInputIsRefused_data()
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()},
                      {QStringLiteral("images/0.png"), pngAnnouncing(100000, 100000)}})
         << "the image \"images/0.png\" would take 38147 MiB of memory; a layout file keeps images of at most 512 MiB";
+    QTest::newRow("images over 4 GiB together") << nineLargeImages()
+                                                << "its images would take more than 4096 MiB of memory together";
     QTest::newRow("PNG header cut off")
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()}, {QStringLiteral("images/0.png"), smallPng().left(20)}})
         << "the image \"images/0.png\" cannot be used: its PNG header is damaged";
