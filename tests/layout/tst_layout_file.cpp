@@ -695,12 +695,23 @@ void TestLayoutFile::independentReadersAcceptTheFile()
     QCOMPARE(items.at(3).toObject().value(QStringLiteral("text")).toString(), kNonAsciiText);
     QCOMPARE(items.at(4).toObject().value(QStringLiteral("pen")).toObject().value(QStringLiteral("color")).toString(),
              QStringLiteral("#ff0000ff"));
-    // The images are PNG files any reader takes.
-    const ProcessResult png = run(QStringLiteral("unzip"), {QStringLiteral("-p"), strPath, QStringLiteral("images/1.png")});
-    QCOMPARE(png.nExitCode, 0);
-    QImage image;
-    QVERIFY(image.loadFromData(png.output, "png"));
-    QCOMPARE(image.size(), QSize(8, 6));
+    // The images are PNG files that pass pngcheck, text chunks included.
+    for (const QString& strEntry : {QStringLiteral("images/0.png"), QStringLiteral("images/1.png")}) {
+        const ProcessResult png = run(QStringLiteral("unzip"), {QStringLiteral("-p"), strPath, strEntry});
+        QCOMPARE(png.nExitCode, 0);
+        const QString strPng = path(QStringLiteral("extracted.png"));
+        QVERIFY(writeBytes(strPng, png.output));
+        const ProcessResult check = run(QStringLiteral("pngcheck"), {QStringLiteral("-vt"), strPng});
+        QVERIFY2(check.nExitCode == 0, check.output.constData());
+        QVERIFY2(check.output.contains("No errors detected"), check.output.constData());
+        if (strEntry.endsWith(QLatin1String("0.png"))) {
+            QVERIFY2(check.output.contains("24-bit RGB"), check.output.constData());
+            QVERIFY2(check.output.contains("keyword: SourceFile"), check.output.constData());
+            QVERIFY2(check.output.contains("keyword: StudyInstanceUID"), check.output.constData());
+        } else {
+            QVERIFY2(check.output.contains("8 x 6 image, 16-bit grayscale"), check.output.constData());
+        }
+    }
 }
 
 void TestLayoutFile::nonAsciiFileName()

@@ -1,5 +1,7 @@
 #include "VXSLayoutImageCodec.h"
 
+#include "VXSPngEncoder.h"
+
 #include <QBuffer>
 #include <QImageReader>
 #include <QImageWriter>
@@ -16,6 +18,20 @@ constexpr qint64 kBytesCap = qint64(1) << 61;
 } // namespace
 
 QByteArray CVXSLayoutImageCodec::encode(const QImage& image)
+{
+    // PNG holds straight alpha; Qt's writer would convert the same way.
+    const QImage straight = image.format() == QImage::Format_ARGB32_Premultiplied
+                                ? image.convertToFormat(QImage::Format_ARGB32)
+                                : image;
+    if (CVXSPngEncoder::handles(straight.format())) {
+        const QByteArray png = CVXSPngEncoder::encode(straight);
+        if (!png.isEmpty())
+            return png;
+    }
+    return encodeWithQt(image);
+}
+
+QByteArray CVXSLayoutImageCodec::encodeWithQt(const QImage& image)
 {
     QByteArray png;
     QBuffer buffer(&png);
