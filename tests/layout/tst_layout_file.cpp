@@ -510,6 +510,8 @@ private slots:
     void itemsMadeFromTheFileMatchTheOriginals();
     void imagesStayLossless_data();
     void imagesStayLossless();
+    void keysPngCannotHoldDoNotStopTheSave_data();
+    void keysPngCannotHoldDoNotStopTheSave();
     void sharedImageIsStoredOnce();
     void independentReadersAcceptTheFile();
     void nonAsciiFileName();
@@ -646,6 +648,36 @@ void TestLayoutFile::imagesStayLossless()
     QVERIFY(samePixels(readImage, image, QImage::Format(compareFormat)));
     QCOMPARE(readImage.text(QStringLiteral("SourceFile")), kNonAsciiProvenance);
     QCOMPARE(textKeysOf(readImage), textKeysOf(image));
+}
+
+void TestLayoutFile::keysPngCannotHoldDoNotStopTheSave_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::newRow("RGB32, own encoder") << int(QImage::Format_RGB32);
+    QTest::newRow("Indexed8, Qt's writer") << int(QImage::Format_Indexed8);
+}
+
+void TestLayoutFile::keysPngCannotHoldDoNotStopTheSave()
+{
+    QFETCH(int, format);
+    // PNG keywords are Latin-1 without leading, trailing or double spaces; libpng stops on others.
+    QImage image = provenanceImage(QSize(16, 16), QImage::Format(format), 5);
+    image.setText(QStringLiteral("   "), QStringLiteral("blank key"));
+    image.setText(QStringLiteral(" Study\tUID "), QStringLiteral("1.2.3"));
+    image.setText(QStringLiteral("\u5c0f\u9f20"), QStringLiteral("mouse"));
+    CVXSLayoutDocument written;
+    written.pageSize = QSize(100, 100);
+    written.items.append(imageItem(image, QRectF(0, 0, 16, 16), -1));
+    CVXSLayoutFile file;
+    QVERIFY2(file.write(path(QStringLiteral("key.vxlayout")), written), qPrintable(file.errorText()));
+    CVXSLayoutDocument read;
+    QVERIFY2(file.read(path(QStringLiteral("key.vxlayout")), read), qPrintable(file.errorText()));
+    const QImage readImage = read.items.at(0).image;
+    QVERIFY(samePixels(readImage, image, QImage::Format_ARGB32));
+    QCOMPARE(textKeysOf(readImage),
+             (QStringList{QStringLiteral("?\?=mouse"), QStringLiteral("SourceFile=") + kNonAsciiProvenance,
+                          QStringLiteral("Study UID=1.2.3"),
+                          QStringLiteral("StudyInstanceUID=1.2.826.0.1.3680043.2.1125.1.42")}));
 }
 
 void TestLayoutFile::sharedImageIsStoredOnce()

@@ -20,6 +20,9 @@ public:
     // The PNG data; empty when the image could not be encoded.
     static QByteArray encode(const QImage& image);
     static QByteArray encodeWithQt(const QImage& image);
+    // The image with its text keys as PNG can hold them (see CVXSPngEncoder::keyword); a
+    // copy only when a key has to change, which is rare.
+    static QImage withPngKeywords(const QImage& image);
     // The memory the decoded image takes, from its PNG header; -1 with strError set when the
     // data is no PNG or its header cannot be read.
     static qint64 decodedBytes(const QByteArray& png, QString& strError);

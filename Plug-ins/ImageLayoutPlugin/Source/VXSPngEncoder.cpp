@@ -95,9 +95,10 @@ QByteArray CVXSPngEncoder::encode(const QImage& image)
     QVector<QByteArray> keys;
     QVector<QByteArray> values;
     for (const QString& strKey : image.textKeys()) {
-        if (strKey.isEmpty())
+        const QString strKeyword = keyword(strKey);
+        if (strKeyword.isEmpty())
             continue;
-        keys.append(strKey.left(kMaxKeywordLength).toLatin1());
+        keys.append(strKeyword.toLatin1());
         values.append(image.text(strKey).toUtf8());
     }
     QVector<png_text> texts(keys.size());
@@ -120,4 +121,15 @@ QByteArray CVXSPngEncoder::encode(const QImage& image)
     }
     png_destroy_write_struct(&pPng, &pInfo);
     return bWritten ? png : QByteArray();
+}
+
+QString CVXSPngEncoder::keyword(const QString& strKey)
+{
+    QString strKeyword;
+    for (const QChar character : strKey.simplified()) {
+        const ushort nCode = character.unicode();
+        const bool bAllowed = (nCode >= 0x20 && nCode <= 0x7e) || (nCode >= 0xa1 && nCode <= 0xff);
+        strKeyword.append(bAllowed ? character : QLatin1Char('?'));
+    }
+    return strKeyword.left(kMaxKeywordLength).trimmed();
 }

@@ -14,4 +14,7 @@ public:
     static bool handles(QImage::Format format);
     // The PNG data; empty when the format is not handled or libpng failed.
     static QByteArray encode(const QImage& image);
+    // The text key as a PNG keyword (Latin-1, no leading, trailing or double spaces, at most
+    // 79 characters; others become '?'); empty when nothing of it is left.
+    static QString keyword(const QString& strKey);
 };
