@@ -533,6 +533,9 @@ private:
     QString path(const QString& strName) const { return m_pDir->filePath(strName); }
     // Reads a file that must be refused and checks the message and the document.
     void expectRefused(const QString& strPath, const QString& strReason);
+    // Saves a layout of the one image and reads the image back; false with a warning when
+    // the file could not be written or read.
+    bool imageThroughFile(const QImage& image, QImage& readImage) const;
 
     std::unique_ptr<QTemporaryDir> m_pDir;
 };
@@ -560,6 +563,22 @@ void TestLayoutFile::expectRefused(const QString& strPath, const QString& strRea
     QCOMPARE(document.pageSize, untouched.pageSize);
     QCOMPARE(document.items.size(), untouched.items.size());
     QVERIFY(document.items.first() == untouched.items.first());
+}
+
+bool TestLayoutFile::imageThroughFile(const QImage& image, QImage& readImage) const
+{
+    CVXSLayoutDocument written;
+    written.pageSize = QSize(100, 100);
+    written.items.append(imageItem(image, QRectF(QPointF(0, 0), image.size()), -1));
+    const QString strPath = path(QStringLiteral("image.vxlayout"));
+    CVXSLayoutFile file;
+    CVXSLayoutDocument read;
+    if (!file.write(strPath, written) || !file.read(strPath, read)) {
+        qWarning("%s", qPrintable(file.errorText()));
+        return false;
+    }
+    readImage = read.items.at(0).image;
+    return true;
 }
 
 void TestLayoutFile::roundTripKeepsEveryProperty()
@@ -635,14 +654,8 @@ void TestLayoutFile::imagesStayLossless()
     QFETCH(int, readFormat);
     QFETCH(int, compareFormat);
     const QImage image = provenanceImage(QSize(67, 41), QImage::Format(format), quint32(format));
-    CVXSLayoutDocument written;
-    written.pageSize = QSize(100, 100);
-    written.items.append(imageItem(image, QRectF(0, 0, 67, 41), -1));
-    CVXSLayoutFile file;
-    QVERIFY2(file.write(path(QStringLiteral("image.vxlayout")), written), qPrintable(file.errorText()));
-    CVXSLayoutDocument read;
-    QVERIFY2(file.read(path(QStringLiteral("image.vxlayout")), read), qPrintable(file.errorText()));
-    const QImage readImage = read.items.at(0).image;
+    QImage readImage;
+    QVERIFY(imageThroughFile(image, readImage));
     QCOMPARE(int(readImage.format()), readFormat);
     QCOMPARE(readImage.size(), image.size());
     QVERIFY(samePixels(readImage, image, QImage::Format(compareFormat)));
@@ -665,14 +678,8 @@ void TestLayoutFile::keysPngCannotHoldDoNotStopTheSave()
     image.setText(QStringLiteral("   "), QStringLiteral("blank key"));
     image.setText(QStringLiteral(" Study\tUID "), QStringLiteral("1.2.3"));
     image.setText(QStringLiteral("\u5c0f\u9f20"), QStringLiteral("mouse"));
-    CVXSLayoutDocument written;
-    written.pageSize = QSize(100, 100);
-    written.items.append(imageItem(image, QRectF(0, 0, 16, 16), -1));
-    CVXSLayoutFile file;
-    QVERIFY2(file.write(path(QStringLiteral("key.vxlayout")), written), qPrintable(file.errorText()));
-    CVXSLayoutDocument read;
-    QVERIFY2(file.read(path(QStringLiteral("key.vxlayout")), read), qPrintable(file.errorText()));
-    const QImage readImage = read.items.at(0).image;
+    QImage readImage;
+    QVERIFY(imageThroughFile(image, readImage));
     QVERIFY(samePixels(readImage, image, QImage::Format_ARGB32));
     QCOMPARE(textKeysOf(readImage),
              (QStringList{QStringLiteral("?\?=mouse"), QStringLiteral("SourceFile=") + kNonAsciiProvenance,
