@@ -18,8 +18,9 @@ PACKAGES=(
     # DICOM (exporter and image file reader) and the zlib stream inside EPS.
     libdcmtk-dev
     zlib1g-dev
-    # Layout files are zip archives.
+    # Layout files: zip archives of PNG images.
     libzip-dev
+    libpng-dev
     # Independent readers that check what we write: each export format, printed PDF pages.
     dcmtk
     dicom3tools
@@ -29,9 +30,10 @@ PACKAGES=(
     librsvg2-bin
     libwmf-bin
     poppler-utils
-    # Independent readers of layout files: zipinfo and unzip, and Python's JSON parser.
+    # Independent readers of layout files: zipinfo and unzip, Python's JSON parser, pngcheck.
     unzip
     python3
+    pngcheck
 )
 
 missing=()

@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QGraphicsItem>
 #include <QImageWriter>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -379,6 +380,26 @@ QJsonObject withItemValue(int nItem, const QString& strKey, const QJsonValue& va
     return json;
 }
 
+// Nine images announcing 11000 x 11000 pixels (462 MiB each once decoded): each one is within
+// the budget of a single image, all of them together are not.
+QByteArray nineLargeImages()
+{
+    QJsonObject json = baseJson();
+    QJsonArray items = json.value(QStringLiteral("items")).toArray();
+    const QJsonObject image = items.first().toObject();
+    QVector<QPair<QString, QByteArray>> entries;
+    for (int i = 0; i < 9; ++i) {
+        const QString strEntry = QStringLiteral("images/%1.png").arg(i);
+        QJsonObject item = image;
+        item.insert(QStringLiteral("image"), strEntry);
+        items.append(item);
+        entries.append({strEntry, pngAnnouncing(11000, 11000)});
+    }
+    json.insert(QStringLiteral("items"), items);
+    entries.append({kJsonEntry, QJsonDocument(json).toJson()});
+    return zipBytes(entries);
+}
+
 // A damaged copy of an archive of stored entries: one byte inside the PNG data changed,
 // headers intact.
 QByteArray withDamagedImageData(QByteArray zip)
@@ -486,8 +507,11 @@ private slots:
     void cleanup();
 
     void roundTripKeepsEveryProperty();
+    void itemsMadeFromTheFileMatchTheOriginals();
     void imagesStayLossless_data();
     void imagesStayLossless();
+    void keysPngCannotHoldDoNotStopTheSave_data();
+    void keysPngCannotHoldDoNotStopTheSave();
     void sharedImageIsStoredOnce();
     void independentReadersAcceptTheFile();
     void nonAsciiFileName();
@@ -509,6 +533,9 @@ private:
     QString path(const QString& strName) const { return m_pDir->filePath(strName); }
     // Reads a file that must be refused and checks the message and the document.
     void expectRefused(const QString& strPath, const QString& strReason);
+    // Saves a layout of the one image and reads the image back; false with a warning when
+    // the file could not be written or read.
+    bool imageThroughFile(const QImage& image, QImage& readImage) const;
 
     std::unique_ptr<QTemporaryDir> m_pDir;
 };
@@ -538,6 +565,22 @@ void TestLayoutFile::expectRefused(const QString& strPath, const QString& strRea
     QVERIFY(document.items.first() == untouched.items.first());
 }
 
+bool TestLayoutFile::imageThroughFile(const QImage& image, QImage& readImage) const
+{
+    CVXSLayoutDocument written;
+    written.pageSize = QSize(100, 100);
+    written.items.append(imageItem(image, QRectF(QPointF(0, 0), image.size()), -1));
+    const QString strPath = path(QStringLiteral("image.vxlayout"));
+    CVXSLayoutFile file;
+    CVXSLayoutDocument read;
+    if (!file.write(strPath, written) || !file.read(strPath, read)) {
+        qWarning("%s", qPrintable(file.errorText()));
+        return false;
+    }
+    readImage = read.items.at(0).image;
+    return true;
+}
+
 void TestLayoutFile::roundTripKeepsEveryProperty()
 {
     const CVXSLayoutDocument written = sampleDocument();
@@ -556,6 +599,33 @@ void TestLayoutFile::roundTripKeepsEveryProperty()
     }
     QCOMPARE(read.items.at(0).image.format(), QImage::Format_RGB32);
     QCOMPARE(read.items.at(2).image.format(), QImage::Format_Grayscale16);
+}
+
+void TestLayoutFile::itemsMadeFromTheFileMatchTheOriginals()
+{
+    // The states the layout's own items give, as the program will save them.
+    CVXSLayoutDocument captured;
+    captured.nStyle = 3;
+    captured.pageSize = QSize(800, 600);
+    for (const CVXSLayoutItemState& state : sampleDocument().items) {
+        const std::unique_ptr<QGraphicsItem> pItem(state.createItem());
+        QVERIFY(pItem);
+        captured.items.append(CVXSLayoutItemState::capture(*pItem));
+    }
+    CVXSLayoutFile file;
+    QVERIFY2(file.write(path(QStringLiteral("items.vxlayout")), captured), qPrintable(file.errorText()));
+    CVXSLayoutDocument read;
+    QVERIFY2(file.read(path(QStringLiteral("items.vxlayout")), read), qPrintable(file.errorText()));
+    QCOMPARE(read.items.size(), captured.items.size());
+    for (int i = 0; i < read.items.size(); ++i) {
+        const std::unique_ptr<QGraphicsItem> pItem(read.items.at(i).createItem());
+        QVERIFY(pItem);
+        CVXSLayoutItemState again = CVXSLayoutItemState::capture(*pItem);
+        QVERIFY(samePixels(again.image, captured.items.at(i).image, QImage::Format_RGBA64));
+        // States compare images by identity; the pixels are compared above.
+        again.image = captured.items.at(i).image;
+        QVERIFY2(again == captured.items.at(i), qPrintable(QStringLiteral("item %1 differs").arg(i)));
+    }
 }
 
 void TestLayoutFile::imagesStayLossless_data()
@@ -584,19 +654,37 @@ void TestLayoutFile::imagesStayLossless()
     QFETCH(int, readFormat);
     QFETCH(int, compareFormat);
     const QImage image = provenanceImage(QSize(67, 41), QImage::Format(format), quint32(format));
-    CVXSLayoutDocument written;
-    written.pageSize = QSize(100, 100);
-    written.items.append(imageItem(image, QRectF(0, 0, 67, 41), -1));
-    CVXSLayoutFile file;
-    QVERIFY2(file.write(path(QStringLiteral("image.vxlayout")), written), qPrintable(file.errorText()));
-    CVXSLayoutDocument read;
-    QVERIFY2(file.read(path(QStringLiteral("image.vxlayout")), read), qPrintable(file.errorText()));
-    const QImage readImage = read.items.at(0).image;
+    QImage readImage;
+    QVERIFY(imageThroughFile(image, readImage));
     QCOMPARE(int(readImage.format()), readFormat);
     QCOMPARE(readImage.size(), image.size());
     QVERIFY(samePixels(readImage, image, QImage::Format(compareFormat)));
     QCOMPARE(readImage.text(QStringLiteral("SourceFile")), kNonAsciiProvenance);
     QCOMPARE(textKeysOf(readImage), textKeysOf(image));
+}
+
+void TestLayoutFile::keysPngCannotHoldDoNotStopTheSave_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::newRow("RGB32, own encoder") << int(QImage::Format_RGB32);
+    QTest::newRow("Indexed8, Qt's writer") << int(QImage::Format_Indexed8);
+}
+
+void TestLayoutFile::keysPngCannotHoldDoNotStopTheSave()
+{
+    QFETCH(int, format);
+    // PNG keywords are Latin-1 without leading, trailing or double spaces; libpng stops on others.
+    QImage image = provenanceImage(QSize(16, 16), QImage::Format(format), 5);
+    image.setText(QStringLiteral("   "), QStringLiteral("blank key"));
+    image.setText(QStringLiteral(" Study\tUID "), QStringLiteral("1.2.3"));
+    image.setText(QStringLiteral("\u5c0f\u9f20"), QStringLiteral("mouse"));
+    QImage readImage;
+    QVERIFY(imageThroughFile(image, readImage));
+    QVERIFY(samePixels(readImage, image, QImage::Format_ARGB32));
+    QCOMPARE(textKeysOf(readImage),
+             (QStringList{QStringLiteral("?\?=mouse"), QStringLiteral("SourceFile=") + kNonAsciiProvenance,
+                          QStringLiteral("Study UID=1.2.3"),
+                          QStringLiteral("StudyInstanceUID=1.2.826.0.1.3680043.2.1125.1.42")}));
 }
 
 void TestLayoutFile::sharedImageIsStoredOnce()
@@ -646,12 +734,23 @@ void TestLayoutFile::independentReadersAcceptTheFile()
     QCOMPARE(items.at(3).toObject().value(QStringLiteral("text")).toString(), kNonAsciiText);
     QCOMPARE(items.at(4).toObject().value(QStringLiteral("pen")).toObject().value(QStringLiteral("color")).toString(),
              QStringLiteral("#ff0000ff"));
-    // The images are PNG files any reader takes.
-    const ProcessResult png = run(QStringLiteral("unzip"), {QStringLiteral("-p"), strPath, QStringLiteral("images/1.png")});
-    QCOMPARE(png.nExitCode, 0);
-    QImage image;
-    QVERIFY(image.loadFromData(png.output, "png"));
-    QCOMPARE(image.size(), QSize(8, 6));
+    // The images are PNG files that pass pngcheck, text chunks included.
+    for (const QString& strEntry : {QStringLiteral("images/0.png"), QStringLiteral("images/1.png")}) {
+        const ProcessResult png = run(QStringLiteral("unzip"), {QStringLiteral("-p"), strPath, strEntry});
+        QCOMPARE(png.nExitCode, 0);
+        const QString strPng = path(QStringLiteral("extracted.png"));
+        QVERIFY(writeBytes(strPng, png.output));
+        const ProcessResult check = run(QStringLiteral("pngcheck"), {QStringLiteral("-vt"), strPng});
+        QVERIFY2(check.nExitCode == 0, check.output.constData());
+        QVERIFY2(check.output.contains("No errors detected"), check.output.constData());
+        if (strEntry.endsWith(QLatin1String("0.png"))) {
+            QVERIFY2(check.output.contains("24-bit RGB"), check.output.constData());
+            QVERIFY2(check.output.contains("keyword: SourceFile"), check.output.constData());
+            QVERIFY2(check.output.contains("keyword: StudyInstanceUID"), check.output.constData());
+        } else {
+            QVERIFY2(check.output.contains("8 x 6 image, 16-bit grayscale"), check.output.constData());
+        }
+    }
 }
 
 void TestLayoutFile::nonAsciiFileName()
@@ -807,6 +906,8 @@ void TestLayoutFile::badInputIsRefused_data()
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()},
                      {QStringLiteral("images/0.png"), pngAnnouncing(100000, 100000)}})
         << "the image \"images/0.png\" would take 38147 MiB of memory; a layout file keeps images of at most 512 MiB";
+    QTest::newRow("images over 4 GiB together") << nineLargeImages()
+                                                << "its images would take more than 4096 MiB of memory together";
     QTest::newRow("PNG header cut off")
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()}, {QStringLiteral("images/0.png"), smallPng().left(20)}})
         << "the image \"images/0.png\" cannot be used: its PNG header is damaged";
@@ -1081,5 +1182,5 @@ void TestLayoutFile::readsFormatVersion1Fixture()
     QCOMPARE(read.items.at(4).startPoint, QPoint());
 }
 
-QTEST_GUILESS_MAIN(TestLayoutFile)
+QTEST_MAIN(TestLayoutFile)
 #include "tst_layout_file.moc"

@@ -1,8 +1,13 @@
 #include "VXSLayoutImageCodec.h"
 
+#include "VXSPngEncoder.h"
+
 #include <QBuffer>
 #include <QImageReader>
 #include <QImageWriter>
+
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -16,6 +21,41 @@ constexpr qint64 kBytesCap = qint64(1) << 61;
 } // namespace
 
 QByteArray CVXSLayoutImageCodec::encode(const QImage& image)
+{
+    // PNG holds straight alpha; Qt's writer would convert the same way.
+    const QImage straight = withPngKeywords(image.format() == QImage::Format_ARGB32_Premultiplied
+                                                ? image.convertToFormat(QImage::Format_ARGB32)
+                                                : image);
+    if (CVXSPngEncoder::handles(straight.format())) {
+        const QByteArray png = CVXSPngEncoder::encode(straight);
+        if (!png.isEmpty())
+            return png;
+    }
+    return encodeWithQt(straight);
+}
+
+QImage CVXSLayoutImageCodec::withPngKeywords(const QImage& image)
+{
+    const QStringList keys = image.textKeys();
+    const bool bAllKept = std::all_of(keys.cbegin(), keys.cend(),
+                                      [](const QString& strKey) { return CVXSPngEncoder::keyword(strKey) == strKey; });
+    if (bAllKept)
+        return image;
+    // A fresh image has no text keys to drop; the pixels are the same bytes.
+    QImage keyed(image.size(), image.format());
+    std::memcpy(keyed.bits(), image.constBits(), size_t(image.sizeInBytes()));
+    keyed.setColorTable(image.colorTable());
+    keyed.setDotsPerMeterX(image.dotsPerMeterX());
+    keyed.setDotsPerMeterY(image.dotsPerMeterY());
+    for (const QString& strKey : keys) {
+        const QString strKeyword = CVXSPngEncoder::keyword(strKey);
+        if (!strKeyword.isEmpty())
+            keyed.setText(strKeyword, image.text(strKey));
+    }
+    return keyed;
+}
+
+QByteArray CVXSLayoutImageCodec::encodeWithQt(const QImage& image)
 {
     QByteArray png;
     QBuffer buffer(&png);
