@@ -77,6 +77,8 @@ private slots:
     void writesThePageSizeGiven_data();
     void writesThePageSizeGiven();
     void freeStylePlacesAsAPaste();
+    void rasterFilesKeepTheirBytes_data();
+    void rasterFilesKeepTheirBytes();
     void explainsItself();
     void runsWithoutAPlatformChosen();
     void refusesBadInput_data();
@@ -214,6 +216,31 @@ void TestToolsVxLayout::freeStylePlacesAsAPaste()
     QCOMPARE(page.pixelColor(4 * 240, 4 * 300), QColor(Qt::white));
     QCOMPARE(page.pixelColor(4 * 700, 4 * 300), QColor(Qt::white));
     QCOMPARE(page.pixelColor(4 * 400, 4 * 600), QColor(Qt::white));
+}
+
+void TestToolsVxLayout::rasterFilesKeepTheirBytes_data()
+{
+    QTest::addColumn<QString>("fileName");
+    for (const char* pName : {"small.bmp", "small.jpg", "small.png", "small.tif"})
+        QTest::newRow(pName) << QString::fromLatin1(pName);
+}
+
+// The files written before the options for vector pages and resolution came, byte for byte.
+// VX_WRITE_REFERENCES=<folder> writes this build's files there instead.
+void TestToolsVxLayout::rasterFilesKeepTheirBytes()
+{
+    QFETCH(QString, fileName);
+    const QString strWriteTo = qEnvironmentVariable("VX_WRITE_REFERENCES");
+    const QString strPage = strWriteTo.isEmpty() ? output(fileName) : QDir(strWriteTo).filePath(fileName);
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--size", "40x30", "--export", strPage} + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    if (!strWriteTo.isEmpty())
+        QSKIP("reference written");
+    QFile written(strPage);
+    QFile reference(QStringLiteral(VX_TOOLS_TEST_DATA "/") + fileName);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QVERIFY2(reference.open(QIODevice::ReadOnly), qPrintable(reference.fileName()));
+    QVERIFY(written.readAll() == reference.readAll());
 }
 
 void TestToolsVxLayout::explainsItself()
