@@ -1,15 +1,13 @@
 #include "ExportReadBack.h"
 
+#include "OutsideProgram.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QStandardPaths>
 
 namespace {
-
-constexpr int kProgramMs = 60000;
 
 QStringList programsFor(const QString& strSuffix)
 {
@@ -85,7 +83,7 @@ QStringList ExportReadBack::missingPrograms(const QString& strSuffix)
 {
     QStringList missing;
     for (const QString& strProgram : programsFor(strSuffix)) {
-        if (QStandardPaths::findExecutable(strProgram).isEmpty())
+        if (!OutsideProgram::isInstalled(strProgram))
             missing << strProgram;
     }
     return missing;
@@ -140,15 +138,10 @@ QImage ExportReadBack::readConverted(const QString& strPng)
 
 bool ExportReadBack::run(const QString& strProgram, const QStringList& arguments)
 {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(strProgram, arguments);
-    const bool bFinished = process.waitForFinished(kProgramMs) && process.exitStatus() == QProcess::NormalExit;
+    const OutsideProgram program(strProgram, arguments);
     // Ghostscript reports PostScript errors on its output even when it exits normally.
-    const QByteArray output = process.readAll();
-    if (bFinished && process.exitCode() == 0 && (strProgram != QLatin1String("gs") || output.isEmpty()))
+    if (program.succeeded() && (strProgram != QLatin1String("gs") || program.output().isEmpty()))
         return true;
-    m_strError = strProgram + QStringLiteral(" failed (exit code %1):\n").arg(process.exitCode())
-        + QString::fromLocal8Bit(output);
+    m_strError = program.report();
     return false;
 }
