@@ -27,6 +27,7 @@ PACKAGES=(
     librsvg2-bin
     libwmf-bin
     poppler-utils
+    libimage-exiftool-perl  # exiftool: the resolution vxlayout writes into raster files
 )
 
 missing=()

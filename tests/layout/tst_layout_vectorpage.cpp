@@ -35,12 +35,6 @@ constexpr int kGridStyle = 3;
 constexpr int kReach = 2;
 constexpr int kChannelTolerance = 96;
 
-#define VX_REQUIRE_PROGRAM(name)                                                                   \
-    do {                                                                                           \
-        if (!OutsideProgram::isInstalled(QStringLiteral(name)))                                    \
-            QSKIP(name " is not installed; scripts/install-deps.sh installs it");                  \
-    } while (false)
-
 bool writeFile(const QString& strPath, const QByteArray& data)
 {
     QFile file(strPath);
@@ -130,6 +124,7 @@ private slots:
 
 private:
     QString write(const QString& strName);
+    OutsideProgram readSamplePdf(const QString& strProgram, QStringList arguments);
     QImage drawnByOutsideProgram(const QString& strPath);
     void leaveOutFirstOfKind(int nType);
 
@@ -164,6 +159,14 @@ QString TestLayoutVectorPage::write(const QString& strName)
     return writeFile(strPath, data) ? strPath : QString();
 }
 
+// The sample page in the grid style written as PDF, and the program run with the file as its
+// last argument.
+OutsideProgram TestLayoutVectorPage::readSamplePdf(const QString& strProgram, QStringList arguments)
+{
+    SamplePage::fill(*m_pFixture, kGridStyle);
+    return OutsideProgram(strProgram, arguments << write(QStringLiteral("page.pdf")));
+}
+
 // The page as pdftoppm or rsvg-convert draws it, at the raster export's size.
 QImage TestLayoutVectorPage::drawnByOutsideProgram(const QString& strPath)
 {
@@ -187,11 +190,7 @@ void TestLayoutVectorPage::pdfHoldsTheTextsAsText()
 {
     VX_REQUIRE_PROGRAM("pdffonts");
     VX_REQUIRE_PROGRAM("pdftotext");
-    SamplePage::fill(*m_pFixture, kGridStyle);
-    const QString strPdf = write(QStringLiteral("page.pdf"));
-    QVERIFY(!strPdf.isEmpty());
-
-    const OutsideProgram fonts(QStringLiteral("pdffonts"), {strPdf});
+    const OutsideProgram fonts = readSamplePdf(QStringLiteral("pdffonts"), {});
     QVERIFY2(fonts.succeeded(), qPrintable(fonts.report()));
     // A header of two lines, then one line per font: both texts are set in DejaVu Sans,
     // the bold one in its bold face.
@@ -200,7 +199,7 @@ void TestLayoutVectorPage::pdfHoldsTheTextsAsText()
     QVERIFY2(fonts.output().contains("DejaVuSans"), qPrintable(fonts.report()));
     QVERIFY2(fonts.output().contains("DejaVuSans-Bold"), qPrintable(fonts.report()));
 
-    const OutsideProgram text(QStringLiteral("pdftotext"), {strPdf, QStringLiteral("-")});
+    const OutsideProgram text(QStringLiteral("pdftotext"), {m_dir.filePath(QStringLiteral("page.pdf")), QStringLiteral("-")});
     QVERIFY2(text.succeeded(), qPrintable(text.report()));
     for (const QString& strText : SamplePage::texts())
         QVERIFY2(QString::fromUtf8(text.output()).contains(strText), qPrintable(text.report()));
@@ -209,10 +208,7 @@ void TestLayoutVectorPage::pdfHoldsTheTextsAsText()
 void TestLayoutVectorPage::pdfPageIsTheSceneInPoints()
 {
     VX_REQUIRE_PROGRAM("pdfinfo");
-    SamplePage::fill(*m_pFixture, kGridStyle);
-    const QString strPdf = write(QStringLiteral("page.pdf"));
-    QVERIFY(!strPdf.isEmpty());
-    const OutsideProgram info(QStringLiteral("pdfinfo"), {strPdf});
+    const OutsideProgram info = readSamplePdf(QStringLiteral("pdfinfo"), {});
     QVERIFY2(info.succeeded(), qPrintable(info.report()));
     // The scene is 416 x 306; the page is one unit larger, like the raster page.
     const QSize scene = m_pFixture->scene()->sceneRect().size().toSize();
@@ -224,10 +220,7 @@ void TestLayoutVectorPage::pdfPageIsTheSceneInPoints()
 void TestLayoutVectorPage::pdfEmbedsImagesAtTheirOwnResolution()
 {
     VX_REQUIRE_PROGRAM("pdfimages");
-    SamplePage::fill(*m_pFixture, kGridStyle);
-    const QString strPdf = write(QStringLiteral("page.pdf"));
-    QVERIFY(!strPdf.isEmpty());
-    const OutsideProgram list(QStringLiteral("pdfimages"), {QStringLiteral("-list"), strPdf});
+    const OutsideProgram list = readSamplePdf(QStringLiteral("pdfimages"), {QStringLiteral("-list")});
     QVERIFY2(list.succeeded(), qPrintable(list.report()));
 
     // Columns: page, num, type, width, height, color, comp, bpc, enc, ...
@@ -240,16 +233,19 @@ void TestLayoutVectorPage::pdfEmbedsImagesAtTheirOwnResolution()
     }
     // The image over the page's right edge goes in with the source pixels that show: its
     // place at the export scale, cut at the page's edge, in source pixels rounded up.
+    const int nScale = int(VXSExportFormats::ExportScale);
+    const int nPageWidth = int(m_pFixture->scene()->width() + 1);
     const QList<QGraphicsItem*> items = m_pFixture->scene()->items(Qt::AscendingOrder);
-    const auto hanging = std::find_if(items.cbegin(), items.cend(), [](QGraphicsItem* pItem) {
-        return pItem->type() == CVXSLayoutItemImage::Type && pItem->boundingRect().right() > 416;
+    const auto hanging = std::find_if(items.cbegin(), items.cend(), [nPageWidth](QGraphicsItem* pItem) {
+        return pItem->type() == CVXSLayoutItemImage::Type && pItem->boundingRect().right() > nPageWidth;
     });
     QVERIFY(hanging != items.cend());
     const QRectF b = (*hanging)->boundingRect();
-    const int nLeft = int((b.left() + 2) * 4);
-    const int nWidth = int((b.right() - 2) * 4) - nLeft + 1;
-    const int nShown = int(std::ceil((417 * 4 - nLeft) * 64.0 / nWidth));
-    QVERIFY(nShown < 64);
+    const int nSourceWidth = static_cast<CVXSLayoutItemImage*>(*hanging)->getImage().width();
+    const int nLeft = int((b.left() + 2) * nScale);
+    const int nWidth = int((b.right() - 2) * nScale) - nLeft + 1;
+    const int nShown = int(std::ceil((nPageWidth * nScale - nLeft) * double(nSourceWidth) / nWidth));
+    QVERIFY(nShown < nSourceWidth);
     // Flate-compressed ("image"), never JPEG: the pixels stay as they are.
     const QStringList expected {"image 320 x 240 image", "image 100 x 60 image", "image 120 x 90 image",
                                 QStringLiteral("image %1 x 40 image").arg(nShown)};
