@@ -28,6 +28,7 @@ PACKAGES=(
     libwmf-bin
     poppler-utils
     libimage-exiftool-perl  # exiftool: the resolution vxlayout writes into raster files
+    qpdf                    # uncompresses PDF pages, to read the resolution they are described at
 )
 
 missing=()

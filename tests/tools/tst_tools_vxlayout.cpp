@@ -141,6 +141,23 @@ QString resolutionOf(const QString& strPath)
     return QStringLiteral("%1 %2").arg(qRound(dX)).arg(qRound(dY));
 }
 
+// The resolution a PDF page is described at: its content starts by scaling the writer's
+// dots to points, 72 / dpi, which qpdf shows once it has uncompressed the page.
+int pdfResolutionOf(const QString& strPdf)
+{
+    const QString strPlain = strPdf + QStringLiteral(".qdf");
+    const OutsideProgram qpdf(QStringLiteral("qpdf"), {QStringLiteral("--qdf"), QStringLiteral("--object-streams=disable"), strPdf, strPlain});
+    QFile plain(strPlain);
+    if (!qpdf.succeeded() || !plain.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : plain.readAll().split('\n')) {
+        const QList<QByteArray> operands = line.split(' ');
+        if (operands.size() == 7 && operands.last() == "cm")
+            return qRound(72 / operands.first().toDouble());
+    }
+    return 0;
+}
+
 // The page pixel at a point given in percent of the page.
 QColor pageColourAt(const QImage& page, double xPercent, double yPercent)
 {
@@ -168,6 +185,8 @@ private slots:
     void writesVectorPages();
     void writesTheResolutionGiven_data();
     void writesTheResolutionGiven();
+    void describesThePdfAtTheResolutionGiven_data();
+    void describesThePdfAtTheResolutionGiven();
     void explainsItself();
     void runsWithoutAPlatformChosen();
     void refusesBadInput_data();
@@ -401,6 +420,43 @@ void TestToolsVxLayout::writesTheResolutionGiven()
     // Without --dpi the files keep what they always carried; the pixels are the same.
     QVERIFY(resolutionOf(strPlain) != resolutionOf(strPage));
     QCOMPARE(QImage(strPage).convertToFormat(QImage::Format_RGB32), QImage(strPlain).convertToFormat(QImage::Format_RGB32));
+}
+
+void TestToolsVxLayout::describesThePdfAtTheResolutionGiven_data()
+{
+    QTest::addColumn<QString>("dpi");
+    QTest::newRow("lowest") << "72";
+    QTest::newRow("300") << "300";
+    QTest::newRow("highest") << "2400";
+}
+
+void TestToolsVxLayout::describesThePdfAtTheResolutionGiven()
+{
+    QFETCH(QString, dpi);
+    VX_REQUIRE_PROGRAM("qpdf");
+    VX_REQUIRE_PROGRAM("pdfinfo");
+    VX_REQUIRE_PROGRAM("pdfimages");
+    VX_REQUIRE_PROGRAM("exiftool");
+    const QString strPdf = output("page.pdf");
+    const QString strPlain = output("plain.pdf");
+    const QString strRaster = output("plain.png");
+    const QStringList page {"--layout", "Layout 2x2", "--size", "100x80"};
+    QVERIFY(runTool(page + QStringList {"--dpi", dpi, "--export", strPdf} + fourInputs()).nExitCode == 0);
+    QVERIFY(runTool(page + QStringList {"--export", strPlain} + fourInputs()).nExitCode == 0);
+    QVERIFY(runTool(page + QStringList {"--export", strRaster} + fourInputs()).nExitCode == 0);
+
+    QCOMPARE(pdfResolutionOf(strPdf), dpi.toInt());
+    // Without --dpi the page is described at the resolution raster files carry.
+    QCOMPARE(QString::number(pdfResolutionOf(strPlain)) + QLatin1Char(' ') + QString::number(pdfResolutionOf(strPlain)),
+             resolutionOf(strRaster));
+    // The resolution changes neither the page's size nor the images in it.
+    for (const QString& strPath : {strPdf, strPlain}) {
+        const OutsideProgram info(QStringLiteral("pdfinfo"), {strPath});
+        QVERIFY2(info.output().contains("Page size:       101 x 81 pts\n"), qPrintable(info.report()));
+    }
+    const QStringList sources {"400 x 300", "400 x 300", "400 x 300", "400 x 300"};
+    QCOMPARE(pdfImageSizes(strPdf), sources);
+    QCOMPARE(pdfImageSizes(strPlain), sources);
 }
 
 void TestToolsVxLayout::explainsItself()
