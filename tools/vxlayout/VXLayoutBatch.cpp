@@ -29,9 +29,9 @@ QString suffixOf(const QString& strPath)
     return QFileInfo(strPath).suffix().toLower();
 }
 
-double dotsPerMeter(int nDpi)
+int dotsPerMeter(int nDpi)
 {
-    return nDpi / 0.0254;
+    return qRound(nDpi / 0.0254);
 }
 
 struct DecodedFile
@@ -208,8 +208,8 @@ bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)
         return false;
     }
     if (nDpi > 0) {
-        page.setDotsPerMeterX(qRound(dotsPerMeter(nDpi)));
-        page.setDotsPerMeterY(qRound(dotsPerMeter(nDpi)));
+        page.setDotsPerMeterX(dotsPerMeter(nDpi));
+        page.setDotsPerMeterY(dotsPerMeter(nDpi));
     }
     CVXSImageExporter exporter;
     const tag_estatus status = exporter.saveImage(page, strPath);
@@ -227,7 +227,7 @@ bool CVXLayoutBatch::exportVectorPage(const QString& strPath, int nDpi)
     const CVXSLayoutVectorPage page(renderer);
     const QString strTitle = QFileInfo(strPath).completeBaseName();
     // Without --dpi the page is described at the resolution raster files get.
-    const int nPageDpi = nDpi > 0 ? nDpi : QImage(1, 1, QImage::Format_RGB32).logicalDpiX();
+    const int nPageDpi = nDpi > 0 ? nDpi : CVXSLayoutRenderer::rasterDpi();
     const QByteArray data = suffixOf(strPath) == QLatin1String("pdf") ? page.pdf(nPageDpi, strTitle) : page.svg(strTitle);
     if (data.isEmpty()) {
         m_strError = tr("Image could not be created!");

@@ -35,12 +35,11 @@ QRect insetScaledRect(const QGraphicsItem* pItem, int nInset, int nScale)
                  QPoint(int((b.right() - nInset) * nScale), int((b.bottom() - nInset) * nScale)));
 }
 
-// Text is measured at the resolution of raster pages (the screen's) on every device: a
-// vector device's own resolution would make the same point size larger or smaller against
-// the items around it.
+// Text is measured at the resolution of raster pages on every device: a vector device's own
+// resolution would make the same point size larger or smaller against the items around it.
 QFont pageFont(QFont font, const QPaintDevice* pDevice)
 {
-    static const int nPageDpi = QImage(1, 1, QImage::Format_RGB32).logicalDpiY();
+    const int nPageDpi = CVXSLayoutRenderer::rasterDpi();
     const int nDeviceDpi = pDevice->logicalDpiY();
     if (font.pointSizeF() > 0 && nDeviceDpi != nPageDpi)
         font.setPointSizeF(font.pointSizeF() * nPageDpi / nDeviceDpi);
@@ -150,6 +149,12 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
         else
             drawPlaced(painter, *image++);
     }
+}
+
+int CVXSLayoutRenderer::rasterDpi()
+{
+    // A new image takes the screen's resolution, as the pixmaps of the output do.
+    return QImage(1, 1, QImage::Format_RGB32).logicalDpiY();
 }
 
 void CVXSLayoutRenderer::drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const

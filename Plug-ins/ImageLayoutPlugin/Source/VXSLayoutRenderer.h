@@ -28,6 +28,9 @@ public:
     // shapes and text stay vectors.
     void render(QPainter& painter, double dScale) const;
 
+    // The resolution raster pages carry and measure their text at: the screen's.
+    static int rasterDpi();
+
 private:
     void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;
     static void drawScaled(QPainter& painter, double dScale, QGraphicsItem* pItem);
