@@ -34,6 +34,8 @@ PACKAGES=(
     unzip
     python3
     pngcheck
+    libimage-exiftool-perl  # exiftool: the resolution vxlayout writes into raster files
+    qpdf                    # uncompresses PDF pages, to read the resolution they are described at
 )
 
 missing=()

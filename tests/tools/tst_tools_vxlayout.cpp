@@ -1,3 +1,4 @@
+#include "OutsideProgram.h"
 #include "TestImageFiles.h"
 #include "WidgetLeaks.h"
 
@@ -9,6 +10,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 #include <QtTest>
 
 #include <unistd.h>
@@ -56,6 +58,106 @@ QImage solid(const QColor& colour)
     return image;
 }
 
+// The sizes of the images a PDF file holds, as pdfimages lists them: "400 x 300".
+QStringList pdfImageSizes(const QString& strPdf)
+{
+    const OutsideProgram list(QStringLiteral("pdfimages"), {QStringLiteral("-list"), strPdf});
+    QStringList sizes;
+    // Two header lines, then: page, num, type, width, height, ...
+    for (const QByteArray& line : list.output().split('\n').mid(2)) {
+        const QList<QByteArray> columns = line.simplified().split(' ');
+        if (columns.size() > 4)
+            sizes << QString::fromLatin1(columns[3] + " x " + columns[4]);
+    }
+    return sizes;
+}
+
+// The root element's attributes of an SVG file and the sizes of the PNG images it embeds.
+struct SvgContent
+{
+    QXmlStreamAttributes root;
+    QStringList imageSizes;
+};
+
+SvgContent svgContent(const QString& strSvg)
+{
+    SvgContent content;
+    QFile file(strSvg);
+    if (!file.open(QIODevice::ReadOnly))
+        return content;
+    QXmlStreamReader xml(&file);
+    static const QString strPngData = QStringLiteral("data:image/png;base64,");
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("svg"))
+            content.root = xml.attributes();
+        const QString strHref = xml.attributes().value(QStringLiteral("xlink:href")).toString();
+        if (xml.name() == QLatin1String("image") && strHref.startsWith(strPngData)) {
+            const QImage image = QImage::fromData(QByteArray::fromBase64(strHref.mid(strPngData.size()).toLatin1()), "png");
+            content.imageSizes << QStringLiteral("%1 x %2").arg(image.width()).arg(image.height());
+        }
+    }
+    return content;
+}
+
+// "353.131mm" in points; 0 for a length in other units.
+double millimetresInPoints(const QStringRef& length)
+{
+    return length.endsWith(QLatin1String("mm")) ? length.chopped(2).toDouble() * 72 / 25.4 : 0;
+}
+
+// Dots per inch from what exiftool reads in a file: "X Y" for its two axes.
+QString resolutionOf(const QString& strPath)
+{
+    const OutsideProgram exif(QStringLiteral("exiftool"),
+                              {QStringLiteral("-n"), QStringLiteral("-S"), QStringLiteral("-XResolution"),
+                               QStringLiteral("-YResolution"), QStringLiteral("-ResolutionUnit"),
+                               QStringLiteral("-PixelsPerUnitX"), QStringLiteral("-PixelsPerUnitY"),
+                               QStringLiteral("-PixelUnits"), QStringLiteral("-PixelsPerMeterX"),
+                               QStringLiteral("-PixelsPerMeterY"), strPath});
+    QMap<QString, double> tags;
+    for (const QByteArray& line : exif.output().split('\n')) {
+        const int nColon = line.indexOf(':');
+        if (nColon > 0)
+            tags[QString::fromLatin1(line.left(nColon))] = line.mid(nColon + 1).trimmed().toDouble();
+    }
+    // ResolutionUnit 2 is inches, 3 centimetres; PNG's pixel unit 1 and BMP count per metre.
+    double dX = tags.value(QStringLiteral("XResolution"));
+    double dY = tags.value(QStringLiteral("YResolution"));
+    if (tags.value(QStringLiteral("ResolutionUnit")) == 3) {
+        dX *= 2.54;
+        dY *= 2.54;
+    }
+    if (tags.contains(QStringLiteral("PixelsPerUnitX")) && tags.value(QStringLiteral("PixelUnits")) == 1) {
+        dX = tags.value(QStringLiteral("PixelsPerUnitX")) * 0.0254;
+        dY = tags.value(QStringLiteral("PixelsPerUnitY")) * 0.0254;
+    }
+    if (tags.contains(QStringLiteral("PixelsPerMeterX"))) {
+        dX = tags.value(QStringLiteral("PixelsPerMeterX")) * 0.0254;
+        dY = tags.value(QStringLiteral("PixelsPerMeterY")) * 0.0254;
+    }
+    // Per metre the counts are whole numbers: 300 dpi is 11811 per metre, 299.9994 dpi.
+    return QStringLiteral("%1 %2").arg(qRound(dX)).arg(qRound(dY));
+}
+
+// The resolution a PDF page is described at: its content starts by scaling the writer's
+// dots to points, 72 / dpi, which qpdf shows once it has uncompressed the page.
+int pdfResolutionOf(const QString& strPdf)
+{
+    const QString strPlain = strPdf + QStringLiteral(".qdf");
+    const OutsideProgram qpdf(QStringLiteral("qpdf"), {QStringLiteral("--qdf"), QStringLiteral("--object-streams=disable"), strPdf, strPlain});
+    QFile plain(strPlain);
+    if (!qpdf.succeeded() || !plain.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : plain.readAll().split('\n')) {
+        const QList<QByteArray> operands = line.split(' ');
+        if (operands.size() == 7 && operands.last() == "cm")
+            return qRound(72 / operands.first().toDouble());
+    }
+    return 0;
+}
+
 // The page pixel at a point given in percent of the page.
 QColor pageColourAt(const QImage& page, double xPercent, double yPercent)
 {
@@ -77,12 +179,22 @@ private slots:
     void writesThePageSizeGiven_data();
     void writesThePageSizeGiven();
     void freeStylePlacesAsAPaste();
+    void rasterFilesKeepTheirBytes_data();
+    void rasterFilesKeepTheirBytes();
+    void writesVectorPages_data();
+    void writesVectorPages();
+    void writesTheResolutionGiven_data();
+    void writesTheResolutionGiven();
+    void describesThePdfAtTheResolutionGiven_data();
+    void describesThePdfAtTheResolutionGiven();
     void explainsItself();
     void runsWithoutAPlatformChosen();
     void refusesBadInput_data();
     void refusesBadInput();
     void refusesUnwritableOutput_data();
     void refusesUnwritableOutput();
+    void refusesUnwritableVectorPage_data();
+    void refusesUnwritableVectorPage();
 
 private:
     QString input(const QString& strName) const;
@@ -216,12 +328,140 @@ void TestToolsVxLayout::freeStylePlacesAsAPaste()
     QCOMPARE(page.pixelColor(4 * 400, 4 * 600), QColor(Qt::white));
 }
 
+void TestToolsVxLayout::rasterFilesKeepTheirBytes_data()
+{
+    QTest::addColumn<QString>("fileName");
+    for (const char* pName : {"small.bmp", "small.jpg", "small.png", "small.tif"})
+        QTest::newRow(pName) << QString::fromLatin1(pName);
+}
+
+// The files written before the options for vector pages and resolution came, byte for byte.
+// VX_WRITE_REFERENCES=<folder> writes this build's files there instead.
+void TestToolsVxLayout::rasterFilesKeepTheirBytes()
+{
+    QFETCH(QString, fileName);
+    const QString strWriteTo = qEnvironmentVariable("VX_WRITE_REFERENCES");
+    const QString strPage = strWriteTo.isEmpty() ? output(fileName) : QDir(strWriteTo).filePath(fileName);
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--size", "40x30", "--export", strPage} + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    if (!strWriteTo.isEmpty())
+        QSKIP("reference written");
+    QFile written(strPage);
+    QFile reference(QStringLiteral(VX_TOOLS_TEST_DATA "/") + fileName);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QVERIFY2(reference.open(QIODevice::ReadOnly), qPrintable(reference.fileName()));
+    QVERIFY(written.readAll() == reference.readAll());
+}
+
+void TestToolsVxLayout::writesVectorPages_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::newRow("pdf") << "figure.pdf";
+    QTest::newRow("svg") << "figure.svg";
+    QTest::newRow("PDF in capitals") << "FIGURE.PDF";
+}
+
+void TestToolsVxLayout::writesVectorPages()
+{
+    QFETCH(QString, fileName);
+    VX_REQUIRE_PROGRAM("pdfinfo");
+    VX_REQUIRE_PROGRAM("pdfimages");
+    const QString strFigure = output(fileName);
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--export", strFigure} + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    QCOMPARE(run.strOut, QStringLiteral("Wrote %1 (1001 x 801 points)\n").arg(strFigure));
+    QCOMPARE(QDir(output(QString())).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList {fileName});
+
+    // One point per layout unit; each 400 x 300 source goes in with all its pixels, although
+    // its cell on the page is smaller.
+    const QStringList sources {"400 x 300", "400 x 300", "400 x 300", "400 x 300"};
+    if (fileName.endsWith(QLatin1String("svg"))) {
+        const SvgContent svg = svgContent(strFigure);
+        QCOMPARE(svg.root.value(QStringLiteral("viewBox")).toString(), QStringLiteral("0 0 4004 3204"));
+        // 1001 x 801 points, in millimetres.
+        const QString strSize = svg.root.value(QStringLiteral("width")) + QLatin1Char(' ') + svg.root.value(QStringLiteral("height"));
+        QVERIFY2(qAbs(millimetresInPoints(svg.root.value(QStringLiteral("width"))) - 1001) < 0.05, qPrintable(strSize));
+        QVERIFY2(qAbs(millimetresInPoints(svg.root.value(QStringLiteral("height"))) - 801) < 0.05, qPrintable(strSize));
+        QCOMPARE(svg.imageSizes, sources);
+        return;
+    }
+    const OutsideProgram info(QStringLiteral("pdfinfo"), {strFigure});
+    QVERIFY2(info.succeeded(), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("Page size:       1001 x 801 pts\n"), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("Title:           FIGURE\n") || info.output().contains("Title:           figure\n"),
+             qPrintable(info.report()));
+    QCOMPARE(pdfImageSizes(strFigure), sources);
+}
+
+void TestToolsVxLayout::writesTheResolutionGiven_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QString>("dpi");
+    for (const char* pName : {"small.bmp", "small.jpg", "small.png", "small.tif"})
+        QTest::addRow("%s 300", pName) << QString::fromLatin1(pName) << "300";
+    QTest::newRow("lowest") << "small.png" << "72";
+    QTest::newRow("highest") << "small.tif" << "2400";
+}
+
+void TestToolsVxLayout::writesTheResolutionGiven()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QString, dpi);
+    VX_REQUIRE_PROGRAM("exiftool");
+    const QString strPage = output(fileName);
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--size", "40x30", "--dpi", dpi, "--export", strPage}
+                                + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+
+    QCOMPARE(resolutionOf(strPage), dpi + QLatin1Char(' ') + dpi);
+    // The same page without --dpi keeps what it always carried; the pixels are the same.
+    const QString strPlain = QStringLiteral(VX_TOOLS_TEST_DATA "/") + fileName;
+    QVERIFY(resolutionOf(strPlain) != resolutionOf(strPage));
+    QCOMPARE(QImage(strPage).convertToFormat(QImage::Format_RGB32), QImage(strPlain).convertToFormat(QImage::Format_RGB32));
+}
+
+void TestToolsVxLayout::describesThePdfAtTheResolutionGiven_data()
+{
+    QTest::addColumn<QString>("dpi");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("lowest") << "72" << "72 72";
+    QTest::newRow("300") << "300" << "300 300";
+    QTest::newRow("highest") << "2400" << "2400 2400";
+    // Without --dpi, the resolution raster files carry.
+    QTest::newRow("none") << QString() << resolutionOf(QStringLiteral(VX_TOOLS_TEST_DATA "/small.png"));
+}
+
+void TestToolsVxLayout::describesThePdfAtTheResolutionGiven()
+{
+    QFETCH(QString, dpi);
+    QFETCH(QString, expected);
+    VX_REQUIRE_PROGRAM("qpdf");
+    VX_REQUIRE_PROGRAM("pdfinfo");
+    VX_REQUIRE_PROGRAM("pdfimages");
+    VX_REQUIRE_PROGRAM("exiftool");
+    const QString strPdf = output("page.pdf");
+    QStringList arguments {"--layout", "Layout 2x2", "--size", "100x80", "--export", strPdf};
+    if (!dpi.isEmpty())
+        arguments << "--dpi" << dpi;
+    QVERIFY(runTool(arguments + fourInputs()).nExitCode == 0);
+
+    const int nDpi = pdfResolutionOf(strPdf);
+    QCOMPARE(QStringLiteral("%1 %1").arg(nDpi), expected);
+    // The resolution changes neither the page's size nor the images in it.
+    const OutsideProgram info(QStringLiteral("pdfinfo"), {strPdf});
+    QVERIFY2(info.output().contains("Page size:       101 x 81 pts\n"), qPrintable(info.report()));
+    const QStringList sources {"400 x 300", "400 x 300", "400 x 300", "400 x 300"};
+    QCOMPARE(pdfImageSizes(strPdf), sources);
+}
+
 void TestToolsVxLayout::explainsItself()
 {
     const ToolRun run = runTool({"--help"});
     QCOMPARE(run.nExitCode, 0);
-    for (const char* pText : {"--layout <style>", "--size <WIDTHxHEIGHT>", "--export <file>", "\"Free style\"",
-                              "\"Layout 4x4\"", "4004 x 3204", "tiff"})
+    for (const char* pText : {"--layout <style>", "--size <WIDTHxHEIGHT>", "--export <file>", "--dpi <N>",
+                              "\"Free style\"", "\"Layout 4x4\"", "4004 x 3204", "tiff", "pdf, svg",
+                              "1001 x 801 points"})
         QVERIFY2(run.strOut.contains(QLatin1String(pText)), pText);
 }
 
@@ -274,6 +514,14 @@ void TestToolsVxLayout::refusesBadInput_data()
         QTest::addRow("bad size %s", pSize)
             << QStringList {"--layout", "Layout 2x2", "--size", pSize} + page + QStringList {input("red.png")}
             << QStringList {QStringLiteral("Bad --size \"%1\"").arg(QLatin1String(pSize)), "1000x800"};
+    for (const char* pDpi : {"71", "2401", "abc", "300.5", "-300", ""})
+        QTest::addRow("bad dpi \"%s\"", pDpi)
+            << QStringList {"--layout", "Layout 2x2", "--dpi", pDpi} + page + QStringList {input("red.png")}
+            << QStringList {QStringLiteral("Bad --dpi \"%1\"").arg(QLatin1String(pDpi)), "72 to 2400"};
+    for (const char* pName : {"page.svg", "page.eps", "page.dcm"})
+        QTest::addRow("dpi for %s", pName)
+            << QStringList {"--layout", "Layout 2x2", "--dpi", "300", "--export", output(pName), input("red.png")}
+            << QStringList {QStringLiteral("--dpi applies to .bmp, .jpg, .png, .tif and .pdf files; \"%1\"").arg(QLatin1String(pName))};
     QTest::newRow("unknown option") << QStringList {"--layout", "Layout 2x2", "--colour", "red"} + page
                                     << QStringList {"Unknown option 'colour'", "--help"};
 
@@ -335,6 +583,51 @@ void TestToolsVxLayout::refusesUnwritableOutput()
     QVERIFY(!QFileInfo::exists(page));
     QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList());
+}
+
+void TestToolsVxLayout::refusesUnwritableVectorPage_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<int>("status");
+    for (const char* pSuffix : {"pdf", "svg"}) {
+        const QString strName = QStringLiteral("page.") + QLatin1String(pSuffix);
+        QTest::addRow("%s missing folder", pSuffix) << output("no/such/folder/" + strName) << int(eSTATUS_INVALID_PATH);
+        QTest::addRow("%s folder is a file", pSuffix) << input("afile/" + strName) << int(eSTATUS_INVALID_PATH);
+        QTest::addRow("%s folder of that name", pSuffix) << output("folder/" + strName) << int(eSTATUS_INVALID_PATH);
+        QTest::addRow("%s full disk", pSuffix) << output("full/" + strName) << int(eSTATUS_DISK_FULL);
+        // sysfs refuses new files (EACCES) even to root, unlike a read-only folder.
+        QTest::addRow("%s no permission", pSuffix) << QStringLiteral("/sys/vx_vxlayout_test.") + QLatin1String(pSuffix)
+                                                   << int(eSTATUS_NO_PERMISSION);
+    }
+}
+
+void TestToolsVxLayout::refusesUnwritableVectorPage()
+{
+    QFETCH(QString, page);
+    QFETCH(int, status);
+    const QFileInfo target(page);
+    if (page.contains(QLatin1String("/folder/")))
+        QVERIFY(QDir().mkpath(page));
+    if (page.contains(QLatin1String("/full/"))) {
+        if (!QFileInfo::exists(QStringLiteral("/dev/full")))
+            QSKIP("this system has no /dev/full");
+        QVERIFY(QDir().mkpath(target.absolutePath()));
+        QVERIFY(QFile::link(QStringLiteral("/dev/full"), page));
+    }
+    if (page.startsWith(QLatin1String("/sys/")) && !QFileInfo(QStringLiteral("/sys/kernel")).isDir())
+        QSKIP("this system has no sysfs under /sys");
+    const QStringList before = QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+
+    const ToolRun run = runTool({"--layout", "Layout 2x2", "--export", page, input("red.png")});
+    QCOMPARE(run.nExitCode, 1);
+    QCOMPARE(run.strOut, QString());
+    const QString strExpected =
+        QStringLiteral("vxlayout: Cannot write \"%1\": %2").arg(page, vxStatusText(tag_estatus(status)));
+    QVERIFY2(run.strErr.contains(strExpected), qPrintable(run.strErr));
+    // Nothing new beside the target, no temporary file left, and the target what it was.
+    QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), before);
+    QVERIFY(!target.isFile() || target.isSymLink());
+    QCOMPARE(QFileInfo(page).isDir(), page.contains(QLatin1String("/folder/")));
 }
 
 QTEST_MAIN(TestToolsVxLayout)

@@ -4,6 +4,8 @@
 #include <VXSExportFormats.h>
 #include <VXSImageExporter.h>
 #include <VXSLayoutItemImage.h>
+#include <VXSLayoutRenderer.h>
+#include <VXSLayoutVectorPage.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 #include <VXStatus.h>
@@ -17,6 +19,20 @@ namespace {
 
 // The view keeps its scene this much smaller than itself (its frame).
 const QSize ViewFrame(4, 4);
+
+// The formats that carry a resolution: the raster files Qt writes, and PDF.
+const QStringList DpiSuffixes = {QStringLiteral("bmp"), QStringLiteral("jpg"), QStringLiteral("png"),
+                                 QStringLiteral("tif"), QStringLiteral("tiff"), QStringLiteral("pdf")};
+
+QString suffixOf(const QString& strPath)
+{
+    return QFileInfo(strPath).suffix().toLower();
+}
+
+int dotsPerMeter(int nDpi)
+{
+    return qRound(nDpi / 0.0254);
+}
 
 struct DecodedFile
 {
@@ -54,13 +70,14 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
     m_strError.clear();
     m_strReport.clear();
     if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
-        || !checkCellCount(options.inputPaths().size()) || !sizePage(options.sceneSize()))
+        || !checkDpi(options.exportPath(), options.dpi()) || !checkCellCount(options.inputPaths().size())
+        || !sizePage(options.sceneSize()))
         return false;
     QVector<QImage> images;
     if (!readImages(options.inputPaths(), images))
         return false;
     placeImages(images);
-    return exportPage(options.exportPath());
+    return exportPage(options.exportPath(), options.dpi());
 }
 
 QString CVXLayoutBatch::errorText() const
@@ -92,10 +109,11 @@ bool CVXLayoutBatch::chooseStyle(const QString& strStyle)
 bool CVXLayoutBatch::checkExportName(const QString& strPath)
 {
     const QFileInfo info(strPath);
-    if (!m_manager.isSupportedExtension(info.suffix().toLower())) {
+    if (!m_manager.isSupportedExtension(suffixOf(strPath)) && !CVXSLayoutVectorPage::isVectorSuffix(suffixOf(strPath))) {
         QStringList suffixes;
         for (const char* pSuffix : VXSExportFormats::AcceptedSuffixes)
             suffixes << QLatin1Char('.') + QString::fromLatin1(pSuffix);
+        suffixes << QStringLiteral(".pdf") << QStringLiteral(".svg");
         m_strError = tr("Cannot export to \"%1\": the file name has to end in one of %2 (in any case).")
                          .arg(strPath, suffixes.join(QStringLiteral(", ")));
         return false;
@@ -107,6 +125,15 @@ bool CVXLayoutBatch::checkExportName(const QString& strPath)
         return false;
     }
     return true;
+}
+
+bool CVXLayoutBatch::checkDpi(const QString& strPath, int nDpi)
+{
+    if (nDpi == 0 || DpiSuffixes.contains(suffixOf(strPath)))
+        return true;
+    m_strError = tr("--dpi applies to .bmp, .jpg, .png, .tif and .pdf files; \"%1\" has no resolution to set.")
+                     .arg(QFileInfo(strPath).fileName());
+    return false;
 }
 
 bool CVXLayoutBatch::checkCellCount(int nImages)
@@ -171,12 +198,18 @@ void CVXLayoutBatch::placeImages(const QVector<QImage>& images)
     }
 }
 
-bool CVXLayoutBatch::exportPage(QString strPath)
+bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)
 {
+    if (CVXSLayoutVectorPage::isVectorSuffix(suffixOf(strPath)))
+        return exportVectorPage(strPath, nDpi);
     QImage page = m_manager.renderLayoutImage(VXSExportFormats::ExportScale);
     if (page.isNull()) {
         m_strError = tr("Image could not be created!");
         return false;
+    }
+    if (nDpi > 0) {
+        page.setDotsPerMeterX(dotsPerMeter(nDpi));
+        page.setDotsPerMeterY(dotsPerMeter(nDpi));
     }
     CVXSImageExporter exporter;
     const tag_estatus status = exporter.saveImage(page, strPath);
@@ -185,5 +218,26 @@ bool CVXLayoutBatch::exportPage(QString strPath)
         return false;
     }
     m_strReport = tr("Wrote %1 (%2 x %3 pixels)").arg(strPath).arg(page.width()).arg(page.height());
+    return true;
+}
+
+bool CVXLayoutBatch::exportVectorPage(const QString& strPath, int nDpi)
+{
+    const CVXSLayoutRenderer renderer(*m_manager.getScene(), m_manager.getLayoutView());
+    const CVXSLayoutVectorPage page(renderer);
+    const QString strTitle = QFileInfo(strPath).completeBaseName();
+    // Without --dpi the page is described at the resolution raster files get.
+    const int nPageDpi = nDpi > 0 ? nDpi : CVXSLayoutRenderer::rasterDpi();
+    const QByteArray data = suffixOf(strPath) == QLatin1String("pdf") ? page.pdf(nPageDpi, strTitle) : page.svg(strTitle);
+    if (data.isEmpty()) {
+        m_strError = tr("Image could not be created!");
+        return false;
+    }
+    const tag_estatus status = CVXSImageExporter::saveData(data, strPath);
+    if (status != eSTATUS_SUCCESS) {
+        m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
+        return false;
+    }
+    m_strReport = tr("Wrote %1 (%2 x %3 points)").arg(strPath).arg(page.pointSize().width()).arg(page.pointSize().height());
     return true;
 }

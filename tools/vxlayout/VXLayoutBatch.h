@@ -33,11 +33,13 @@ private:
     bool chooseStyle(const QString& strStyle);
     bool checkExportName(const QString& strPath);
     bool checkCellCount(int nImages);
+    bool checkDpi(const QString& strPath, int nDpi);
     bool sizePage(const QSize& sceneSize);
     static void deliverPendingResize(QWidget* pWidget);
     bool readImages(const QStringList& paths, QVector<QImage>& images);
     void placeImages(const QVector<QImage>& images);
-    bool exportPage(QString strPath);
+    bool exportPage(QString strPath, int nDpi);
+    bool exportVectorPage(const QString& strPath, int nDpi);
 
     CVXSLayoutManager m_manager;
     QString m_strError;

@@ -12,6 +12,8 @@ class CVXLayoutBatchOptions
     Q_DECLARE_TR_FUNCTIONS(CVXLayoutBatchOptions)
 public:
     static constexpr int MaxSceneSide = 8000;
+    static constexpr int MinDpi = 72;
+    static constexpr int MaxDpi = 2400;
 
     // False with errorText() set when the arguments are not usable; help requests parse.
     bool parse(const QStringList& arguments);
@@ -20,6 +22,8 @@ public:
     QString layoutStyle() const;
     QSize sceneSize() const;
     QString exportPath() const;
+    // The resolution asked for in dots per inch, 0 when none was.
+    int dpi() const;
     QStringList inputPaths() const;
     QString errorText() const;
 
@@ -30,11 +34,13 @@ public:
 
 private:
     bool parseSceneSize(const QString& strValue);
+    bool parseDpi(const QString& strValue);
 
     bool m_bHelp = false;
     QString m_strLayoutStyle;
     QSize m_sceneSize {1000, 800};
     QString m_strExportPath;
+    int m_nDpi = 0;
     QStringList m_inputPaths;
     QString m_strError;
 };

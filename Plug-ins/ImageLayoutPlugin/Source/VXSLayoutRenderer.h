@@ -9,7 +9,8 @@ class CVXSLayoutView;
 
 // Draws the layout page for output: each item by its kind's own output rule, never the
 // scene's own painting, so that cell frames, handles and other working marks of the view
-// stay off the page. Works on any painter, so every output shares one drawing.
+// stay off the page. Works on any painter, raster or vector, so every output shares one
+// drawing.
 class CVXSLayoutRenderer
 {
 public:
@@ -20,10 +21,15 @@ public:
     QSize pageSize() const;
     // The page at the scale, in device pixels.
     QSize deviceSize(double dScale) const;
-    // Fills deviceSize(dScale) white with a black top and left line, then draws the
-    // items from the lowest to the topmost. The images are scaled to their places first,
-    // all at once on every core.
+    // Fills deviceSize(dScale) white with a black top and left line, then draws the items
+    // from the lowest to the topmost, in the painter's coordinates. On a raster device the
+    // images are reduced to their places first, all at once on every core; on any other
+    // (PDF, SVG) each goes in at its own resolution, cut to the part on the page, and the
+    // shapes and text stay vectors.
     void render(QPainter& painter, double dScale) const;
+
+    // The resolution raster pages carry and measure their text at: the screen's.
+    static int rasterDpi();
 
 private:
     void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;

@@ -17,6 +17,8 @@ public:
     virtual ~CVXSImageExporter();
 
     tag_estatus saveImage(QImage& image, QString& strFilePath);
+    // Writes bytes already encoded (a page drawn by a vector writer, say) the same way.
+    static tag_estatus saveData(const QByteArray& data, const QString& strFilePath);
 
     // Whether saveImage can write files with this suffix (lower case, no dot).
     static bool isWritableSuffix(const QString& strSuffix);

@@ -188,6 +188,13 @@ tag_estatus CVXSImageExporter::saveImage(QImage& image, QString& strFilePath)
     const tag_estatus encoded = encode(*pWriter, image, data);
     if (encoded != eSTATUS_SUCCESS)
         return encoded;
+    return saveData(data, strFilePath);
+}
+
+tag_estatus CVXSImageExporter::saveData(const QByteArray& data, const QString& strFilePath)
+{
+    if (strFilePath.isEmpty())
+        return eSTATUS_INVALID_PATH;
     return statusFromErrno(writeFile(strFilePath, data));
 }
 

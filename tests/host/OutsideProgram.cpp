@@ -1,0 +1,41 @@
+#include "OutsideProgram.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace {
+
+constexpr int kProgramMs = 60000;
+
+} // namespace
+
+OutsideProgram::OutsideProgram(const QString& strProgram, const QStringList& arguments)
+    : m_strProgram(strProgram)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(strProgram, arguments);
+    m_bFinished = process.waitForFinished(kProgramMs) && process.exitStatus() == QProcess::NormalExit;
+    m_nExitCode = process.exitCode();
+    m_output = process.readAll();
+}
+
+bool OutsideProgram::succeeded() const
+{
+    return m_bFinished && m_nExitCode == 0;
+}
+
+QByteArray OutsideProgram::output() const
+{
+    return m_output;
+}
+
+QString OutsideProgram::report() const
+{
+    return QStringLiteral("%1 (exit code %2):\n%3").arg(m_strProgram).arg(m_nExitCode).arg(QString::fromLocal8Bit(m_output));
+}
+
+bool OutsideProgram::isInstalled(const QString& strProgram)
+{
+    return !QStandardPaths::findExecutable(strProgram).isEmpty();
+}
