@@ -4,6 +4,7 @@
 #include <VXSExportFormats.h>
 #include <VXSImageExporter.h>
 #include <VXSLayoutItemImage.h>
+#include <VXSLayoutProvenance.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 #include <VXStatus.h>
@@ -11,6 +12,7 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QResizeEvent>
+#include <QSaveFile>
 #include <QtConcurrent>
 
 namespace {
@@ -54,13 +56,14 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
     m_strError.clear();
     m_strReport.clear();
     if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
-        || !checkCellCount(options.inputPaths().size()) || !sizePage(options.sceneSize()))
+        || !checkCellCount(options.inputPaths().size()) || !sizePage(options.sceneSize())
+        || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
     QVector<QImage> images;
     if (!readImages(options.inputPaths(), images))
         return false;
     placeImages(images);
-    return exportPage(options.exportPath());
+    return exportPage(options.exportPath()) && writeMethods(options.methodsPath());
 }
 
 QString CVXLayoutBatch::errorText() const
@@ -71,6 +74,11 @@ QString CVXLayoutBatch::errorText() const
 QString CVXLayoutBatch::reportLine() const
 {
     return m_strReport;
+}
+
+QByteArray CVXLayoutBatch::provenance() const
+{
+    return CVXSLayoutProvenance::describe(m_provenance).toUtf8();
 }
 
 bool CVXLayoutBatch::chooseStyle(const QString& strStyle)
@@ -104,6 +112,38 @@ bool CVXLayoutBatch::checkExportName(const QString& strPath)
         m_strError = tr("Cannot export to \"%1\": the file name is longer than %2 characters.")
                          .arg(strPath)
                          .arg(VXSExportFormats::MaxFileNameLength);
+        return false;
+    }
+    return true;
+}
+
+bool CVXLayoutBatch::checkMethodsName(const QString& strPath, const QString& strExportPath)
+{
+    if (strPath.isEmpty())
+        return true;
+    const QFileInfo info(strPath);
+    if (info.absoluteFilePath() == QFileInfo(strExportPath).absoluteFilePath()) {
+        m_strError = tr("The Methods paragraph cannot go to \"%1\": that is the output file.").arg(strPath);
+        return false;
+    }
+    // Checked before anything is written, so that a bad name leaves no figure without its text.
+    const QFileInfo folder(info.absolutePath());
+    if (info.isDir() || !folder.isDir() || !folder.isWritable()) {
+        m_strError = tr("Cannot write the Methods paragraph to \"%1\": no writable file there.").arg(strPath);
+        return false;
+    }
+    return true;
+}
+
+bool CVXLayoutBatch::writeMethods(const QString& strPath)
+{
+    if (strPath.isEmpty())
+        return true;
+    QSaveFile file(strPath);
+    if (!file.open(QIODevice::WriteOnly)
+        || file.write(CVXSLayoutProvenance::methodsParagraph(m_provenance).toUtf8()) < 0 || !file.commit()) {
+        m_strError = tr("Wrote the figure, but cannot write the Methods paragraph to \"%1\": %2")
+                         .arg(strPath, file.errorString());
         return false;
     }
     return true;
@@ -184,6 +224,7 @@ bool CVXLayoutBatch::exportPage(QString strPath)
         m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
         return false;
     }
+    m_provenance = CVXSLayoutProvenance::keysOf(page);
     m_strReport = tr("Wrote %1 (%2 x %3 pixels)").arg(strPath).arg(page.width()).arg(page.height());
     return true;
 }

@@ -21,6 +21,9 @@ public:
     QSize sceneSize() const;
     QString exportPath() const;
     QStringList inputPaths() const;
+    bool isProvenanceRequested() const;
+    // Empty when no Methods paragraph is wanted.
+    QString methodsPath() const;
     QString errorText() const;
 
     // The usage, options and a description naming the given layout styles.
@@ -36,5 +39,7 @@ private:
     QSize m_sceneSize {1000, 800};
     QString m_strExportPath;
     QStringList m_inputPaths;
+    bool m_bProvenance = false;
+    QString m_strMethodsPath;
     QString m_strError;
 };
