@@ -1,3 +1,4 @@
+#include "RequireTool.h"
 #include "SolidImage.h"
 #include "VXSImageExporter.h"
 
@@ -9,13 +10,6 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
-
-// Checks that read our files back need programs from outside; without them they cannot run.
-#define VX_REQUIRE_TOOL(name)                                                                      \
-    do {                                                                                           \
-        if (QStandardPaths::findExecutable(QStringLiteral(name)).isEmpty())                        \
-            QSKIP(name " is not installed; scripts/install-deps.sh installs it");                  \
-    } while (false)
 
 namespace {
 

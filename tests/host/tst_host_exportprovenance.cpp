@@ -1,20 +1,13 @@
+#include "RequireTool.h"
 #include "SolidImage.h"
 
 #include <VXImageProvenance.h>
 #include <VXSImageExporter.h>
 
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <QtTest>
-
-// Checks that read our files back need programs from outside; without them they cannot run.
-#define VX_REQUIRE_TOOL(name)                                                                      \
-    do {                                                                                           \
-        if (QStandardPaths::findExecutable(QStringLiteral(name)).isEmpty())                        \
-            QSKIP(name " is not installed; scripts/install-deps.sh installs it");                  \
-    } while (false)
 
 namespace {
 
@@ -74,6 +67,16 @@ Keys valueFigure(const QString& strValue)
     Keys source = dicomSource(QStringLiteral("scan.dcm"), QStringLiteral("1.2.3.4.5"));
     source.insert(QString::fromLatin1(CVXImageProvenance::PatientId), strValue);
     return figureKeys({source});
+}
+
+// The figures every format is tried with, by row name.
+QVector<QPair<const char*, Keys>> valueRows()
+{
+    return {{"typical", typicalFigure()},
+            {"no metadata", Keys()},
+            {"non-ascii", valueFigure(QString::fromUtf8("Maus-Ä \u6CE8 \U0001F42D"))},
+            {"10000 characters", valueFigure(QString(10000, QLatin1Char('x')))},
+            {"16 dicom sources", sixteenDicomSources()}};
 }
 
 QImage keyedImage(const Keys& keys)
@@ -232,12 +235,7 @@ void TestHostExportProvenance::readBackByExiftool_data()
     QTest::addColumn<QByteArray>("suffix");
     QTest::addColumn<Keys>("keys");
     for (const QByteArray& suffix : {QByteArray("png"), QByteArray("tif"), QByteArray("jpg")}) {
-        for (const auto& row : QVector<QPair<const char*, Keys>>{
-                 {"typical", typicalFigure()},
-                 {"no metadata", Keys()},
-                 {"non-ascii", valueFigure(QString::fromUtf8("Maus-Ä \u6CE8 \U0001F42D"))},
-                 {"10000 characters", valueFigure(QString(10000, QLatin1Char('x')))},
-                 {"16 dicom sources", sixteenDicomSources()}})
+        for (const auto& row : valueRows())
             QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
     }
 }
@@ -385,12 +383,8 @@ void TestHostExportProvenance::metafilesCarryCommentRecords_data()
     QTest::addColumn<QByteArray>("suffix");
     QTest::addColumn<Keys>("keys");
     for (const QByteArray& suffix : {QByteArray("emf"), QByteArray("wmf")}) {
-        QTest::addRow("%s typical", suffix.constData()) << suffix << typicalFigure();
-        QTest::addRow("%s no metadata", suffix.constData()) << suffix << Keys();
-        QTest::addRow("%s non-ascii", suffix.constData())
-            << suffix << valueFigure(QString::fromUtf8("Maus-Ä \u6CE8 \U0001F42D"));
-        QTest::addRow("%s 10000 characters", suffix.constData()) << suffix << valueFigure(QString(10000, QLatin1Char('x')));
-        QTest::addRow("%s 16 dicom sources", suffix.constData()) << suffix << sixteenDicomSources();
+        for (const auto& row : valueRows())
+            QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
     }
 }
 
