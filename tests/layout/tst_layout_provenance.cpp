@@ -128,7 +128,7 @@ void TestLayoutProvenance::pageNamesBothImagesInZOrder()
 
     QCOMPARE(keys.value(key(CVXSLayoutProvenance::LayoutStyle)), QStringLiteral("Layout 2x1"));
     QCOMPARE(keys.value(key(CVXSLayoutProvenance::Grid)), QStringLiteral("2 x 1"));
-    QCOMPARE(keys.value(key(CVXSLayoutProvenance::PageSize)), QStringLiteral("497 x 397 layout units"));
+    QCOMPARE(keys.value(key(CVXSLayoutProvenance::PageSize)), QStringLiteral("496 x 396 layout units"));
     QCOMPARE(keys.value(key(CVXImageProvenance::ImageSize)),
              QStringLiteral("%1 x %2 pixels").arg(page.width()).arg(page.height()));
     QVERIFY(keys.value(key(CVXSLayoutProvenance::Software)).startsWith(QStringLiteral("Vexor Image Layout")));
@@ -163,7 +163,8 @@ void TestLayoutProvenance::raisingAnImageChangesItsNumber()
 void TestLayoutProvenance::sourceWithoutKeysGivesNoSourceParts()
 {
     m_pFixture->chooseStyle(kLayout2x1);
-    m_pFixture->pasteImage(solidImage(kSourceSize, Qt::red));
+    // A file's own text, such as a camera's comment, is no key of the host.
+    m_pFixture->pasteImage(keyedImage({{QStringLiteral("Comment"), QStringLiteral("camera text")}}));
     m_pFixture->pasteImage(keyedImage(plainFileKeys()));
 
     const Keys keys = renderedKeys();
@@ -188,6 +189,7 @@ void TestLayoutProvenance::freeStyleHasNoCells()
 
     const Keys keys = renderedKeys();
 
+    // The style box may speak another language; the key does not.
     QCOMPARE(keys.value(key(CVXSLayoutProvenance::LayoutStyle)), QStringLiteral("Free style"));
     QVERIFY(!keys.contains(key(CVXSLayoutProvenance::Grid)));
     QVERIFY(!keys.contains(imageKey(1, CVXSLayoutProvenance::Cell)));

@@ -375,7 +375,8 @@ void TestToolsVxLayout::printsProvenanceAndWritesMethods()
     QCOMPARE(lines.value(0), QStringLiteral("Wrote %1 (4004 x 3204 pixels)").arg(strFigure));
     // Printed as UTF-8 whatever the locale; read back here as the locale reads it.
     for (const QByteArray& expected :
-         {QByteArray("Layout Style: Layout 2x1"), QByteArray("Images: 2"), QByteArray("Image Size: 4004 x 3204 pixels"),
+         {QByteArray("Layout Style: Layout 2x1"), QByteArray("Images: 2"), QByteArray("Page Size: 1000 x 800 layout units"),
+          QByteArray("Image Size: 4004 x 3204 pixels"),
           QByteArray("Image 1 Cell: 1, row 1, column 1"), QByteArray("Image 1 Source: scan.dcm"),
           QByteArray("Image 1 Patient ID: Maus-\xC3\x84"),
           QByteArray("Image 1 SOP Instance UID: 1.2.826.0.1.3680043.2.1143.7"),

@@ -59,7 +59,8 @@ CVXSLayoutProvenance::Keys CVXSLayoutProvenance::keys() const
         const VXSLayoutStyles::Style& style = VXSLayoutStyles::Styles[m_nStyle];
         keys.insert(key(Grid), QStringLiteral("%1 x %2").arg(style.columns).arg(style.rows));
     }
-    keys.insert(key(PageSize), sizeText(m_pageSize, QStringLiteral("layout units")));
+    // The page as it was sized; the rendered page is one unit larger, its edges inclusive.
+    keys.insert(key(PageSize), sizeText(m_scene.sceneRect().size().toSize(), QStringLiteral("layout units")));
     keys.insert(key(Software), softwareName());
     keys.insert(key(SoftwareVersion), QStringLiteral(VX_VERSION));
     keys.insert(key(Date), now());

@@ -30,7 +30,7 @@ public:
     static constexpr const char* Position = "Position";
 
     // pView tells its own items apart, as for CVXSLayoutRenderer; nStyle is the layout
-    // style's number, pageSize the page in layout units.
+    // style's number, pageSize the rendered page in layout units (the images on it count).
     CVXSLayoutProvenance(QGraphicsScene& scene, const CVXSLayoutView* pView, int nStyle, const QSize& pageSize);
 
     Keys keys() const;

@@ -92,8 +92,11 @@ QString derivationDescription(const QImage& image)
             sources << (strFrame.isEmpty() ? strSource : QStringLiteral("%1 frame %2").arg(strSource, strFrame));
     }
     const QString strImages = image.text(key(CVXImageProvenance::ImageCount));
-    if (!strImages.isEmpty())
-        return QStringLiteral("Image layout of %1 images: %2").arg(strImages, sources.join(QStringLiteral("; ")));
+    if (!strImages.isEmpty()) {
+        return QStringLiteral("Image layout of %1 %2: %3")
+            .arg(strImages, strImages == QLatin1String("1") ? QStringLiteral("image") : QStringLiteral("images"),
+                 sources.join(QStringLiteral("; ")));
+    }
     return sources.isEmpty() ? QString() : QStringLiteral("Exported from %1").arg(sources.join(QStringLiteral("; ")));
 }
 

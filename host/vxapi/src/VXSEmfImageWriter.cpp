@@ -74,13 +74,16 @@ qint64 paddedSize(qint64 nSize)
     return (nSize + 3) & ~qint64(3);
 }
 
-// One EMR_COMMENT per text key of the image, "Key: value" in UTF-8 as private data. Its
-// first bytes come from the key, never the identifiers of public or EMF+ comments.
+// One EMR_COMMENT per text key of the image, "Key: value" in UTF-8 as private data. A key
+// starting like the identifier of a public or an EMF+ comment gets a space in front, so
+// that readers never take the text for records.
 QVector<QByteArray> commentData(const QImage& image)
 {
     QVector<QByteArray> comments;
-    for (const QString& strLine : CVXSExportText::lines(image))
-        comments << strLine.toUtf8();
+    for (const QString& strLine : CVXSExportText::lines(image)) {
+        const QByteArray data = strLine.toUtf8();
+        comments << (data.startsWith("GDIC") || data.startsWith("EMF+") ? ' ' + data : data);
+    }
     return comments;
 }
 
