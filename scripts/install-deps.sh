@@ -26,6 +26,7 @@ PACKAGES=(
     dicom3tools
     emf2svg
     ghostscript
+    libimage-exiftool-perl  # exiftool: provenance text in PNG, TIFF and JPEG
     libtiff-tools
     librsvg2-bin
     libwmf-bin

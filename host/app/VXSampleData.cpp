@@ -4,6 +4,8 @@
 #include "VXColorMap.h"
 #include "VXXrayPhantom.h"
 
+#include <VXImageProvenance.h>
+
 #include <QPainter>
 #include <QtMath>
 
@@ -13,6 +15,13 @@ const QSize kLuminescenceSize(480, 640);
 const QSize kFluorescenceSize(320, 320);
 constexpr quint32 kLuminescenceSeed = 1202;
 constexpr quint32 kFluorescenceSeed = 1203;
+
+// Names the sample as the image's source, so that figures made from it say so.
+QImage named(QImage image, const QString& strSample)
+{
+    image.setText(QString::fromLatin1(CVXImageProvenance::Source), strSample);
+    return image;
+}
 
 double gaussian(const QPointF& point, const QPointF& centre, double dSigma)
 {
@@ -63,7 +72,7 @@ QImage fluorescenceFrame(double dAmplitude, quint32 nSeed)
 
 QImage CVXSampleData::xrayPhantom()
 {
-    return CVXXrayPhantom::render();
+    return named(CVXXrayPhantom::render(), QStringLiteral("Sample X-ray phantom (generated)"));
 }
 
 QImage CVXSampleData::luminescence()
@@ -81,9 +90,11 @@ QImage CVXSampleData::luminescence()
             pLine[x] = blend(pLine[x], CVXColorMap::hot(0.2 + 0.8 * dSignal), dAlpha);
         }
     }
-    QPainter painter(&image);
-    CVXColorMap::drawHotScale(painter, QRect(440, 120, 16, 400), 5);
-    return image;
+    {
+        QPainter painter(&image);
+        CVXColorMap::drawHotScale(painter, QRect(440, 120, 16, 400), 5);
+    }
+    return named(image, QStringLiteral("Sample luminescence image (generated)"));
 }
 
 QVector<QImage> CVXSampleData::fluorescenceSequence(int nFrames)
@@ -91,7 +102,11 @@ QVector<QImage> CVXSampleData::fluorescenceSequence(int nFrames)
     QVector<QImage> frames;
     for (int i = 0; i < nFrames; ++i) {
         const double t = nFrames > 1 ? double(i) / (nFrames - 1) : 0.0;
-        frames.append(fluorescenceFrame(uptake(t), kFluorescenceSeed + quint32(i)));
+        QImage frame = named(fluorescenceFrame(uptake(t), kFluorescenceSeed + quint32(i)),
+                             QStringLiteral("Sample fluorescence sequence (generated)"));
+        frame.setText(QString::fromLatin1(CVXImageProvenance::Frame), QString::number(i + 1));
+        frame.setText(QString::fromLatin1(CVXImageProvenance::FrameCount), QString::number(nFrames));
+        frames.append(frame);
     }
     return frames;
 }

@@ -4,7 +4,8 @@
 #include <QVector>
 
 // The built-in sample images, generated rather than shipped, so that every installation
-// can show the workflow without data. Each call draws the same pixels.
+// can show the workflow without data. Each call draws the same pixels. Every image names
+// the sample as its source (text key CVXImageProvenance::Source); frames their number.
 class CVXSampleData
 {
 public:

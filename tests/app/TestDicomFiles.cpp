@@ -55,6 +55,8 @@ void insertHeader(DcmDataset* pData, const CTestDicomFiles::SHeader& header)
         pData->putAndInsertString(DCM_WindowCenter, header.strWindowCentre.toLatin1().constData());
         pData->putAndInsertString(DCM_WindowWidth, header.strWindowWidth.toLatin1().constData());
     }
+    for (const auto& attribute : header.attributes)
+        pData->putAndInsertString(attribute.first, attribute.second.constData());
 }
 
 void insertPixelData(DcmDataset* pData, int nBits, const QVector<quint16>& samples)

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <dcmtk/dcmdata/dctagkey.h>
 #include <dcmtk/dcmdata/dcxfer.h>
 
 #include <QSize>
 #include <QString>
 #include <QVector>
+
+#include <utility>
+#include <vector>
 
 // DICOM files written with the DICOM toolkit, as the host tests need them.
 class CTestDicomFiles
@@ -22,6 +26,9 @@ public:
         QSize size;
         QString strWindowCentre;
         QString strWindowWidth;
+        // Further string attributes, written as given (after the ones above, so they may
+        // replace them, such as the SOP Instance UID).
+        std::vector<std::pair<DcmTagKey, QByteArray>> attributes;
     };
 
     // A secondary capture image whose pixel data holds these samples in file order

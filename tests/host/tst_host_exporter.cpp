@@ -1,4 +1,5 @@
 #include "ExportReadBack.h"
+#include "RequireTool.h"
 #include "SolidImage.h"
 #include "VXSImageExporter.h"
 
@@ -10,13 +11,6 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
-
-// Checks that read our files back need programs from outside; without them they cannot run.
-#define VX_REQUIRE_TOOL(name)                                                                      \
-    do {                                                                                           \
-        if (QStandardPaths::findExecutable(QStringLiteral(name)).isEmpty())                        \
-            QSKIP(name " is not installed; scripts/install-deps.sh installs it");                  \
-    } while (false)
 
 namespace {
 

@@ -1,4 +1,5 @@
 #include "OutsideProgram.h"
+#include "TestDicomFiles.h"
 #include "TestImageFiles.h"
 #include "WidgetLeaks.h"
 
@@ -12,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
+
+#include <dcmtk/dcmdata/dcdeftag.h>
 
 #include <unistd.h>
 
@@ -195,6 +198,7 @@ private slots:
     void refusesUnwritableOutput();
     void refusesUnwritableVectorPage_data();
     void refusesUnwritableVectorPage();
+    void printsProvenanceAndWritesMethods();
 
 private:
     QString input(const QString& strName) const;
@@ -533,6 +537,19 @@ void TestToolsVxLayout::refusesBadInput_data()
             << QStringList {"--layout", "Layout 2x2"} + page + QStringList {input("red.png"), input(pName)}
             << QStringList {QStringLiteral("Cannot read \"%1\": %2").arg(input(pName), strReason)};
     }
+    QTest::newRow("methods file is the output")
+        << QStringList {"--layout", "Layout 2x2", "--methods", strPage} + page + QStringList {input("red.png")}
+        << QStringList {QStringLiteral("The Methods paragraph cannot go to \"%1\": that is the output file.").arg(strPage)};
+    QTest::newRow("methods in a missing folder")
+        << QStringList {"--layout", "Layout 2x2", "--methods", output("no/such/methods.txt")} + page
+               + QStringList {input("red.png")}
+        << QStringList {QStringLiteral("Cannot write the Methods paragraph to \"%1\"").arg(output("no/such/methods.txt"))};
+    QTest::newRow("methods file is a folder")
+        << QStringList {"--layout", "Layout 2x2", "--methods", m_dir.path()} + page + QStringList {input("red.png")}
+        << QStringList {QStringLiteral("Cannot write the Methods paragraph to \"%1\"").arg(m_dir.path())};
+    QTest::newRow("methods without a file")
+        << QStringList {"--layout", "Layout 2x2", "--methods="} + page + QStringList {input("red.png")}
+        << QStringList {"No file given for --methods"};
     QTest::newRow("two unreadable")
         << QStringList {"--layout", "Layout 2x2"} + page + QStringList {input("missing.png"), input("notes.png")}
         << QStringList {QStringLiteral("Cannot read \"%1\"").arg(input("missing.png")),
@@ -628,6 +645,46 @@ void TestToolsVxLayout::refusesUnwritableVectorPage()
     QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), before);
     QVERIFY(!target.isFile() || target.isSymLink());
     QCOMPARE(QFileInfo(page).isDir(), page.contains(QLatin1String("/folder/")));
+}
+
+void TestToolsVxLayout::printsProvenanceAndWritesMethods()
+{
+    CTestDicomFiles::SHeader header;
+    header.size = QSize(40, 30);
+    header.attributes = {{DCM_SpecificCharacterSet, "ISO_IR 192"},
+                         {DCM_PatientID, "Maus-\xC3\x84"},
+                         {DCM_SOPInstanceUID, "1.2.826.0.1.3680043.2.1143.7"},
+                         {DCM_SeriesInstanceUID, "1.2.826.0.1.3680043.2.1143.7.1"},
+                         {DCM_AcquisitionDate, "20240502"}};
+    QVERIFY(CTestDicomFiles::write(input("scan.dcm"), header, QVector<quint16>(40 * 30, 90)));
+    const QString strFigure = output("figure.png");
+    const QString strMethods = output("figure-methods.txt");
+
+    const ToolRun run = runTool({"--layout", "Layout 2x1", "--export", strFigure, "--provenance", "--methods",
+                                 strMethods, input("scan.dcm"), input("red.png")});
+
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    const QStringList lines = run.strOut.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QCOMPARE(lines.value(0), QStringLiteral("Wrote %1 (4004 x 3204 pixels)").arg(strFigure));
+    // Printed as UTF-8 whatever the locale; read back here as the locale reads it.
+    for (const QByteArray& expected :
+         {QByteArray("Layout Style: Layout 2x1"), QByteArray("Images: 2"), QByteArray("Page Size: 1000 x 800 layout units"),
+          QByteArray("Image Size: 4004 x 3204 pixels"),
+          QByteArray("Image 1 Cell: 1, row 1, column 1"), QByteArray("Image 1 Source: scan.dcm"),
+          QByteArray("Image 1 Patient ID: Maus-\xC3\x84"),
+          QByteArray("Image 1 SOP Instance UID: 1.2.826.0.1.3680043.2.1143.7"),
+          QByteArray("Image 2 Cell: 2, row 1, column 2"), QByteArray("Image 2 Source: red.png")})
+        QVERIFY2(lines.contains(QString::fromLocal8Bit(expected)), expected.constData());
+    QFile methods(strMethods);
+    QVERIFY(methods.open(QIODevice::ReadOnly));
+    const QString strParagraph = QString::fromUtf8(methods.readAll());
+    QVERIFY2(strParagraph.startsWith(QString::fromUtf8(
+                 "Figure assembled from 2 images in a 2 x 1 grid: Image 1 (cell 1, row 1, column 1) shows scan.dcm "
+                 "(animal Maus-\xC3\x84, acquired 2024-05-02, series 1.2.826.0.1.3680043.2.1143.7.1). "
+                 "Image 2 (cell 2, row 1, column 2) shows red.png. Assembled with Vexor Image Layout (vxlayout)")),
+             qPrintable(strParagraph));
+    // The figure itself carries the same, as PNG text.
+    QCOMPARE(QImage(strFigure).text(QStringLiteral("Image 1 Source")), QStringLiteral("scan.dcm"));
 }
 
 QTEST_MAIN(TestToolsVxLayout)

@@ -6,6 +6,7 @@
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutRenderer.h>
 #include <VXSLayoutVectorPage.h>
+#include <VXSLayoutProvenance.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 #include <VXStatus.h>
@@ -13,6 +14,7 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QResizeEvent>
+#include <QSaveFile>
 #include <QtConcurrent>
 
 namespace {
@@ -71,13 +73,13 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
     m_strReport.clear();
     if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
         || !checkDpi(options.exportPath(), options.dpi()) || !checkCellCount(options.inputPaths().size())
-        || !sizePage(options.sceneSize()))
+        || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
     QVector<QImage> images;
     if (!readImages(options.inputPaths(), images))
         return false;
     placeImages(images);
-    return exportPage(options.exportPath(), options.dpi());
+    return exportPage(options.exportPath(), options.dpi()) && writeMethods(options.methodsPath());
 }
 
 QString CVXLayoutBatch::errorText() const
@@ -88,6 +90,11 @@ QString CVXLayoutBatch::errorText() const
 QString CVXLayoutBatch::reportLine() const
 {
     return m_strReport;
+}
+
+QByteArray CVXLayoutBatch::provenance() const
+{
+    return CVXSLayoutProvenance::describe(m_provenance).toUtf8();
 }
 
 bool CVXLayoutBatch::chooseStyle(const QString& strStyle)
@@ -134,6 +141,38 @@ bool CVXLayoutBatch::checkDpi(const QString& strPath, int nDpi)
     m_strError = tr("--dpi applies to .bmp, .jpg, .png, .tif and .pdf files; \"%1\" has no resolution to set.")
                      .arg(QFileInfo(strPath).fileName());
     return false;
+}
+
+bool CVXLayoutBatch::checkMethodsName(const QString& strPath, const QString& strExportPath)
+{
+    if (strPath.isEmpty())
+        return true;
+    const QFileInfo info(strPath);
+    if (info.absoluteFilePath() == QFileInfo(strExportPath).absoluteFilePath()) {
+        m_strError = tr("The Methods paragraph cannot go to \"%1\": that is the output file.").arg(strPath);
+        return false;
+    }
+    // Checked before anything is written, so that a bad name leaves no figure without its text.
+    const QFileInfo folder(info.absolutePath());
+    if (info.isDir() || !folder.isDir() || !folder.isWritable()) {
+        m_strError = tr("Cannot write the Methods paragraph to \"%1\": no writable file there.").arg(strPath);
+        return false;
+    }
+    return true;
+}
+
+bool CVXLayoutBatch::writeMethods(const QString& strPath)
+{
+    if (strPath.isEmpty())
+        return true;
+    QSaveFile file(strPath);
+    if (!file.open(QIODevice::WriteOnly)
+        || file.write(CVXSLayoutProvenance::methodsParagraph(m_provenance).toUtf8()) < 0 || !file.commit()) {
+        m_strError = tr("Wrote the figure, but cannot write the Methods paragraph to \"%1\": %2")
+                         .arg(strPath, file.errorString());
+        return false;
+    }
+    return true;
 }
 
 bool CVXLayoutBatch::checkCellCount(int nImages)
@@ -217,6 +256,7 @@ bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)
         m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
         return false;
     }
+    m_provenance = CVXSLayoutProvenance::keysOf(page);
     m_strReport = tr("Wrote %1 (%2 x %3 pixels)").arg(strPath).arg(page.width()).arg(page.height());
     return true;
 }
@@ -238,6 +278,9 @@ bool CVXLayoutBatch::exportVectorPage(const QString& strPath, int nDpi)
         m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
         return false;
     }
+    m_provenance =
+        CVXSLayoutProvenance(*m_manager.getScene(), m_manager.getLayoutView(), m_manager.currentStyle(), renderer.pageSize())
+            .keys();
     m_strReport = tr("Wrote %1 (%2 x %3 points)").arg(strPath).arg(page.pointSize().width()).arg(page.pointSize().height());
     return true;
 }

@@ -3,6 +3,7 @@
 #include "VXLayoutBatchOptions.h"
 
 #include <VXSLayoutManager.h>
+#include <VXSLayoutProvenance.h>
 
 #include <QCoreApplication>
 #include <QImage>
@@ -28,12 +29,16 @@ public:
     QString errorText() const;
     // One line for the file written.
     QString reportLine() const;
+    // Where the written page's images came from: one "Key: value" line per key, UTF-8.
+    QByteArray provenance() const;
 
 private:
     bool chooseStyle(const QString& strStyle);
     bool checkExportName(const QString& strPath);
     bool checkCellCount(int nImages);
     bool checkDpi(const QString& strPath, int nDpi);
+    bool checkMethodsName(const QString& strPath, const QString& strExportPath);
+    bool writeMethods(const QString& strPath);
     bool sizePage(const QSize& sceneSize);
     static void deliverPendingResize(QWidget* pWidget);
     bool readImages(const QStringList& paths, QVector<QImage>& images);
@@ -44,4 +49,5 @@ private:
     CVXSLayoutManager m_manager;
     QString m_strError;
     QString m_strReport;
+    CVXSLayoutProvenance::Keys m_provenance;
 };

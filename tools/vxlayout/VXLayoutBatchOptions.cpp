@@ -37,6 +37,20 @@ QCommandLineOption dpiOption()
         QStringLiteral("N"));
 }
 
+QCommandLineOption provenanceOption()
+{
+    return QCommandLineOption(QStringLiteral("provenance"),
+                              CVXLayoutBatchOptions::tr("After writing, print where the page's images came from."));
+}
+
+QCommandLineOption methodsOption()
+{
+    return QCommandLineOption(QStringLiteral("methods"),
+                              CVXLayoutBatchOptions::tr("Also write a Methods paragraph describing the figure "
+                                                        "(UTF-8 text)."),
+                              QStringLiteral("file"));
+}
+
 QCommandLineOption helpOption()
 {
     return QCommandLineOption({QStringLiteral("h"), QStringLiteral("help")},
@@ -49,6 +63,8 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(sizeOption());
     parser.addOption(exportOption());
     parser.addOption(dpiOption());
+    parser.addOption(provenanceOption());
+    parser.addOption(methodsOption());
     parser.addOption(helpOption());
     parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
                                  QStringLiteral("image..."));
@@ -72,6 +88,12 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
     m_strLayoutStyle = parser.value(layoutOption());
     m_strExportPath = parser.value(exportOption());
     m_inputPaths = parser.positionalArguments();
+    m_bProvenance = parser.isSet(provenanceOption());
+    m_strMethodsPath = parser.value(methodsOption());
+    if (parser.isSet(methodsOption()) && m_strMethodsPath.isEmpty()) {
+        m_strError = tr("No file given for --methods, e.g. --methods figure-methods.txt.");
+        return false;
+    }
     if (!parser.isSet(layoutOption())) {
         m_strError = tr("No layout style given: use --layout, e.g. --layout \"Layout 2x2\".");
         return false;
@@ -142,6 +164,16 @@ int CVXLayoutBatchOptions::dpi() const
     return m_nDpi;
 }
 
+bool CVXLayoutBatchOptions::isProvenanceRequested() const
+{
+    return m_bProvenance;
+}
+
+QString CVXLayoutBatchOptions::methodsPath() const
+{
+    return m_strMethodsPath;
+}
+
 QStringList CVXLayoutBatchOptions::inputPaths() const
 {
     return m_inputPaths;
@@ -176,6 +208,10 @@ QString CVXLayoutBatchOptions::helpText(const QStringList& styleNames)
            "is described at, which leaves the page's size and look alone. Without it they carry the\n"
            "screen's, 100 dpi when no display is chosen, as before.\n"
            "An existing output file is replaced; on any error nothing is written.\n"
+           "\n"
+           "The page keeps where its images came from (file, frame, animal, date, DICOM UIDs) in\n"
+           "the output file where the format has a place for it; --provenance prints it and\n"
+           "--methods writes it as a Methods paragraph.\n"
            "\n"
            "Layout styles:\n"
            "  %2\n"

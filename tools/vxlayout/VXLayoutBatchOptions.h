@@ -25,6 +25,9 @@ public:
     // The resolution asked for in dots per inch, 0 when none was.
     int dpi() const;
     QStringList inputPaths() const;
+    bool isProvenanceRequested() const;
+    // Empty when no Methods paragraph is wanted.
+    QString methodsPath() const;
     QString errorText() const;
 
     // The usage, options and a description naming the given layout styles.
@@ -42,5 +45,7 @@ private:
     QString m_strExportPath;
     int m_nDpi = 0;
     QStringList m_inputPaths;
+    bool m_bProvenance = false;
+    QString m_strMethodsPath;
     QString m_strError;
 };

@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QTextStream>
 
+#include <cstdio>
+
 int main(int argc, char** argv)
 {
     // Nothing is ever shown, so no display is needed unless the caller chose a platform.
@@ -34,5 +36,10 @@ int main(int argc, char** argv)
         return 1;
     }
     out << batch.reportLine() << "\n";
+    if (options.isProvenanceRequested()) {
+        out.flush();
+        // UTF-8 whatever the locale: the values are names and IDs that must arrive intact.
+        std::fwrite(batch.provenance().constData(), 1, size_t(batch.provenance().size()), stdout);
+    }
     return 0;
 }

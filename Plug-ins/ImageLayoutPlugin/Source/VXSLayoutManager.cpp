@@ -9,6 +9,7 @@
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemImage.h"
+#include "VXSLayoutProvenance.h"
 #include "VXSLayoutRenderer.h"
 #include "VXSLayoutStyles.h"
 #include "VXSLayoutTranslator.h"
@@ -551,7 +552,8 @@ QImage CVXSLayoutManager::renderLayoutImage(double dScale)
         return QImage();
     renderer.render(painter, dScale);
     painter.end();
-    return pixmap.toImage();
+    return CVXSLayoutProvenance(*m_pLayoutView->scene(), m_pLayoutView, currentStyle(), renderer.pageSize())
+        .attachedTo(pixmap.toImage());
 }
 
 void CVXSLayoutManager::exportLayout()

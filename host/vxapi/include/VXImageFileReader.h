@@ -21,11 +21,15 @@ public:
 
     // Every page of the file (one for most formats; all of a multi-page TIFF, all frames
     // of a DICOM file), ready for display. Empty when the file cannot be read; strError then says why.
+    // Each page names its source (CVXImageProvenance): the file name, the frame number in
+    // a multi-page file and, for DICOM, the study, series, instance and animal.
     static QVector<QImage> read(const QString& strPath, QString& strError);
     // The filter offered by the open dialogs.
     static QString dialogFilter();
 
 private:
+    static QVector<QImage> readFile(const QString& strPath, QString& strError);
+    static void labelPages(QVector<QImage>& pages, const QString& strFileName);
     static QVector<QImage> readDicom(const QString& strPath, QString& strError);
     static QVector<QImage> readPages(QImageReader& reader, QString& strError);
     // The memory the pages take once decoded, as far as the headers tell.

@@ -12,7 +12,7 @@ class VXAPI_EXPORT CVXImageWindowing
 public:
     static bool hasDeepChannels(const QImage& image);
     // 8-bit images come back unchanged; Grayscale16 becomes Grayscale8 and the 64-bit
-    // colour formats become ARGB32, each windowed as described above.
+    // colour formats become ARGB32, each windowed as described above. Text keys are kept.
     static QImage toDisplay(const QImage& image);
 
 private:

@@ -26,7 +26,8 @@ public:
     virtual CVXSViewState getViewState();
     void setViewState(const CVXSViewState& state);
     // The window's current content: with bGrabDisplayed the picture as drawn on screen,
-    // otherwise the image at full resolution.
+    // otherwise the image at full resolution. Either carries the image's text keys, the
+    // window's title and its own size (CVXImageProvenance).
     virtual QImage grabImage(bool bGrabDisplayed);
     // Whether grabImage works while the window is minimized, for the grab mode given
     // (1: as displayed). False means the window must be restored first.

@@ -34,7 +34,9 @@ public:
     // The frames shown, under the name the host gave them.
     CVXSSequenceDataset* sequenceDataset() const;
 
-    // The content of the named tab as an image, null for an unknown name.
+    // The content of the named tab as an image, null for an unknown name. It carries the
+    // text keys of the frame shown (of all frames for the other tabs), the tab's title, the
+    // frame's place in the sequence and the window's title (CVXImageProvenance).
     QImage tabImage(const QString& strTabName) const;
     // Copies the content of the named tab to the system clipboard; false for an unknown name.
     bool copyTabToClipboard(const QString& strTabName);

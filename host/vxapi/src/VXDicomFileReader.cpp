@@ -1,5 +1,7 @@
 #include "VXDicomFileReader.h"
 
+#include "VXImageProvenance.h"
+
 #include <dcmtk/dcmdata/dcdeftag.h>
 #include <dcmtk/dcmdata/dcfilefo.h>
 #include <dcmtk/dcmdata/dcrledrg.h>
@@ -11,6 +13,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -39,6 +43,48 @@ QImage imageFromOutput(const void* pData, const QSize& size, bool bColour)
     for (int y = 0; y < size.height(); ++y)
         memcpy(image.scanLine(y), pBytes + qint64(y) * nRowBytes, size_t(nRowBytes));
     return image;
+}
+
+// A string attribute's value (one of several where nPosition says), decoded as the file's
+// character set says: UTF-8 where it names ISO_IR 192, otherwise Latin-1 (ASCII included).
+QString attributeText(DcmDataset& data, const DcmTagKey& key, bool bUtf8, unsigned long nPosition = 0)
+{
+    OFString value;
+    if (data.findAndGetOFString(key, value, nPosition).bad())
+        return QString();
+    const QByteArray bytes(value.c_str(), int(value.length()));
+    return (bUtf8 ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes)).trimmed();
+}
+
+bool allDigits(const QString& strText)
+{
+    return std::all_of(strText.cbegin(), strText.cend(), [](QChar c) { return c.isDigit(); });
+}
+
+// DA "20240502" as "2024-05-02"; anything else as it is.
+QString readableDate(const QString& strDate)
+{
+    if (strDate.size() != 8 || !allDigits(strDate))
+        return strDate;
+    return QStringLiteral("%1-%2-%3").arg(strDate.left(4), strDate.mid(4, 2), strDate.mid(6, 2));
+}
+
+// TM "101530.25" as "10:15:30.25"; anything else as it is.
+QString readableTime(const QString& strTime)
+{
+    if (strTime.size() < 6 || !allDigits(strTime.left(6)))
+        return strTime;
+    return QStringLiteral("%1:%2:%3").arg(strTime.left(2), strTime.mid(2, 2), strTime.mid(4));
+}
+
+// Pixel Spacing holds the distance between rows, then between columns, in mm.
+QString readableSpacing(DcmDataset& data)
+{
+    const QString strRows = attributeText(data, DCM_PixelSpacing, false, 0);
+    const QString strColumns = attributeText(data, DCM_PixelSpacing, false, 1);
+    if (strRows.isEmpty() || strColumns.isEmpty())
+        return strRows;
+    return QStringLiteral("%1 mm x %2 mm (row x column)").arg(strRows, strColumns);
 }
 
 } // namespace
@@ -178,7 +224,29 @@ QVector<QImage> CVXDicomFileReader::readFrames()
         }
         frames.append(frame);
     }
+    labelFrames(frames);
     return frames;
+}
+
+void CVXDicomFileReader::labelFrames(QVector<QImage>& frames) const
+{
+    DcmDataset& data = *m_pFile->getDataset();
+    const bool bUtf8 = attributeText(data, DCM_SpecificCharacterSet, false).contains(QLatin1String("ISO_IR 192"));
+    const QVector<QPair<const char*, QString>> attributes = {
+        {CVXImageProvenance::PatientId, attributeText(data, DCM_PatientID, bUtf8)},
+        {CVXImageProvenance::AcquisitionDate, readableDate(attributeText(data, DCM_AcquisitionDate, false))},
+        {CVXImageProvenance::AcquisitionTime, readableTime(attributeText(data, DCM_AcquisitionTime, false))},
+        {CVXImageProvenance::Modality, attributeText(data, DCM_Modality, false)},
+        {CVXImageProvenance::PixelSpacing, readableSpacing(data)},
+        {CVXImageProvenance::StudyInstanceUid, attributeText(data, DCM_StudyInstanceUID, false)},
+        {CVXImageProvenance::SeriesInstanceUid, attributeText(data, DCM_SeriesInstanceUID, false)},
+        {CVXImageProvenance::SopInstanceUid, attributeText(data, DCM_SOPInstanceUID, false)},
+        {CVXImageProvenance::SopClassUid, attributeText(data, DCM_SOPClassUID, false)},
+    };
+    for (QImage& frame : frames) {
+        for (const auto& attribute : attributes)
+            CVXImageProvenance::setKey(frame, QString::fromLatin1(attribute.first), attribute.second);
+    }
 }
 
 namespace {

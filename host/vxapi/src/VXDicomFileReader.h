@@ -31,12 +31,15 @@ public:
     QSize frameSize() const;
     // The memory the frames take once decoded, as the header tells.
     qint64 decodedBytes() const;
-    // Every frame ready for display; empty when decoding fails, errorString() then says why.
+    // Every frame ready for display, carrying the file's study, series and instance UIDs,
+    // animal, acquisition date and time, modality and pixel spacing as text keys
+    // (CVXImageProvenance); empty when decoding fails, errorString() then says why.
     QVector<QImage> readFrames();
 
 private:
     void readHeader();
     void checkPixelDataLength();
+    void labelFrames(QVector<QImage>& frames) const;
     static void registerDecoders();
 
     QString m_strPath;

@@ -1,6 +1,7 @@
 #include "VXImageFileReader.h"
 
 #include "VXDicomFileReader.h"
+#include "VXImageProvenance.h"
 #include "VXImageWindowing.h"
 
 #include <QFileInfo>
@@ -25,6 +26,13 @@ int pageCount(const QImageReader& reader)
 
 QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strError)
 {
+    QVector<QImage> pages = readFile(strPath, strError);
+    labelPages(pages, QFileInfo(strPath).fileName());
+    return pages;
+}
+
+QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& strError)
+{
     strError.clear();
     const QFileInfo info(strPath);
     // The reader would call an empty file an unsupported format, which misleads.
@@ -47,6 +55,19 @@ QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strErr
     }
     QImageReader reader(strPath);
     return readPages(reader, strError);
+}
+
+void CVXImageFileReader::labelPages(QVector<QImage>& pages, const QString& strFileName)
+{
+    for (int i = 0; i < pages.size(); ++i) {
+        QImage& page = pages[i];
+        page.setText(QString::fromLatin1(CVXImageProvenance::Source), strFileName);
+        // A single image needs no number; the pages of a multi-page file do.
+        if (pages.size() > 1) {
+            page.setText(QString::fromLatin1(CVXImageProvenance::Frame), QString::number(i + 1));
+            page.setText(QString::fromLatin1(CVXImageProvenance::FrameCount), QString::number(pages.size()));
+        }
+    }
 }
 
 QString CVXImageFileReader::dialogFilter()

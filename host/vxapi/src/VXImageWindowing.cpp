@@ -1,5 +1,7 @@
 #include "VXImageWindowing.h"
 
+#include "VXImageProvenance.h"
+
 #include <QRgba64>
 
 #include <limits>
@@ -61,7 +63,10 @@ QImage CVXImageWindowing::toDisplay(const QImage& image)
 {
     if (!hasDeepChannels(image))
         return image;
-    return image.format() == QImage::Format_Grayscale16 ? windowGrey(image) : windowColour(image);
+    QImage display = image.format() == QImage::Format_Grayscale16 ? windowGrey(image) : windowColour(image);
+    // A new image made pixel by pixel; where the source came from still holds.
+    CVXImageProvenance::copyKeys(image, display);
+    return display;
 }
 
 QImage CVXImageWindowing::windowGrey(const QImage& image)

@@ -1,5 +1,6 @@
 #include "VXSChildWindow.h"
 
+#include "VXImageProvenance.h"
 #include "VXSDataset.h"
 #include "VXSWorkspace.h"
 
@@ -45,7 +46,11 @@ void CVXSChildWindow::setViewState(const CVXSViewState& state)
 
 QImage CVXSChildWindow::grabImage(bool bGrabDisplayed)
 {
-    return bGrabDisplayed ? grab().toImage() : image();
+    QImage grabbed = bGrabDisplayed ? grab().toImage() : image();
+    if (bGrabDisplayed)
+        CVXImageProvenance::copyKeys(image(), grabbed);
+    CVXImageProvenance::markHandedOver(grabbed, CVXImageProvenance::windowTitleOf(this));
+    return grabbed;
 }
 
 bool CVXSChildWindow::canGrabMinimized(int nGrabMode)

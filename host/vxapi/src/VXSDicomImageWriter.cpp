@@ -1,8 +1,11 @@
 #include "VXSDicomImageWriter.h"
 
+#include "VXImageProvenance.h"
+#include "VXSExportText.h"
 #include "VXSPixelPacking.h"
 
 #include <QDateTime>
+#include <QRegularExpression>
 
 #include <dcmtk/config/osconfig.h>
 #include <dcmtk/dcmdata/dcdeftag.h>
@@ -11,6 +14,8 @@
 #include <dcmtk/dcmdata/dcpixel.h>
 #include <dcmtk/dcmdata/dcuid.h>
 
+#include <algorithm>
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -24,6 +29,131 @@ struct Attribute {
     DcmTagKey key;
     QByteArray value; // empty for type 2 attributes the layout has no value for
 };
+
+// Value lengths of the text attributes that say where the image came from: Derivation
+// Description is ST, Image Comments LT. Longer texts are cut and end in a note saying so.
+constexpr int kDerivationDescriptionMax = 1024;
+constexpr int kImageCommentsMax = 10240;
+constexpr int kUidMax = 64;
+
+// A DICOM image the exported one was made from.
+struct SourceReference {
+    QString strClassUid;
+    QString strInstanceUid;
+};
+
+QString key(const char* pKey)
+{
+    return QString::fromLatin1(pKey);
+}
+
+bool isUid(const QString& strUid)
+{
+    static const QRegularExpression uidPattern(QStringLiteral("^(0|[1-9][0-9]*)(\\.(0|[1-9][0-9]*))*$"));
+    return strUid.size() <= kUidMax && uidPattern.match(strUid).hasMatch();
+}
+
+// The keys' prefixes under which the image names its sources: none for an image from a
+// single source, "Image n " for each image of a layout figure.
+QVector<std::function<QString(const char*)>> sourceKeyNames(const QImage& image)
+{
+    QVector<std::function<QString(const char*)>> names = {[](const char* pKey) { return key(pKey); }};
+    const int nImages = image.text(key(CVXImageProvenance::ImageCount)).toInt();
+    for (int n = 1; n <= nImages; ++n)
+        names << [n](const char* pKey) { return CVXImageProvenance::imageKey(n, key(pKey)); };
+    return names;
+}
+
+// Every DICOM source with a valid SOP Class and Instance UID, each once.
+QVector<SourceReference> sourceReferences(const QImage& image)
+{
+    QVector<SourceReference> references;
+    QStringList instances;
+    for (const auto& name : sourceKeyNames(image)) {
+        const SourceReference reference {image.text(name(CVXImageProvenance::SopClassUid)),
+                                         image.text(name(CVXImageProvenance::SopInstanceUid))};
+        if (isUid(reference.strClassUid) && isUid(reference.strInstanceUid)
+            && !instances.contains(reference.strInstanceUid)) {
+            references << reference;
+            instances << reference.strInstanceUid;
+        }
+    }
+    return references;
+}
+
+// "Image layout of 2 images: scan.dcm frame 2; photo.png", or the single source.
+QString derivationDescription(const QImage& image)
+{
+    QStringList sources;
+    for (const auto& name : sourceKeyNames(image)) {
+        const QString strSource = image.text(name(CVXImageProvenance::Source));
+        const QString strFrame = image.text(name(CVXImageProvenance::Frame));
+        if (!strSource.isEmpty())
+            sources << (strFrame.isEmpty() ? strSource : QStringLiteral("%1 frame %2").arg(strSource, strFrame));
+    }
+    const QString strImages = image.text(key(CVXImageProvenance::ImageCount));
+    if (!strImages.isEmpty()) {
+        return QStringLiteral("Image layout of %1 %2: %3")
+            .arg(strImages, strImages == QLatin1String("1") ? QStringLiteral("image") : QStringLiteral("images"),
+                 sources.join(QStringLiteral("; ")));
+    }
+    return sources.isEmpty() ? QString() : QStringLiteral("Exported from %1").arg(sources.join(QStringLiteral("; ")));
+}
+
+bool fitsLatin1(const QString& strText)
+{
+    return std::all_of(strText.cbegin(), strText.cend(), [](QChar c) { return c.unicode() <= 0xFF; });
+}
+
+// The text in the data set's character set: Latin-1 where it suffices, otherwise UTF-8.
+QByteArray encoded(const QByteArray& utf8, bool bUtf8)
+{
+    return bUtf8 ? utf8 : QString::fromUtf8(utf8).toLatin1();
+}
+
+OFCondition putSourceReferences(DcmDataset& dataset, const QVector<SourceReference>& references)
+{
+    OFCondition result = EC_Normal;
+    for (const SourceReference& reference : references) {
+        DcmItem* pItem = nullptr;
+        // -2 appends a new item.
+        result = dataset.findOrCreateSequenceItem(DCM_SourceImageSequence, pItem, -2);
+        if (result.good())
+            result = pItem->putAndInsertString(DCM_ReferencedSOPClassUID, reference.strClassUid.toLatin1().constData());
+        if (result.good())
+            result = pItem->putAndInsertString(DCM_ReferencedSOPInstanceUID,
+                                               reference.strInstanceUid.toLatin1().constData());
+        if (result.bad())
+            return result;
+    }
+    return result;
+}
+
+// Where the image came from: Derivation Description, Image Comments with every key, and
+// the Source Image Sequence referencing each DICOM source.
+OFCondition putProvenance(DcmDataset& dataset, const QImage& image)
+{
+    const QStringList lines = CVXSExportText::lines(image);
+    if (lines.isEmpty())
+        return EC_Normal;
+    const QString strDescription = derivationDescription(image);
+    const QString strComments = lines.join(QStringLiteral("\r\n"));
+    const bool bUtf8 = !fitsLatin1(strDescription + strComments);
+    OFCondition result = dataset.putAndInsertString(DCM_SpecificCharacterSet, bUtf8 ? "ISO_IR 192" : "ISO_IR 100");
+    if (result.good() && !strDescription.isEmpty()) {
+        result = dataset.putAndInsertString(
+            DCM_DerivationDescription,
+            encoded(CVXSExportText::fitted(CVXSExportText::singleLine(strDescription), kDerivationDescriptionMax), bUtf8)
+                .constData());
+    }
+    if (result.good()) {
+        result = dataset.putAndInsertString(DCM_ImageComments,
+                                            encoded(CVXSExportText::fitted(strComments, kImageCommentsMax), bUtf8).constData());
+    }
+    if (result.good())
+        result = putSourceReferences(dataset, sourceReferences(image));
+    return result;
+}
 
 QByteArray newUid(const char* pRoot)
 {
@@ -123,7 +253,8 @@ OFCondition fillDataset(DcmDataset& dataset, const QImage& rgb32)
         if (result.bad())
             return result;
     }
-    return putPixelModule(dataset, rgb32);
+    const OFCondition result = putProvenance(dataset, rgb32);
+    return result.good() ? putPixelModule(dataset, rgb32) : result;
 }
 
 // DCMTK writes in chunks and asks for the filled buffer to be taken whenever it is full.

@@ -1,5 +1,6 @@
 #include "VXSEpsImageWriter.h"
 
+#include "VXSExportText.h"
 #include "VXSPixelPacking.h"
 #include "VXUtilityFns.h"
 
@@ -14,6 +15,9 @@ namespace {
 
 // DSC wants lines of at most 255 characters.
 constexpr int kAscii85LineLength = 76;
+constexpr int kDscLineLength = 255;
+const QByteArray kProvenanceComment("%%VXProvenance: ");
+const QByteArray kContinuationComment("%%+ ");
 constexpr int kDeflateChunk = 1 << 16;
 
 // Deflates the image's rows, packed as RGB, into one zlib stream.
@@ -87,8 +91,44 @@ void appendAscii85(const QByteArray& bytes, QByteArray& out)
     out.append("~>\n");
 }
 
-QByteArray header(const QSize& size)
+// The pieces of a comment value: printable ASCII as it is; the backslash, control
+// characters and the UTF-8 bytes of anything else as \ooo escapes, so that no value can end
+// its comment line and reach the PostScript.
+QVector<QByteArray> escapedPieces(const QString& strText)
 {
+    QVector<QByteArray> pieces;
+    for (const char c : strText.toUtf8()) {
+        const auto byte = uchar(c);
+        if (byte >= 0x20 && byte < 0x7F && byte != '\\')
+            pieces << QByteArray(1, c);
+        else
+            pieces << '\\' + QByteArray::number(byte, 8).rightJustified(3, '0');
+    }
+    return pieces;
+}
+
+// One "%%VXProvenance: Key: value" comment per text key of the image, going on in "%%+"
+// lines where it is longer than a DSC line; an escape is never split.
+QByteArray provenanceComments(const QImage& image)
+{
+    QByteArray comments;
+    for (const QString& strLine : CVXSExportText::lines(image)) {
+        QByteArray line = kProvenanceComment;
+        for (const QByteArray& piece : escapedPieces(strLine)) {
+            if (line.size() + piece.size() > kDscLineLength) {
+                comments += line + '\n';
+                line = kContinuationComment;
+            }
+            line += piece;
+        }
+        comments += line + '\n';
+    }
+    return comments;
+}
+
+QByteArray header(const QImage& image)
+{
+    const QSize size = image.size();
     const QByteArray width = QByteArray::number(size.width());
     const QByteArray height = QByteArray::number(size.height());
     const QByteArray creator = CVXUtilityFns::getAppName().toUtf8().replace('\n', ' ');
@@ -97,6 +137,7 @@ QByteArray header(const QSize& size)
            "%%BoundingBox: 0 0 " + width + ' ' + height + "\n"
            "%%Creator: " + creator + "\n"
            "%%CreationDate: " + created + "\n"
+           + provenanceComments(image) +
            "%%LanguageLevel: 2\n"
            "%%Pages: 1\n"
            "%%EndComments\n"
@@ -133,7 +174,7 @@ tag_estatus CVXSEpsImageWriter::encode(const QImage& image, QByteArray& data) co
     // ASCII85 makes 5 characters of 4 bytes; each line adds a break and may add a space.
     const qint64 nCharacters = (qint64(compressed.size()) + 3) / 4 * 5;
     const qint64 nEncodedSize = nCharacters + 2 * (nCharacters / kAscii85LineLength + 1) + 3;
-    const QByteArray head = header(image.size());
+    const QByteArray head = header(image);
     const qint64 nFileSize = head.size() + nEncodedSize + qint64(qstrlen(kTrailer));
     if (nFileSize > std::numeric_limits<int>::max())
         return eSTATUS_IMAGE_TOO_LARGE;

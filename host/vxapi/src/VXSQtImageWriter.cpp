@@ -1,5 +1,8 @@
 #include "VXSQtImageWriter.h"
 
+#include "VXSExportText.h"
+#include "VXSTiffDescription.h"
+
 #include <QBuffer>
 #include <QImageWriter>
 
@@ -11,6 +14,22 @@ namespace {
 constexpr int kJpegMaxSide = 65500;
 // libpng's default limit for width and height (PNG_USER_WIDTH_MAX, PNG_USER_HEIGHT_MAX).
 constexpr int kPngMaxSide = 1000000;
+// A JPEG comment segment holds at most this many bytes; Qt writes one "Key: value" comment
+// per text key and would cut a longer one anywhere, even inside a character.
+constexpr int kJpegCommentMaxBytes = 65533;
+
+// The image with every value short enough for its JPEG comment; a copy only when one is not.
+QImage withCommentsThatFit(const QImage& image)
+{
+    QImage fitting = image;
+    for (const QString& strKey : image.textKeys()) {
+        const int nRoom = kJpegCommentMaxBytes - (strKey + QStringLiteral(": ")).toUtf8().size();
+        const QString strValue = image.text(strKey);
+        if (strValue.toUtf8().size() > nRoom)
+            fitting.setText(strKey, QString::fromUtf8(CVXSExportText::fitted(strValue, nRoom)));
+    }
+    return fitting;
+}
 
 } // namespace
 
@@ -27,10 +46,23 @@ tag_estatus CVXSQtImageWriter::encode(const QImage& image, QByteArray& data) con
     QBuffer buffer(&data);
     buffer.open(QIODevice::WriteOnly);
     QImageWriter writer(&buffer, m_oFormat);
-    if (writer.write(image))
-        return eSTATUS_SUCCESS;
+    // PNG keeps the text keys as text chunks by itself; TIFF gets them added below.
+    if (writer.write(m_oFormat == "jpeg" ? withCommentsThatFit(image) : image)) {
+        buffer.close();
+        return addDescription(image, data);
+    }
     return writer.error() == QImageWriter::UnsupportedFormatError ? eSTATUS_UNSUPPORTED_FORMAT
                                                                    : eSTATUS_WRITE_FAILED;
+}
+
+tag_estatus CVXSQtImageWriter::addDescription(const QImage& image, QByteArray& data) const
+{
+    const QStringList lines = CVXSExportText::lines(image);
+    if (m_oFormat != "tiff" || lines.isEmpty())
+        return eSTATUS_SUCCESS;
+    // ImageDescription is text of any length; the file must stay below 4 GiB.
+    return CVXSTiffDescription::insert(data, lines.join(QLatin1Char('\n')).toUtf8()) ? eSTATUS_SUCCESS
+                                                                                      : eSTATUS_IMAGE_TOO_LARGE;
 }
 
 bool CVXSQtImageWriter::canWrite(const QByteArray& format)

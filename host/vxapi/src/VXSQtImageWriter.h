@@ -2,7 +2,9 @@
 
 #include "VXSImageWriter.h"
 
-// Formats that Qt's own image writers produce (bmp, jpeg, png, tiff).
+// Formats that Qt's own image writers produce (bmp, jpeg, png, tiff). The image's text keys
+// go along: PNG text chunks, one JPEG comment per key, the TIFF ImageDescription; BMP has
+// no place for them.
 class CVXSQtImageWriter : public CVXSImageWriter
 {
 public:
@@ -16,6 +18,8 @@ public:
 
 private:
     int maxSide() const;
+    // The TIFF's ImageDescription, one line per key.
+    tag_estatus addDescription(const QImage& image, QByteArray& data) const;
 
     QByteArray m_oFormat;
 };

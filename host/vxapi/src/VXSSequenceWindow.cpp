@@ -1,5 +1,6 @@
 #include "VXSSequenceWindow.h"
 
+#include "VXImageProvenance.h"
 #include "VXSSequenceDataset.h"
 
 #include <QClipboard>
@@ -9,6 +10,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QtMath>
+
+#include <algorithm>
 
 namespace {
 
@@ -98,6 +101,30 @@ QImage thumbnailMontage(const QVector<QImage>& frames)
     return montage;
 }
 
+// The tabs showing all frames at once carry what the frames have in common: every key all
+// of them hold with one value, and the sources of all of them.
+QImage withKeysOfAllFrames(QImage image, const QVector<QImage>& frames)
+{
+    if (image.isNull() || frames.isEmpty())
+        return image;
+    const QImage& first = frames.first();
+    for (const QString& strKey : first.textKeys()) {
+        const QString strValue = first.text(strKey);
+        if (std::all_of(frames.cbegin(), frames.cend(),
+                        [&](const QImage& frame) { return frame.text(strKey) == strValue; }))
+            image.setText(strKey, strValue);
+    }
+    QStringList sources;
+    for (const QImage& frame : frames) {
+        const QString strSource = frame.text(QString::fromLatin1(CVXImageProvenance::Source));
+        if (!strSource.isEmpty() && !sources.contains(strSource))
+            sources << strSource;
+    }
+    CVXImageProvenance::setKey(image, QString::fromLatin1(CVXImageProvenance::Source),
+                               sources.join(QStringLiteral(", ")));
+    return image;
+}
+
 int tabIndexOf(const QTabWidget* pTabs, const QString& strTabName)
 {
     for (int i = 0; i < pTabs->count(); ++i) {
@@ -121,8 +148,9 @@ CVXSSequenceWindow::CVXSSequenceWindow(const QVector<QImage>& frames, QWidget* p
 {
     // The pages hold the tab images, computed once because the frames never change.
     m_pTabs->addTab(new CVXSChildWindow(frames.value(0)), kSequenceTab);
-    m_pTabs->addTab(new CVXSChildWindow(maximumIntensityProjection(frames)), kProjectionTab);
-    m_pTabs->addTab(new CVXSChildWindow(thumbnailMontage(frames)), kThumbnailTab);
+    m_pTabs->addTab(new CVXSChildWindow(withKeysOfAllFrames(maximumIntensityProjection(frames), frames)),
+                    kProjectionTab);
+    m_pTabs->addTab(new CVXSChildWindow(withKeysOfAllFrames(thumbnailMontage(frames), frames)), kThumbnailTab);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pTabs);
@@ -137,9 +165,13 @@ bool CVXSSequenceWindow::isSequenceWindow()
 
 QImage CVXSSequenceWindow::grabImage(bool bGrabDisplayed)
 {
-    if (bGrabDisplayed)
-        return m_pTabs->currentWidget()->grab().toImage();
-    return tabImage(getCurrentTabName());
+    const QImage tab = tabImage(getCurrentTabName());
+    if (!bGrabDisplayed)
+        return tab;
+    QImage grabbed = m_pTabs->currentWidget()->grab().toImage();
+    CVXImageProvenance::copyKeys(tab, grabbed);
+    CVXImageProvenance::markHandedOver(grabbed, CVXImageProvenance::windowTitleOf(this));
+    return grabbed;
 }
 
 QString CVXSSequenceWindow::getCurrentTabName() const
@@ -183,7 +215,18 @@ CVXSSequenceDataset* CVXSSequenceWindow::sequenceDataset() const
 QImage CVXSSequenceWindow::tabImage(const QString& strTabName) const
 {
     const int nIndex = tabIndexOf(m_pTabs, strTabName);
-    return nIndex < 0 ? QImage() : tabPage(m_pTabs, nIndex)->image();
+    if (nIndex < 0)
+        return QImage();
+    QImage image = tabPage(m_pTabs, nIndex)->image();
+    if (image.isNull())
+        return image;
+    image.setText(QString::fromLatin1(CVXImageProvenance::Tab), m_pTabs->tabText(nIndex));
+    if (m_pTabs->tabText(nIndex) == kSequenceTab) {
+        image.setText(QString::fromLatin1(CVXImageProvenance::SequenceFrame),
+                      QStringLiteral("%1 of %2").arg(m_nCurrentFrame + 1).arg(frameCount()));
+    }
+    CVXImageProvenance::markHandedOver(image, CVXImageProvenance::windowTitleOf(this));
+    return image;
 }
 
 bool CVXSSequenceWindow::copyTabToClipboard(const QString& strTabName)

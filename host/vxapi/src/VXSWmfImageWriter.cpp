@@ -1,6 +1,7 @@
 #include "VXSWmfImageWriter.h"
 
 #include "VXSDeviceIndependentBitmap.h"
+#include "VXSExportText.h"
 
 #include <QDataStream>
 
@@ -22,6 +23,10 @@ constexpr quint16 kMetaSetMapMode = 0x0103;
 constexpr quint16 kMetaSetWindowOrg = 0x020B;
 constexpr quint16 kMetaSetWindowExt = 0x020C;
 constexpr quint16 kMetaStretchDib = 0x0F43;
+constexpr quint16 kMetaEscape = 0x0626;
+constexpr quint16 kMfComment = 0x000F;
+// An escape's byte count is 16-bit; longer comments are cut and say so.
+constexpr int kCommentMaxBytes = 65534;
 
 constexpr qint16 kMapModeAnisotropic = 8;
 constexpr quint32 kSrcCopy = 0x00CC0020;
@@ -32,6 +37,8 @@ constexpr quint32 kSetMapModeWords = 4;
 constexpr quint32 kPointRecordWords = 5;
 constexpr quint32 kStretchDibFixedWords = 14;
 constexpr quint32 kEofWords = 3;
+// META_ESCAPE up to its data: size, function, escape function, byte count.
+constexpr quint32 kEscapeFixedWords = 5;
 
 void writePlaceableHeader(QDataStream& out, const QSize& size)
 {
@@ -66,6 +73,28 @@ void writeStretchDib(QDataStream& out, const QSize& size, const CVXSDeviceIndepe
     bitmap.write(out);
 }
 
+// One MFCOMMENT escape per text key of the image, "Key: value" in UTF-8.
+QVector<QByteArray> commentData(const QImage& image)
+{
+    QVector<QByteArray> comments;
+    for (const QString& strLine : CVXSExportText::lines(image))
+        comments << CVXSExportText::fitted(strLine, kCommentMaxBytes);
+    return comments;
+}
+
+quint32 commentWords(const QByteArray& comment)
+{
+    return kEscapeFixedWords + quint32(comment.size() + 1) / 2;
+}
+
+void writeComment(QDataStream& out, const QByteArray& comment)
+{
+    out << commentWords(comment) << kMetaEscape << kMfComment << quint16(comment.size());
+    out.writeRawData(comment.constData(), comment.size());
+    if (comment.size() & 1)
+        out << quint8(0);
+}
+
 } // namespace
 
 tag_estatus CVXSWmfImageWriter::encode(const QImage& image, QByteArray& data) const
@@ -75,8 +104,13 @@ tag_estatus CVXSWmfImageWriter::encode(const QImage& image, QByteArray& data) co
     const CVXSDeviceIndependentBitmap bitmap(image);
     // The bitmap's rows are padded to 4 bytes, so its size is a whole number of words.
     const qint64 nStretchDibWords = kStretchDibFixedWords + bitmap.size() / 2;
-    const qint64 nMetafileWords = kHeaderWords + kSetMapModeWords + 2 * kPointRecordWords
-        + nStretchDibWords + kEofWords;
+    const QVector<QByteArray> comments = commentData(image);
+    qint64 nMetafileWords = kHeaderWords + kSetMapModeWords + 2 * kPointRecordWords + nStretchDibWords + kEofWords;
+    qint64 nLargestWords = nStretchDibWords;
+    for (const QByteArray& comment : comments) {
+        nMetafileWords += commentWords(comment);
+        nLargestWords = qMax<qint64>(nLargestWords, commentWords(comment));
+    }
     if (nMetafileWords > std::numeric_limits<quint32>::max())
         return eSTATUS_IMAGE_TOO_LARGE;
 
@@ -85,9 +119,11 @@ tag_estatus CVXSWmfImageWriter::encode(const QImage& image, QByteArray& data) co
     QDataStream out(&data, QIODevice::WriteOnly);
     out.setByteOrder(QDataStream::LittleEndian);
     writePlaceableHeader(out, image.size());
-    // No objects; the largest record is the bitmap.
+    // No objects.
     out << kMemoryMetafile << kHeaderWords << kVersion << quint32(nMetafileWords) << quint16(0)
-        << quint32(nStretchDibWords) << quint16(0);
+        << quint32(nLargestWords) << quint16(0);
+    for (const QByteArray& comment : comments)
+        writeComment(out, comment);
     out << kSetMapModeWords << kMetaSetMapMode << kMapModeAnisotropic;
     writePointRecord(out, kMetaSetWindowOrg, QSize(0, 0));
     writePointRecord(out, kMetaSetWindowExt, image.size());
