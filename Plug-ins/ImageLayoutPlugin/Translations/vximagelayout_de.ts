@@ -2,6 +2,19 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>CVXImageLayoutPlugin</name>
+    <message>
+        <source>Image Layout Window</source>
+        <translation>Bildlayout-Fenster</translation>
+    </message>
+    <message>
+        <source>The Image Layout window was not closed normally.
+Restore the layout as it was on %1?</source>
+        <translation>Das Bildlayout-Fenster wurde nicht ordnungsgemäß geschlossen.
+Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
+    </message>
+</context>
+<context>
     <name>CVXSEditText</name>
     <message>
         <source>Edit Text</source>
@@ -49,6 +62,222 @@
     </message>
 </context>
 <context>
+    <name>CVXSJsonReader</name>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>ein Text</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is longer than %2 characters</source>
+        <translation>&quot;%1&quot; ist länger als %2 Zeichen</translation>
+    </message>
+    <message>
+        <source>an object</source>
+        <translation>ein Objekt</translation>
+    </message>
+    <message>
+        <source>a list</source>
+        <translation>eine Liste</translation>
+    </message>
+    <message>
+        <source>a colour written as #aarrggbb</source>
+        <translation>eine Farbe in der Form #aarrggbb</translation>
+    </message>
+    <message>
+        <source>a list of %1 numbers</source>
+        <translation>eine Liste aus %1 Zahlen</translation>
+    </message>
+    <message>
+        <source>a list of %1 whole numbers</source>
+        <translation>eine Liste aus %1 ganzen Zahlen</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>&quot;%1&quot; fehlt</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, outside %3 to %4</source>
+        <translation>&quot;%1&quot; ist %2, außerhalb von %3 bis %4</translation>
+    </message>
+    <message>
+        <source>a whole number</source>
+        <translation>eine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be %2</source>
+        <translation>&quot;%1&quot; muss %2 sein</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutDocumentCodec</name>
+    <message>
+        <source>it is not a layout file (layout.json does not name the format &quot;%1&quot;)</source>
+        <translation>es ist keine Layoutdatei (layout.json nennt nicht das Format &quot;%1&quot;)</translation>
+    </message>
+    <message>
+        <source>it was saved by a newer version of the program (layout format %1; this version reads format %2 and older)</source>
+        <translation>sie wurde mit einer neueren Version des Programms gespeichert (Layoutformat %1; diese Version liest Format %2 und ältere)</translation>
+    </message>
+    <message>
+        <source>item %1</source>
+        <translation>Element %1</translation>
+    </message>
+    <message>
+        <source>it is not an object</source>
+        <translation>es ist kein Objekt</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutFile</name>
+    <message>
+        <source>Cannot save &quot;%1&quot;: %2.</source>
+        <translation>&quot;%1&quot; kann nicht gespeichert werden: %2.</translation>
+    </message>
+    <message>
+        <source>Cannot open &quot;%1&quot;: %2.</source>
+        <translation>&quot;%1&quot; kann nicht geöffnet werden: %2.</translation>
+    </message>
+    <message>
+        <source>the layout holds a value a layout file cannot keep (%1)</source>
+        <translation>das Layout enthält einen Wert, den eine Layoutdatei nicht aufnehmen kann (%1)</translation>
+    </message>
+    <message>
+        <source>the image &quot;%1&quot; cannot be stored as PNG</source>
+        <translation>das Bild &quot;%1&quot; kann nicht als PNG gespeichert werden</translation>
+    </message>
+    <message>
+        <source>no file name was given</source>
+        <translation>es wurde kein Dateiname angegeben</translation>
+    </message>
+    <message>
+        <source>it is a folder</source>
+        <translation>es ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>it does not exist</source>
+        <translation>sie existiert nicht</translation>
+    </message>
+    <message>
+        <source>it is empty</source>
+        <translation>sie ist leer</translation>
+    </message>
+    <message>
+        <source>the image &quot;%1&quot; would take %2 MiB of memory; a layout file keeps images of at most %3 MiB</source>
+        <translation>das Bild &quot;%1&quot; bräuchte %2 MiB Speicher; eine Layoutdatei nimmt Bilder bis %3 MiB auf</translation>
+    </message>
+    <message>
+        <source>its images would take more than %1 MiB of memory together</source>
+        <translation>ihre Bilder bräuchten zusammen mehr als %1 MiB Speicher</translation>
+    </message>
+    <message>
+        <source>layout.json is not valid JSON (%1 at byte %2)</source>
+        <translation>layout.json ist kein gültiges JSON (%1 bei Byte %2)</translation>
+    </message>
+    <message>
+        <source>layout.json does not hold a JSON object</source>
+        <translation>layout.json enthält kein JSON-Objekt</translation>
+    </message>
+    <message>
+        <source>the image &quot;%1&quot; cannot be used: %2</source>
+        <translation>das Bild &quot;%1&quot; kann nicht verwendet werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutFileCommands</name>
+    <message>
+        <source>Save Layout As</source>
+        <translation>Layout speichern unter</translation>
+    </message>
+    <message>
+        <source>Layouts (*.vxlayout)</source>
+        <translation>Layouts (*.vxlayout)</translation>
+    </message>
+    <message>
+        <source>The layout could not be saved.</source>
+        <translation>Das Layout konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Open Layout</source>
+        <translation>Layout öffnen</translation>
+    </message>
+    <message>
+        <source>The layout could not be opened.</source>
+        <translation>Das Layout konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>The layout has unsaved changes.
+Do you want to save them?</source>
+        <translation>Das Layout enthält ungespeicherte Änderungen.
+Möchten Sie sie speichern?</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>The layout could not be restored.</source>
+        <translation>Das Layout konnte nicht wiederhergestellt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutImageCodec</name>
+    <message>
+        <source>it is not a PNG image</source>
+        <translation>es ist kein PNG-Bild</translation>
+    </message>
+    <message>
+        <source>its PNG header is damaged</source>
+        <translation>sein PNG-Kopf ist beschädigt</translation>
+    </message>
+    <message>
+        <source>its PNG data cannot be decoded (%1)</source>
+        <translation>seine PNG-Daten können nicht dekodiert werden (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutItemCodec</name>
+    <message>
+        <source>unknown kind &quot;%1&quot;</source>
+        <translation>unbekannte Art &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;rect&quot; has a negative width or height</source>
+        <translation>&quot;rect&quot; hat eine negative Breite oder Höhe</translation>
+    </message>
+    <message>
+        <source>&quot;font&quot; does not describe a font</source>
+        <translation>&quot;font&quot; beschreibt keine Schrift</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, which is no such style</source>
+        <translation>&quot;%1&quot; ist %2, einen solchen Stil gibt es nicht</translation>
+    </message>
+</context>
+<context>
     <name>CVXSLayoutManager</name>
     <message>
         <source>Are you sure you want to clear the layout?
@@ -83,6 +312,45 @@ Vorhandene Datei überschreiben?</translation>
     <message>
         <source>Image could not be created!</source>
         <translation>Das Bild konnte nicht erstellt werden!</translation>
+    </message>
+    <message>
+        <source>New Layout</source>
+        <translation>Neues Layout</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutView</name>
+    <message>
+        <source>Resize</source>
+        <translation>Größe ändern</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Draw Rectangle</source>
+        <translation>Rechteck zeichnen</translation>
+    </message>
+    <message>
+        <source>Draw Ellipse</source>
+        <translation>Ellipse zeichnen</translation>
+    </message>
+    <message>
+        <source>Draw Double Arrow</source>
+        <translation>Doppelpfeil zeichnen</translation>
+    </message>
+    <message>
+        <source>Draw Arrow</source>
+        <translation>Pfeil zeichnen</translation>
+    </message>
+    <message>
+        <source>Draw Line</source>
+        <translation>Linie zeichnen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
     </message>
 </context>
 <context>
@@ -248,6 +516,77 @@ Vorhandene Datei überschreiben?</translation>
 Delete few images before changing the layout style.</source>
         <translation>Es gibt mehr Bilder als Zellen im gewählten Layout!
 Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Paste Image</source>
+        <translation>Bild einfügen</translation>
+    </message>
+    <message>
+        <source>Add Text</source>
+        <translation>Text hinzufügen</translation>
+    </message>
+    <message>
+        <source>Edit Text</source>
+        <translation>Text bearbeiten</translation>
+    </message>
+    <message>
+        <source>Change Font</source>
+        <translation>Schrift ändern</translation>
+    </message>
+    <message>
+        <source>Change Colour</source>
+        <translation>Farbe ändern</translation>
+    </message>
+    <message>
+        <source>Change Layout Style</source>
+        <translation>Layoutstil ändern</translation>
+    </message>
+    <message>
+        <source>Bring Forward</source>
+        <translation>Eine Ebene nach vorne</translation>
+    </message>
+    <message>
+        <source>Bring to Front</source>
+        <translation>In den Vordergrund</translation>
+    </message>
+    <message>
+        <source>Send Backward</source>
+        <translation>Eine Ebene nach hinten</translation>
+    </message>
+    <message>
+        <source>Send to Back</source>
+        <translation>In den Hintergrund</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSZipReader</name>
+    <message>
+        <source>the entry &quot;%1&quot; is missing</source>
+        <translation>der Eintrag &quot;%1&quot; fehlt</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; would unpack to %2 MiB; at most %3 MiB are read</source>
+        <translation>der Eintrag &quot;%1&quot; wäre entpackt %2 MiB groß; gelesen werden höchstens %3 MiB</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; is damaged (%2)</source>
+        <translation>der Eintrag &quot;%1&quot; ist beschädigt (%2)</translation>
+    </message>
+    <message>
+        <source>it is not a layout file (no zip archive), or its end is missing</source>
+        <translation>es ist keine Layoutdatei (kein Zip-Archiv), oder ihr Ende fehlt</translation>
+    </message>
+    <message>
+        <source>the archive is damaged (its directory contradicts its entries)</source>
+        <translation>das Archiv ist beschädigt (sein Verzeichnis widerspricht seinen Einträgen)</translation>
     </message>
 </context>
 </TS>
