@@ -386,7 +386,7 @@ int main(int argc, char** argv)
     if (bCopyImages)
         std::printf("  (this program holds %d image copies, %.0f MiB)\n", bench.copiedImages(),
                     bench.copiedImages() * ImageSide * double(ImageSide) * 4 / MiB);
-    std::printf("  history overhead: %.1f MiB = %.1f %% of the images (target < %.0f %%): %s\n", overhead / MiB,
+    std::printf("  history overhead: %.1f MiB = %.2f %% of the images (target < %.0f %%): %s\n", overhead / MiB,
                 percent, MemoryTargetPercent, bMemoryMet ? "met" : "MISSED");
     std::printf("%s\n", g_bAllMet ? "All targets met." : "Some targets MISSED.");
     return g_bAllMet ? 0 : 1;
