@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QToolButton>
 #include <QtTest>
@@ -196,3 +197,11 @@ QImage LayoutFixture::grabViewport() const
     return view()->viewport()->grab().toImage();
 }
 
+void LayoutFixture::enterAnnotation(const QString& strText)
+{
+    auto* pEdit = window()->findChild<QLineEdit*>(QStringLiteral("m_pAnnotationEdit"));
+    pEdit->selectAll();
+    QTest::keyClick(pEdit, Qt::Key_Backspace);
+    QTest::keyClicks(pEdit, strText);
+    QTest::keyClick(pEdit, Qt::Key_Return);
+}

@@ -57,6 +57,8 @@ public:
     // Press at from, move in the given number of even steps to to, release there.
     void drag(QPoint from, QPoint to, int nSteps = 4);
     void keyClick(Qt::Key key);
+    // Types the text into the annotation box in place of what it held, and presses Enter.
+    void enterAnnotation(const QString& strText);
 
     // Renders what the view shows.
     QImage grabViewport() const;

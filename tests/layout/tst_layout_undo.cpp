@@ -34,11 +34,6 @@ enum Style { FreeStyle = 0, Layout2x2 = 3 };
 // A step a user takes on a layout: setting a page up, or the change under test.
 using Step = void (*)(LayoutFixture&);
 
-QLineEdit* annotationEdit(const LayoutFixture& layout)
-{
-    return layout.window()->findChild<QLineEdit*>(QStringLiteral("m_pAnnotationEdit"));
-}
-
 void clickToolButton(const LayoutFixture& layout, const char* pName)
 {
     QTest::mouseClick(layout.window()->findChild<QToolButton*>(QString::fromLatin1(pName)), Qt::LeftButton);
@@ -53,15 +48,6 @@ void click(LayoutFixture& layout, QPoint point)
 void clickItem(LayoutFixture& layout, const QGraphicsItem* pItem)
 {
     click(layout, pItem->boundingRect().center().toPoint());
-}
-
-void enterAnnotation(LayoutFixture& layout, const QString& strText)
-{
-    QLineEdit* pEdit = annotationEdit(layout);
-    pEdit->selectAll();
-    QTest::keyClick(pEdit, Qt::Key_Backspace);
-    QTest::keyClicks(pEdit, strText);
-    QTest::keyClick(pEdit, Qt::Key_Return);
 }
 
 // Pastes from the clipboard with the toolbar's paste button.
@@ -105,7 +91,7 @@ void busyPage(LayoutFixture& layout)
     layout.triggerAction("m_pDrawRectAction");
     layout.drag(QPoint(600, 40), QPoint(700, 110));
     layout.triggerAction("m_pDrawRectAction");
-    enterAnnotation(layout, QStringLiteral("Tumour"));
+    layout.enterAnnotation(QStringLiteral("Tumour"));
     layout.chooseArrowTool(SingleArrowTool);
     layout.drag(QPoint(700, 300), QPoint(850, 380));
     layout.triggerAction("m_pArrowAction");
@@ -245,19 +231,19 @@ void sendToBack(LayoutFixture& layout)
 void addText(LayoutFixture& layout)
 {
     click(layout, QPoint(990, 490));
-    enterAnnotation(layout, QStringLiteral("Day 14"));
+    layout.enterAnnotation(QStringLiteral("Day 14"));
 }
 
 void editTextInTheBox(LayoutFixture& layout)
 {
     clickItem(layout, itemOfType(layout, TextItemType));
-    enterAnnotation(layout, QStringLiteral("Metastasis"));
+    layout.enterAnnotation(QStringLiteral("Metastasis"));
 }
 
 void deleteTextByEmptyingIt(LayoutFixture& layout)
 {
     clickItem(layout, itemOfType(layout, TextItemType));
-    enterAnnotation(layout, QString());
+    layout.enterAnnotation(QString());
 }
 
 void editTextInTheDialog(LayoutFixture& layout)

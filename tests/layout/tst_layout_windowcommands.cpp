@@ -89,15 +89,6 @@ void clearSelection(LayoutFixture& layout)
     layout.release(corner);
 }
 
-void enterAnnotation(LayoutFixture& layout, const QString& strText)
-{
-    QLineEdit* pEdit = annotationEdit(layout);
-    pEdit->selectAll();
-    QTest::keyClick(pEdit, Qt::Key_Backspace);
-    QTest::keyClicks(pEdit, strText);
-    QTest::keyClick(pEdit, Qt::Key_Return);
-}
-
 QImage argb(const QImage& image)
 {
     return image.convertToFormat(QImage::Format_ARGB32);
@@ -336,7 +327,7 @@ void TestLayoutWindowCommands::enterCreatesTextItem()
     LayoutFixture layout;
     layout.triggerAction("m_pDrawRectAction");
     QSignalSpy selection(layout.view(), &CVXSLayoutView::selectionChanged);
-    enterAnnotation(layout, QStringLiteral("  Tumour, day 3  "));
+    layout.enterAnnotation(QStringLiteral("  Tumour, day 3  "));
     QCOMPARE(texts(layout).count(), 1);
     CVXSLayoutItemText* pText = texts(layout).first();
     // The text is kept as typed; only the test for emptiness trims it.
@@ -362,7 +353,7 @@ void TestLayoutWindowCommands::emptiedTextAndEnterDeletesIt()
     clickAt(layout, QRectF(100, 100, 120, 40));
     QCOMPARE(annotationEdit(layout)->text(), QStringLiteral("Label"));
     const int itemsBefore = layout.scene()->items().count();
-    enterAnnotation(layout, QStringLiteral("   "));
+    layout.enterAnnotation(QStringLiteral("   "));
     QCOMPARE(layout.scene()->items().count(), itemsBefore - 1);
     QVERIFY(texts(layout).isEmpty());
     QCOMPARE(layout.view()->currentItem(), nullptr);
@@ -375,7 +366,7 @@ void TestLayoutWindowCommands::enterWithNewTextChangesTheSameItem()
     auto* pText = static_cast<CVXSLayoutItemText*>(layout.addItem("text", QRectF(100, 100, 120, 40)));
     clickAt(layout, QRectF(100, 100, 120, 40));
     const int itemsBefore = layout.scene()->items().count();
-    enterAnnotation(layout, QStringLiteral("Lung"));
+    layout.enterAnnotation(QStringLiteral("Lung"));
     QCOMPARE(layout.scene()->items().count(), itemsBefore);
     QCOMPARE(texts(layout), QList<CVXSLayoutItemText*>{pText});
     QCOMPARE(pText->getText(), QStringLiteral("Lung"));
@@ -387,8 +378,8 @@ void TestLayoutWindowCommands::blankEnterWithNothingSelectedCreatesNothing()
 {
     LayoutFixture layout;
     const int itemsBefore = layout.scene()->items().count();
-    enterAnnotation(layout, QString());
-    enterAnnotation(layout, QStringLiteral(" \t "));
+    layout.enterAnnotation(QString());
+    layout.enterAnnotation(QStringLiteral(" \t "));
     QCOMPARE(layout.scene()->items().count(), itemsBefore);
 }
 
@@ -399,7 +390,7 @@ void TestLayoutWindowCommands::newTextLiesInsideTheScene()
     QSet<int> lefts;
     for (int i = 0; i < 30; ++i) {
         clearSelection(layout);
-        enterAnnotation(layout, QStringLiteral("Note %1").arg(i));
+        layout.enterAnnotation(QStringLiteral("Note %1").arg(i));
         CVXSLayoutItemText* pText = texts(layout).last();
         QCOMPARE(pText->getText(), QStringLiteral("Note %1").arg(i));
         QVERIFY2(page.contains(pText->rect()), qPrintable(QStringLiteral("%1 %2 %3 %4")
@@ -449,7 +440,7 @@ void TestLayoutWindowCommands::textExactlyAsWideAsThePageStartsAtItsLeftEdge()
     QCOMPARE(int(layout.scene()->sceneRect().width()), nTextWidth + 5);
     for (int i = 0; i < 5; ++i) {
         clearSelection(layout);
-        enterAnnotation(layout, strText);
+        layout.enterAnnotation(strText);
         const QRectF rect = texts(layout).last()->rect();
         QCOMPARE(rect.width(), layout.scene()->sceneRect().width());
         QCOMPARE(rect.x(), 0.0);

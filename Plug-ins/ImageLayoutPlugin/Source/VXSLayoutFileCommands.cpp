@@ -94,14 +94,21 @@ bool CVXSLayoutFileCommands::open()
     return openFile(strPath);
 }
 
+bool CVXSLayoutFileCommands::readDocument(const QString& strPath, CVXSLayoutDocument& document,
+                                          const QString& strFailure)
+{
+    CVXSLayoutFile file;
+    if (file.read(strPath, document))
+        return true;
+    reportError(strFailure, file.errorText());
+    return false;
+}
+
 bool CVXSLayoutFileCommands::openFile(const QString& strPath)
 {
     CVXSLayoutDocument document;
-    CVXSLayoutFile file;
-    if (!file.read(strPath, document)) {
-        reportError(tr("The layout could not be opened."), file.errorText());
+    if (!readDocument(strPath, document, tr("The layout could not be opened.")))
         return false;
-    }
     if (!m_manager.isEmpty() && !m_manager.confirmClear())
         return false;
     m_manager.replaceLayout(document);
@@ -135,11 +142,8 @@ CVXSLayoutRecovery* CVXSLayoutFileCommands::recovery() const
 bool CVXSLayoutFileCommands::restoreRecovery(const QString& strPath)
 {
     CVXSLayoutDocument document;
-    CVXSLayoutFile file;
-    if (!file.read(strPath, document)) {
-        reportError(tr("The layout could not be restored."), file.errorText());
+    if (!readDocument(strPath, document, tr("The layout could not be restored.")))
         return false;
-    }
     m_manager.replaceLayout(document);
     setFilePath(QString());
     // Nothing to undo, but unsaved: quitting asks again, and the copy stays until saved.

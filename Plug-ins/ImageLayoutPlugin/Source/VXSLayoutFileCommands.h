@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QString>
 
+class CVXSLayoutDocument;
 class CVXSLayoutManager;
 class CVXSLayoutRecovery;
 
@@ -42,6 +43,8 @@ public:
 
 private:
     QString chooseSaveName();
+    // Reads the file; a file that cannot be read is reported under the failure's text.
+    bool readDocument(const QString& strPath, CVXSLayoutDocument& document, const QString& strFailure);
     void reportError(const QString& strWhat, const QString& strWhy);
     void setFilePath(const QString& strPath);
 
