@@ -139,6 +139,7 @@ private slots:
     void cleanQuitRemovesTheRecoveryCopy();
     void nextStartAfterKillOffersAndRestores_data();
     void nextStartAfterKillOffersAndRestores();
+    void copyOfThisSessionIsNotOffered();
 
 private:
     QTemporaryDir m_dir;
@@ -281,7 +282,9 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
     const QStringList before = QString::fromUtf8(description.readAll()).split(QLatin1Char('\n'));
     QCOMPARE(before.size(), 6);
 
+    // As the host starts: the layout window is shown, then the tools offer their copies.
     CHostFixture host;
+    QVERIFY(openLayoutWindow(host));
     CSeenMessageBox seen;
     answerNextMessageBox(&seen, clickStandardButton(restore ? QMessageBox::Yes : QMessageBox::No));
     host.window()->offerRecovery();
@@ -290,7 +293,7 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
              qPrintable(seen.m_strText));
     if (!restore) {
         QVERIFY(!QFileInfo::exists(recoveryCopy()));
-        QVERIFY(!host.layoutSubWindow() || !host.layoutSubWindow()->isVisible());
+        QCOMPARE(describeItems(host.layoutSubWindow()->widget()).size(), 0);
         return;
     }
     QMdiSubWindow* pSubWindow = host.layoutSubWindow();
@@ -299,6 +302,18 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
     QCOMPARE(pSubWindow->widget()->windowTitle(), QStringLiteral("Image Layout Window*"));
     // Still unsaved: the copy stays until the layout is saved or thrown away.
     QVERIFY(QFileInfo::exists(recoveryCopy()));
+}
+
+void TestAppLayoutDocuments::copyOfThisSessionIsNotOffered()
+{
+    CHostFixture host;
+    makeTenChanges(openLayoutWindow(host));
+    QVERIFY(QFileInfo::exists(recoveryCopy()));
+    CSeenMessageBox seen;
+    answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Yes));
+    host.window()->offerRecovery();
+    QVERIFY(!seen.m_bShown);
+    cancelPendingDialogAnswers();
 }
 
 int main(int argc, char* argv[])

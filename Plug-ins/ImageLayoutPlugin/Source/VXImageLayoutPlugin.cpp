@@ -18,6 +18,7 @@
 #include <QMessageBox>
 #include <QGuiApplication>
 #include <QPixmap>
+#include <QUndoStack>
 
 namespace {
 // The host and the window find the menu entry and the window by this name.
@@ -149,7 +150,8 @@ void CVXImageLayoutPlugin::offerRecovery()
 {
     const QString strPath = CVXSLayoutRecovery::filePath();
     const QFileInfo copy(strPath);
-    if (!copy.exists() || (m_pLayoutMngr && m_pLayoutMngr->fileCommands()->recovery()))
+    // Once the user has worked on the layout, a copy is this session's own.
+    if (!copy.exists() || (m_pLayoutMngr && (!m_pLayoutMngr->isEmpty() || m_pLayoutMngr->undoStack()->count() > 0)))
         return;
     const int nAnswer = CVXSMessageBox::question(
         nullptr, CVXUtilityFns::getAppName(),
