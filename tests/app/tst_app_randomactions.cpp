@@ -1006,27 +1006,20 @@ void TestAppRandomActions::undoAndRedoEverything()
     log(QStringLiteral("Undo everything: %1 steps, %2 layout items").arg(nSteps).arg(nItems));
     QElapsedTimer clock;
     clock.start();
-    bringLayoutWindowToFront();
-    while (pStack->canUndo()) {
-        const int nIndex = pStack->index();
-        layoutAction("m_pUndoAction")->trigger();
-        // A step that does nothing would loop for ever.
-        QVERIFY2(pStack->index() == nIndex - 1, qPrintable(failureReport(0, QStringLiteral("Undo did not step back"))));
-    }
-    // The repaints of all the steps come together.
+    // All steps at once: one by one, every tenth would also write the recovery copy with
+    // every image, which would double the run. Single steps are checked during the run.
+    pStack->setIndex(0);
     QCoreApplication::processEvents();
-    QString strProblem = runChecks();
+    QString strProblem = pStack->canUndo() ? QStringLiteral("Undo still possible at index %1").arg(pStack->index())
+                                           : runChecks();
     if (strProblem.isEmpty())
         strProblem = checkEmptyPage();
     if (!strProblem.isEmpty())
         QFAIL(qPrintable(failureReport(0, QStringLiteral("after undoing everything: ") + strProblem)));
 
+    // Up to where the run ended, which need not be the end of the history.
     log(QStringLiteral("Redo everything"));
-    while (pStack->canRedo()) {
-        const int nIndex = pStack->index();
-        layoutAction("m_pRedoAction")->trigger();
-        QVERIFY2(pStack->index() == nIndex + 1, qPrintable(failureReport(0, QStringLiteral("Redo did not step on"))));
-    }
+    pStack->setIndex(nSteps);
     QCoreApplication::processEvents();
     strProblem = runChecks();
     if (strProblem.isEmpty() && layoutItems().size() != nItems)
