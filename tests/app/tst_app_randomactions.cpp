@@ -199,6 +199,8 @@ private:
     void undoRun();
     void redoRun();
     void stepUndo(bool bUndo);
+    void sendUndoShortcut(bool bUndo, bool bCtrlY);
+    void undoWhileDragging();
 
     // Undoing everything, then redoing everything; a failure ends the test.
     void undoAndRedoEverything();
@@ -775,6 +777,45 @@ void TestAppRandomActions::redoRun()
     stepUndo(m_pendingSteps.takeFirst());
 }
 
+void TestAppRandomActions::sendUndoShortcut(bool bUndo, bool bCtrlY)
+{
+    // Shortcuts need an active window. The offscreen platform leaves the window focus
+    // with a dialog after it closed, where a window system gives it back to the main
+    // window; the user would click there first.
+    if (!m_pHost->window()->isActiveWindow())
+        QApplication::setActiveWindow(m_pHost->window());
+    m_pView->setFocus();
+    if (bCtrlY)
+        QTest::keyClick(m_pView, Qt::Key_Y, Qt::ControlModifier);
+    else
+        QTest::keyClick(m_pView, Qt::Key_Z, bUndo ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+}
+
+void TestAppRandomActions::undoWhileDragging()
+{
+    const QList<QGraphicsItem*> items = layoutItems();
+    QPoint from = items.isEmpty() ? randomViewportPoint()
+                                  : m_pView->mapFromScene(items.at(randomInt(0, items.size() - 1))->sceneBoundingRect().center());
+    if (!viewport()->rect().contains(from))
+        from = randomViewportPoint();
+    const QPoint to = randomViewportPoint(20);
+    const bool bUndo = chance(70);
+    QUndoStack* pStack = undoStack();
+    log(QStringLiteral("drag at %1 -> %2 with %3 half-way, index %4 of %5")
+            .arg(pointText(from), pointText(to), bUndo ? QStringLiteral("Ctrl+Z") : QStringLiteral("Ctrl+Y"))
+            .arg(pStack->index()).arg(pStack->count()));
+    press(from);
+    QTest::mouseMove(viewport(), (from + to) / 2);
+    const int nIndex = pStack->index();
+    sendUndoShortcut(bUndo, !bUndo);
+    // The keys wait for the release, which records the drag.
+    if (pStack->index() != nIndex)
+        m_strUndoProblem = QStringLiteral("the keys in the middle of a drag took the undo index from %1 to %2")
+                               .arg(nIndex).arg(pStack->index());
+    QTest::mouseMove(viewport(), to);
+    QTest::mouseRelease(viewport(), Qt::LeftButton, Qt::NoModifier, to);
+}
+
 void TestAppRandomActions::stepUndo(bool bUndo)
 {
     const EUndoWay way = chance(50) ? EUndoWay::WindowAction : chance(50) ? EUndoWay::Shortcut : EUndoWay::EditMenu;
@@ -796,16 +837,7 @@ void TestAppRandomActions::stepUndo(bool bUndo)
         layoutAction(bUndo ? "m_pUndoAction" : "m_pRedoAction")->trigger();
         break;
     case EUndoWay::Shortcut:
-        // Shortcuts need an active window. The offscreen platform leaves the window focus
-        // with a dialog after it closed, where a window system gives it back to the main
-        // window; the user would click there first.
-        if (!m_pHost->window()->isActiveWindow())
-            QApplication::setActiveWindow(m_pHost->window());
-        m_pView->setFocus();
-        if (bCtrlY)
-            QTest::keyClick(m_pView, Qt::Key_Y, Qt::ControlModifier);
-        else
-            QTest::keyClick(m_pView, Qt::Key_Z, bUndo ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+        sendUndoShortcut(bUndo, bCtrlY);
         break;
     case EUndoWay::EditMenu:
         m_pHost->action(bUndo ? QStringLiteral("actionUndo") : QStringLiteral("actionRedo"))->trigger();
@@ -1088,7 +1120,8 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
         {3, "openImageFile", &TestAppRandomActions::openImageFile},
         {1, "exportPage", &TestAppRandomActions::exportPage},
         {30, "undoRun", &TestAppRandomActions::undoRun},
-        {10, "redoRun", &TestAppRandomActions::redoRun}};
+        {10, "redoRun", &TestAppRandomActions::redoRun},
+        {10, "undoWhileDragging", &TestAppRandomActions::undoWhileDragging}};
     int nTotalWeight = 0;
     for (const CAction& action : actions)
         nTotalWeight += action.m_nWeight;
