@@ -111,7 +111,7 @@ QString pointText(QPoint point)
 // A long, seeded series of random user actions on the host with the layout window:
 // toolbar, annotation box, style box, mouse on the page, Delete, the Edit Text dialog,
 // the host's image windows, the clipboard, New, Export, and Undo and Redo from the window,
-// its shortcuts and the host's Edit menu. After every action the cell book, the stacking
+// its shortcuts (also in the middle of drags) and the host's Edit menu. After every action the cell book, the stacking
 // order, the window's enabled states, the undo history and the set of windows must still
 // agree with what the scene holds; at the end undoing everything must give back the empty
 // page and redoing everything the last one. VX_RANDOM_SEED repeats a run, VX_RANDOM_ACTIONS
