@@ -8,6 +8,7 @@
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
+#include <VXSLayoutWindow.h>
 #include <VXSSequenceWindow.h>
 #include <VXUtilityFns.h>
 
@@ -29,6 +30,7 @@
 #include <QTextEdit>
 #include <QToolBar>
 #include <QToolButton>
+#include <QUndoStack>
 #include <QtTest>
 
 #include <random>
@@ -52,6 +54,10 @@ const char* const kExportSuffixes[] = {"png", "bmp", "jpg"};
 // Answering a modal dialog or box: the poll interval of the answering timer.
 constexpr int kAnswerPollMs = 2;
 constexpr int kModalTimeoutMs = 5000;
+// Undo comes in runs, as when a user steps back through several changes, now and then
+// followed by a run of redos over part of them.
+constexpr int kLongestUndoRun = 6;
+constexpr int kLongestRedoRun = 3;
 
 // Thousands of actions: the view's note on every press and the offscreen platform's
 // remark on every sub-window resize would bury the report.
@@ -104,9 +110,11 @@ QString pointText(QPoint point)
 
 // A long, seeded series of random user actions on the host with the layout window:
 // toolbar, annotation box, style box, mouse on the page, Delete, the Edit Text dialog,
-// the host's image windows, the clipboard, New and Export. After every action the cell
-// book, the stacking order, the window's enabled states and the set of windows must
-// still agree with what the scene holds. VX_RANDOM_SEED repeats a run, VX_RANDOM_ACTIONS
+// the host's image windows, the clipboard, New, Export, and Undo and Redo from the window,
+// its shortcuts (also in the middle of drags) and the host's Edit menu. After every action the cell book, the stacking
+// order, the window's enabled states, the undo history and the set of windows must still
+// agree with what the scene holds; at the end undoing everything must give back the empty
+// page and redoing everything the last one. VX_RANDOM_SEED repeats a run, VX_RANDOM_ACTIONS
 // sets its length.
 class TestAppRandomActions : public QObject
 {
@@ -119,6 +127,8 @@ private slots:
     void randomActionsKeepLayoutConsistent();
 
 private:
+    // Where an undo or redo step comes from.
+    enum class EUndoWay { WindowAction, Shortcut, EditMenu };
     // What the answering timer does with the next modal dialog of each kind.
     struct CAnswerPlan
     {
@@ -146,6 +156,9 @@ private:
 
     // The user's tools.
     QWidget* layoutWindow() const;
+    // The window and the manager come from the plugin module; see where m_pView is set.
+    CVXSLayoutWindow* layoutWindowClass() const;
+    QUndoStack* undoStack() const;
     QAction* layoutAction(const char* pObjectName) const;
     QWidget* toolbarButton(QAction* pAction) const;
     bool clickAction(const char* pObjectName);
@@ -183,12 +196,23 @@ private:
     void openSamples();
     void openImageFile();
     void exportPage();
+    void undoRun();
+    void redoRun();
+    void stepUndo(bool bUndo);
+    void sendUndoShortcut(bool bUndo, bool bCtrlY);
+    void undoWhileDragging();
+
+    // Undoing everything, then redoing everything; a failure ends the test.
+    void undoAndRedoEverything();
+    QString runChecks();
 
     // The checks; each gives a description of what is wrong, or an empty string.
     QString checkCells();
     QString checkZValues();
     QString checkEnabledStates();
     QString checkWindows();
+    QString checkUndo();
+    QString checkEmptyPage();
 
     QTemporaryDir m_dir;
     QScopedPointer<CHostFixture> m_pHost;
@@ -206,6 +230,13 @@ private:
     int m_nImageFiles = 0;
     qint64 m_nChecks = 0;
     int m_nBoxesAnswered = 0;
+    // The undo and redo steps still to come of the current run, true for undo.
+    QVector<bool> m_pendingSteps;
+    int m_nUndos = 0;
+    int m_nRedos = 0;
+    QString m_strUndoProblem; // from the last step, for checkUndo
+    int m_nStartStyle = 0;
+    int m_nStartStyleIndex = 0;
 };
 
 void TestAppRandomActions::initTestCase()
@@ -281,6 +312,16 @@ QString TestAppRandomActions::failureReport(int nAction, const QString& strProbl
 QWidget* TestAppRandomActions::layoutWindow() const
 {
     return m_pHost->layoutSubWindow()->widget();
+}
+
+CVXSLayoutWindow* TestAppRandomActions::layoutWindowClass() const
+{
+    return static_cast<CVXSLayoutWindow*>(layoutWindow());
+}
+
+QUndoStack* TestAppRandomActions::undoStack() const
+{
+    return m_pView->layoutManager()->undoStack();
 }
 
 QAction* TestAppRandomActions::layoutAction(const char* pObjectName) const
@@ -721,6 +762,94 @@ void TestAppRandomActions::exportPage()
     m_plan.m_strFileName.clear();
 }
 
+void TestAppRandomActions::undoRun()
+{
+    const int nUndos = randomInt(1, kLongestUndoRun);
+    m_pendingSteps.fill(true, nUndos);
+    if (chance(50))
+        m_pendingSteps.insert(m_pendingSteps.size(), randomInt(1, nUndos), false);
+    stepUndo(m_pendingSteps.takeFirst());
+}
+
+void TestAppRandomActions::redoRun()
+{
+    m_pendingSteps.fill(false, randomInt(1, kLongestRedoRun));
+    stepUndo(m_pendingSteps.takeFirst());
+}
+
+void TestAppRandomActions::sendUndoShortcut(bool bUndo, bool bCtrlY)
+{
+    // Shortcuts need an active window. The offscreen platform leaves the window focus
+    // with a dialog after it closed, where a window system gives it back to the main
+    // window; the user would click there first.
+    if (!m_pHost->window()->isActiveWindow())
+        QApplication::setActiveWindow(m_pHost->window());
+    m_pView->setFocus();
+    if (bCtrlY)
+        QTest::keyClick(m_pView, Qt::Key_Y, Qt::ControlModifier);
+    else
+        QTest::keyClick(m_pView, Qt::Key_Z, bUndo ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
+}
+
+void TestAppRandomActions::undoWhileDragging()
+{
+    const QList<QGraphicsItem*> items = layoutItems();
+    QPoint from = items.isEmpty() ? randomViewportPoint()
+                                  : m_pView->mapFromScene(items.at(randomInt(0, items.size() - 1))->sceneBoundingRect().center());
+    if (!viewport()->rect().contains(from))
+        from = randomViewportPoint();
+    const QPoint to = randomViewportPoint(20);
+    const bool bUndo = chance(70);
+    QUndoStack* pStack = undoStack();
+    log(QStringLiteral("drag at %1 -> %2 with %3 half-way, index %4 of %5")
+            .arg(pointText(from), pointText(to), bUndo ? QStringLiteral("Ctrl+Z") : QStringLiteral("Ctrl+Y"))
+            .arg(pStack->index()).arg(pStack->count()));
+    press(from);
+    QTest::mouseMove(viewport(), (from + to) / 2);
+    const int nIndex = pStack->index();
+    sendUndoShortcut(bUndo, !bUndo);
+    // The keys wait for the release, which records the drag.
+    if (pStack->index() != nIndex)
+        m_strUndoProblem = QStringLiteral("the keys in the middle of a drag took the undo index from %1 to %2")
+                               .arg(nIndex).arg(pStack->index());
+    QTest::mouseMove(viewport(), to);
+    QTest::mouseRelease(viewport(), Qt::LeftButton, Qt::NoModifier, to);
+}
+
+void TestAppRandomActions::stepUndo(bool bUndo)
+{
+    const EUndoWay way = chance(50) ? EUndoWay::WindowAction : chance(50) ? EUndoWay::Shortcut : EUndoWay::EditMenu;
+    // Redo has two shortcuts; either one.
+    const bool bCtrlY = !bUndo && chance(50);
+    const QString strStep = bUndo ? QStringLiteral("Undo") : QStringLiteral("Redo");
+    QString strWay = QStringLiteral("Edit menu");
+    if (way == EUndoWay::WindowAction)
+        strWay = QStringLiteral("window action");
+    else if (way == EUndoWay::Shortcut)
+        strWay = bUndo ? QStringLiteral("Ctrl+Z") : bCtrlY ? QStringLiteral("Ctrl+Y") : QStringLiteral("Ctrl+Shift+Z");
+    QUndoStack* pStack = undoStack();
+    const bool bCan = bUndo ? pStack->canUndo() : pStack->canRedo();
+    const int nIndexBefore = pStack->index();
+    log(QStringLiteral("%1 (%2), index %3 of %4").arg(strStep, strWay).arg(nIndexBefore).arg(pStack->count()));
+    bringLayoutWindowToFront();
+    switch (way) {
+    case EUndoWay::WindowAction:
+        layoutAction(bUndo ? "m_pUndoAction" : "m_pRedoAction")->trigger();
+        break;
+    case EUndoWay::Shortcut:
+        sendUndoShortcut(bUndo, bCtrlY);
+        break;
+    case EUndoWay::EditMenu:
+        m_pHost->action(bUndo ? QStringLiteral("actionUndo") : QStringLiteral("actionRedo"))->trigger();
+        break;
+    }
+    (bUndo ? m_nUndos : m_nRedos) += bCan ? 1 : 0;
+    const int nExpected = bCan ? nIndexBefore + (bUndo ? -1 : 1) : nIndexBefore;
+    if (pStack->index() != nExpected)
+        m_strUndoProblem = QStringLiteral("%1 through the %2 took the undo index from %3 to %4, not %5")
+                               .arg(strStep, strWay).arg(nIndexBefore).arg(pStack->index()).arg(nExpected);
+}
+
 // --- Checks --------------------------------------------------------------------------
 
 QString TestAppRandomActions::checkCells()
@@ -851,6 +980,87 @@ QString TestAppRandomActions::checkWindows()
     return QString();
 }
 
+QString TestAppRandomActions::checkUndo()
+{
+    ++m_nChecks;
+    if (!m_strUndoProblem.isEmpty())
+        return m_strUndoProblem;
+    const QString strTitle = layoutWindow()->windowTitle();
+    const bool bClean = undoStack()->isClean();
+    ++m_nChecks;
+    if (strTitle.endsWith(QLatin1Char('*')) == bClean)
+        return QStringLiteral("title \"%1\" with %2 undo history").arg(strTitle, bClean ? QStringLiteral("a clean")
+                                                                                     : QStringLiteral("a changed"));
+    return QString();
+}
+
+QString TestAppRandomActions::checkEmptyPage()
+{
+    m_nChecks += 3;
+    if (!layoutItems().isEmpty() || m_pView->scene()->items().size() != VXSLayout::AuxiliaryItemCount)
+        return QStringLiteral("%1 layout items and %2 items in all")
+            .arg(layoutItems().size()).arg(m_pView->scene()->items().size());
+    for (int nCell = 0; nCell < VXSLayout::MaxCellCount; ++nCell) {
+        ++m_nChecks;
+        if (m_pView->layoutManager()->cellUseCount(nCell) != 0)
+            return QStringLiteral("cell %1 has use counter %2").arg(nCell).arg(m_pView->layoutManager()->cellUseCount(nCell));
+    }
+    auto* pStyles = layoutWindow()->findChild<QComboBox*>(QStringLiteral("m_pLayoutStyleCombo"));
+    if (pStyles->currentIndex() != m_nStartStyleIndex || layoutWindowClass()->layoutStyle() != m_nStartStyle)
+        return QStringLiteral("style box at %1, style %2; at the start %3, %4")
+            .arg(pStyles->currentIndex()).arg(layoutWindowClass()->layoutStyle())
+            .arg(m_nStartStyleIndex).arg(m_nStartStyle);
+    for (const char* pName : {"m_pExportAction", "m_pPrintAction", "m_pCopyAction"}) {
+        ++m_nChecks;
+        if (layoutAction(pName)->isEnabled())
+            return QStringLiteral("%1 is enabled on the empty page").arg(QString::fromLatin1(pName));
+    }
+    return QString();
+}
+
+QString TestAppRandomActions::runChecks()
+{
+    for (const auto& check : {&TestAppRandomActions::checkWindows, &TestAppRandomActions::checkCells,
+                              &TestAppRandomActions::checkZValues, &TestAppRandomActions::checkEnabledStates,
+                              &TestAppRandomActions::checkUndo}) {
+        const QString strProblem = (this->*check)();
+        if (!strProblem.isEmpty())
+            return strProblem;
+    }
+    return QString();
+}
+
+void TestAppRandomActions::undoAndRedoEverything()
+{
+    QUndoStack* pStack = undoStack();
+    const int nItems = layoutItems().size();
+    const int nSteps = pStack->index();
+    log(QStringLiteral("Undo everything: %1 steps, %2 layout items").arg(nSteps).arg(nItems));
+    QElapsedTimer clock;
+    clock.start();
+    // All steps at once: one by one, every tenth would also write the recovery copy with
+    // every image, which would double the run. Single steps are checked during the run.
+    pStack->setIndex(0);
+    QCoreApplication::processEvents();
+    QString strProblem = pStack->canUndo() ? QStringLiteral("Undo still possible at index %1").arg(pStack->index())
+                                           : runChecks();
+    if (strProblem.isEmpty())
+        strProblem = checkEmptyPage();
+    if (!strProblem.isEmpty())
+        QFAIL(qPrintable(failureReport(0, QStringLiteral("after undoing everything: ") + strProblem)));
+
+    // Up to where the run ended, which need not be the end of the history.
+    log(QStringLiteral("Redo everything"));
+    pStack->setIndex(nSteps);
+    QCoreApplication::processEvents();
+    strProblem = runChecks();
+    if (strProblem.isEmpty() && layoutItems().size() != nItems)
+        strProblem = QStringLiteral("%1 layout items, %2 before undoing everything").arg(layoutItems().size()).arg(nItems);
+    if (!strProblem.isEmpty())
+        QFAIL(qPrintable(failureReport(0, QStringLiteral("after redoing everything: ") + strProblem)));
+    qInfo("undid and redid all %d steps, %.1f s", nSteps, clock.elapsed() / 1000.0);
+}
+
 // --- The run -------------------------------------------------------------------------
 
 void TestAppRandomActions::randomActionsKeepLayoutConsistent()
@@ -880,6 +1090,8 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
     const QWidgetList startWindows = QApplication::topLevelWidgets();
     for (const QWidget* pWidget : startWindows)
         m_startTopLevels.insert(pWidget);
+    m_nStartStyle = layoutWindowClass()->layoutStyle();
+    m_nStartStyleIndex = layoutWindow()->findChild<QComboBox*>(QStringLiteral("m_pLayoutStyleCombo"))->currentIndex();
 
     const QVector<CAction> actions {
         {80, "pasteActiveDataset", &TestAppRandomActions::pasteActiveDataset},
@@ -906,7 +1118,10 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
         {5, "chooseSequenceTab", &TestAppRandomActions::chooseSequenceTab},
         {3, "openSamples", &TestAppRandomActions::openSamples},
         {3, "openImageFile", &TestAppRandomActions::openImageFile},
-        {1, "exportPage", &TestAppRandomActions::exportPage}};
+        {1, "exportPage", &TestAppRandomActions::exportPage},
+        {30, "undoRun", &TestAppRandomActions::undoRun},
+        {10, "redoRun", &TestAppRandomActions::redoRun},
+        {10, "undoWhileDragging", &TestAppRandomActions::undoWhileDragging}};
     int nTotalWeight = 0;
     for (const CAction& action : actions)
         nTotalWeight += action.m_nWeight;
@@ -915,32 +1130,35 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
     QElapsedTimer clock;
     clock.start();
     for (int nAction = 1; nAction <= nActions; ++nAction) {
-        int nPick = randomInt(0, nTotalWeight - 1);
-        int nIndex = 0;
-        while (nPick >= actions.at(nIndex).m_nWeight)
-            nPick -= actions.at(nIndex++).m_nWeight;
-        (this->*actions.at(nIndex).m_pRun)();
-        ++runs[nIndex];
+        m_strUndoProblem.clear();
+        if (!m_pendingSteps.isEmpty()) {
+            stepUndo(m_pendingSteps.takeFirst());
+        } else {
+            int nPick = randomInt(0, nTotalWeight - 1);
+            int nIndex = 0;
+            while (nPick >= actions.at(nIndex).m_nWeight)
+                nPick -= actions.at(nIndex++).m_nWeight;
+            (this->*actions.at(nIndex).m_pRun)();
+            ++runs[nIndex];
+        }
         // The window updates some of its buttons on the next turn of the event loop.
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
-        for (const auto& check : {&TestAppRandomActions::checkWindows, &TestAppRandomActions::checkCells,
-                                  &TestAppRandomActions::checkZValues, &TestAppRandomActions::checkEnabledStates}) {
-            const QString strProblem = (this->*check)();
-            if (!strProblem.isEmpty())
-                QFAIL(qPrintable(failureReport(nAction, strProblem)));
-        }
+        const QString strProblem = runChecks();
+        if (!strProblem.isEmpty())
+            QFAIL(qPrintable(failureReport(nAction, strProblem)));
         if (nAction % kProgressEvery == 0)
             qInfo("%d actions, %.1f s", nAction, clock.elapsed() / 1000.0);
     }
-    qInfo("%d actions, %lld checks, %d message boxes answered, %d exports, top z %d, %d layout items at the end, "
-          "%.1f s",
-          nActions, m_nChecks, m_nBoxesAnswered, m_nExports, m_pView->topZ(), layoutItems().size(),
-          clock.elapsed() / 1000.0);
+    qInfo("%d actions, %lld checks, %d message boxes answered, %d exports, %d undos, %d redos, top z %d, "
+          "%d layout items at the end, %.1f s",
+          nActions, m_nChecks, m_nBoxesAnswered, m_nExports, m_nUndos, m_nRedos, m_pView->topZ(),
+          layoutItems().size(), clock.elapsed() / 1000.0);
     QStringList counts;
     for (int i = 0; i < actions.size(); ++i)
         counts << QStringLiteral("%1 %2").arg(QString::fromLatin1(actions.at(i).m_pName)).arg(runs.at(i));
     qInfo("actions run: %s", qPrintable(counts.join(QStringLiteral(", "))));
+    undoAndRedoEverything();
 }
 
 QTEST_MAIN(TestAppRandomActions)

@@ -315,6 +315,7 @@ private slots:
     void newChangeAfterUndoDropsTheRedoneSteps();
     void undoAndRedoActionsAndShortcuts_data();
     void undoAndRedoActionsAndShortcuts();
+    void undoKeysWaitForTheMouseRelease();
     void toolbarHasNoUndoEntries();
     void titleShowsUnsavedChanges();
 };
@@ -535,6 +536,31 @@ void TestLayoutUndo::undoAndRedoActionsAndShortcuts()
         else
             pStack->redo();
     }
+}
+
+void TestLayoutUndo::undoKeysWaitForTheMouseRelease()
+{
+    LayoutFixture layout;
+    busyPage(layout);
+    QUndoStack* pStack = undoStack(layout);
+    const int nSteps = pStack->index();
+    const int nItems = layout.manager()->layoutItems().count();
+    layout.triggerAction("m_pDrawRectAction");
+    layout.view()->setFocus();
+    layout.press(QPoint(100, 300));
+    layout.move(QPoint(160, 360));
+    for (const QKeySequence& keys : {QKeySequence(Qt::CTRL | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)}) {
+        QTest::keySequence(layout.view(), keys);
+        QCOMPARE(pStack->index(), nSteps);
+    }
+    layout.move(QPoint(220, 420));
+    layout.release(QPoint(220, 420));
+    // The rectangle is one step of its own, and undoing it gives back the page before.
+    QCOMPARE(pStack->index(), nSteps + 1);
+    QCOMPARE(layout.manager()->layoutItems().count(), nItems + 1);
+    QTest::keySequence(layout.view(), QKeySequence(Qt::CTRL | Qt::Key_Z));
+    QCOMPARE(pStack->index(), nSteps);
+    QCOMPARE(layout.manager()->layoutItems().count(), nItems);
 }
 
 void TestLayoutUndo::toolbarHasNoUndoEntries()

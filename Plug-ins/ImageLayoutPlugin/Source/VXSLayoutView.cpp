@@ -598,6 +598,22 @@ void CVXSLayoutView::mouseDoubleClickEvent(QMouseEvent* pEvent)
     pEvent->ignore();
 }
 
+bool CVXSLayoutView::event(QEvent* pEvent)
+{
+    // Undo or redo in the middle of a press and release would leave what the gesture did so
+    // far out of the history, against a page put back under it: their keys are taken here,
+    // and do nothing, until the button is released.
+    if (pEvent->type() == QEvent::ShortcutOverride && m_bGestureOpen) {
+        const auto* pKey = static_cast<const QKeyEvent*>(pEvent);
+        const QKeySequence keys(int(pKey->modifiers()) | pKey->key());
+        if (CVXSLayoutWindow::undoShortcuts().contains(keys) || CVXSLayoutWindow::redoShortcuts().contains(keys)) {
+            pEvent->accept();
+            return true;
+        }
+    }
+    return QGraphicsView::event(pEvent);
+}
+
 void CVXSLayoutView::keyPressEvent(QKeyEvent* pEvent)
 {
     if (pEvent->key() == Qt::Key_Delete && m_pSelectedItem) {

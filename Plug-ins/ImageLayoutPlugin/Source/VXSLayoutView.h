@@ -64,6 +64,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
+    bool event(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:

@@ -491,15 +491,25 @@ void CVXSLayoutWindow::createUndoActions()
     // Window actions, not toolbar entries; their shortcuts work while the focus is in here.
     m_pUndoAction = pStack->createUndoAction(this, tr("Undo"));
     m_pUndoAction->setObjectName(QStringLiteral("m_pUndoAction"));
-    m_pUndoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    m_pUndoAction->setShortcuts(undoShortcuts());
     m_pRedoAction = pStack->createRedoAction(this, tr("Redo"));
     m_pRedoAction->setObjectName(QStringLiteral("m_pRedoAction"));
-    m_pRedoAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    m_pRedoAction->setShortcuts(redoShortcuts());
     for (QAction* pAction : {m_pUndoAction, m_pRedoAction}) {
         pAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(pAction);
     }
     connect(pStack, &QUndoStack::cleanChanged, this, &CVXSLayoutWindow::updateWindowTitle);
+}
+
+QList<QKeySequence> CVXSLayoutWindow::undoShortcuts()
+{
+    return {QKeySequence(Qt::CTRL | Qt::Key_Z)};
+}
+
+QList<QKeySequence> CVXSLayoutWindow::redoShortcuts()
+{
+    return {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)};
 }
 
 void CVXSLayoutWindow::setDocumentName(const QString& strName)

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QKeySequence>
 #include <QMainWindow>
 #include <QPixmap>
 #include <QString>
@@ -50,6 +51,9 @@ public:
     int layoutStyle() const;
     // Shows and takes the style without laying the page out again (undo, opening files).
     void restoreLayoutStyle(int nStyle);
+    // The keys of the window's Undo and Redo.
+    static QList<QKeySequence> undoShortcuts();
+    static QList<QKeySequence> redoShortcuts();
     // The layout file's name for the title, empty for a layout never saved.
     void setDocumentName(const QString& strName);
 
