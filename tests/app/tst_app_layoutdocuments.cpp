@@ -107,7 +107,8 @@ int makeUnsavedChanges(const QString& strDescription)
     if (!pLayoutWindow)
         return 2;
     makeTenChanges(pLayoutWindow);
-    if (!QFileInfo::exists(recoveryCopy()))
+    // The copy is written in the background.
+    if (!QTest::qWaitFor([] { return QFileInfo::exists(recoveryCopy()); }, 30000))
         return 3;
     QFile description(strDescription);
     if (!description.open(QIODevice::WriteOnly))
@@ -245,7 +246,7 @@ void TestAppLayoutDocuments::cleanQuitRemovesTheRecoveryCopy()
     {
         CHostFixture host;
         makeTenChanges(openLayoutWindow(host));
-        QVERIFY(QFileInfo::exists(recoveryCopy()));
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(recoveryCopy()), 30000);
         CSeenMessageBox seen;
         answerNextMessageBox(&seen, clickButtonWithText(QStringLiteral("Discard")));
         QVERIFY(host.window()->close());
@@ -300,15 +301,16 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
     QVERIFY(pSubWindow && pSubWindow->isVisible());
     QCOMPARE(describeItems(pSubWindow->widget()), before);
     QCOMPARE(pSubWindow->widget()->windowTitle(), QStringLiteral("Image Layout Window*"));
-    // Still unsaved: the copy stays until the layout is saved or thrown away.
-    QVERIFY(QFileInfo::exists(recoveryCopy()));
+    // Still unsaved: the copy is written again and stays until the layout is saved or
+    // thrown away.
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(recoveryCopy()), 30000);
 }
 
 void TestAppLayoutDocuments::copyOfThisSessionIsNotOffered()
 {
     CHostFixture host;
     makeTenChanges(openLayoutWindow(host));
-    QVERIFY(QFileInfo::exists(recoveryCopy()));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(recoveryCopy()), 30000);
     CSeenMessageBox seen;
     answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Yes));
     host.window()->offerRecovery();

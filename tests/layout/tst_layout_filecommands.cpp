@@ -6,8 +6,11 @@
 #include "WidgetLeaks.h"
 
 #include <VXSLayoutConstants.h>
+#include <VXSLayoutDocument.h>
+#include <VXSLayoutFile.h>
 #include <VXSLayoutFileCommands.h>
 #include <VXSLayoutManager.h>
+#include <VXSLayoutRecovery.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 
@@ -122,6 +125,7 @@ private slots:
     void quitQuestion();
     void openedIntoSmallerPageIsFitted();
     void fileOfFormatVersion1Opens();
+    void recoveryCopyFollowsUnsavedChanges();
 
 private:
     QTemporaryDir m_dir;
@@ -403,6 +407,37 @@ void TestLayoutFileCommands::fileOfFormatVersion1Opens()
     for (int nType : {ImageItemType, TextItemType, RectangleItemType, EllipseItemType, ArrowItemType})
         QVERIFY2(kinds.contains(nType), qPrintable(QString::number(nType)));
     QVERIFY(!record.rendered.isNull());
+}
+
+void TestLayoutFileCommands::recoveryCopyFollowsUnsavedChanges()
+{
+    const QString strCopy = CVXSLayoutRecovery::filePath();
+    QFile::remove(strCopy);
+    LayoutFixture layout;
+    layout.manager()->fileCommands()->enableRecovery();
+    CVXSLayoutRecovery* pRecovery = layout.manager()->fileCommands()->recovery();
+    pRecovery->setInterval(3600000);
+    for (int i = 0; i < 9; ++i)
+        pasteFromClipboard(layout, gradient(QSize(40, 30), i));
+    QVERIFY(!QFileInfo::exists(strCopy));
+    // The tenth change writes the copy, in the background.
+    layout.enterAnnotation(QStringLiteral("tenth"));
+    QTRY_VERIFY(QFileInfo::exists(strCopy));
+    CVXSLayoutDocument copy;
+    CVXSLayoutFile file;
+    QTRY_VERIFY2(file.read(strCopy, copy) && copy.items.size() == 10, qPrintable(file.errorText()));
+
+    // Saved: no copy is needed any more.
+    QVERIFY(saveAs(layout, m_dir.filePath(QStringLiteral("recovered.vxlayout"))));
+    QTRY_VERIFY(!QFileInfo::exists(strCopy));
+
+    // Unsaved again: the timer writes it.
+    pRecovery->setInterval(50);
+    layout.enterAnnotation(QStringLiteral("after saving"));
+    QTRY_VERIFY(QFileInfo::exists(strCopy));
+    // Undone back to the saved state: clean again, the copy goes.
+    layout.triggerAction("m_pUndoAction");
+    QTRY_VERIFY(!QFileInfo::exists(strCopy));
 }
 
 int main(int argc, char* argv[])
