@@ -18,6 +18,11 @@ QImage& CVXSLayoutItemImage::getImage()
     return m_image;
 }
 
+const QImage& CVXSLayoutItemImage::image() const
+{
+    return m_image;
+}
+
 int CVXSLayoutItemImage::getCellIndex() const
 {
     return m_nCellIndex;

@@ -17,6 +17,7 @@ public:
     ~CVXSLayoutItemImage() override;
 
     QImage& getImage();
+    const QImage& image() const;
     int getCellIndex() const;
     void setCellIndex(int nCellIndex);
     // Whether the scene point lies on a pixel of the image as shown.

@@ -52,9 +52,8 @@ CVXSLayoutItemState CVXSLayoutItemState::capture(const QGraphicsItem& item)
         break;
     }
     case ImageItemType: {
-        // getImage() is not const only because it hands out a reference; nothing changes.
-        auto& image = const_cast<CVXSLayoutItemImage&>(static_cast<const CVXSLayoutItemImage&>(item));
-        state.image = image.getImage();
+        const auto& image = static_cast<const CVXSLayoutItemImage&>(item);
+        state.image = image.image();
         state.nCellIndex = image.getCellIndex();
         break;
     }

@@ -371,11 +371,8 @@ void CVXSLayoutManager::clearLayout()
 
     CVXSLayoutChange change(this, tr("New Layout"));
     for (QGraphicsItem* pItem : items) {
-        if (m_pLayoutView->isAuxiliaryItem(pItem))
-            continue;
-        if (pItem->type() == ImageItemType)
-            setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
-        removeLayoutItem(pItem);
+        if (!m_pLayoutView->isAuxiliaryItem(pItem))
+            removeLayoutItem(pItem);
     }
 
     m_pLayoutView->hideHandles();
@@ -531,6 +528,9 @@ void CVXSLayoutManager::removeLayoutItem(QGraphicsItem* pItem)
 {
     if (!pItem)
         return;
+    // The cell is freed as before, a free image's -1 included (it lands on counter 255).
+    if (pItem->type() == ImageItemType)
+        setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
     if (m_nChangeDepth == 0) {
         delete pItem;
         return;

@@ -75,8 +75,9 @@ public:
     QUndoStack* undoStack();
     void beginChange();
     void endChange(const QString& strText);
-    // Takes the item out of the scene in place of deleting it, so that undo can put it
-    // back. Outside a change the item is deleted.
+    // Takes the item out of the layout: frees an image's cell and takes the item out of the
+    // scene in place of deleting it, so that undo can put it back. Outside a change the
+    // item is deleted.
     void removeLayoutItem(QGraphicsItem* pItem);
 
     // Output: the page as a raster image at the scale (1.0 is the scene's own size plus

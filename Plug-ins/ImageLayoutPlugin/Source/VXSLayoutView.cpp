@@ -624,8 +624,6 @@ void CVXSLayoutView::keyPressEvent(QKeyEvent* pEvent)
 
 void CVXSLayoutView::deleteSelected()
 {
-    if (m_pSelectedItem->type() == ImageItemType && m_pManager)
-        m_pManager->setCellUsed(static_cast<CVXSLayoutItemImage*>(m_pSelectedItem)->getCellIndex(), false);
     if (m_pManager)
         m_pManager->removeLayoutItem(m_pSelectedItem);
     else

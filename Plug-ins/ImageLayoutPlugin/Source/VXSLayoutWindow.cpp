@@ -840,8 +840,6 @@ void CVXSLayoutWindow::onClickDelete()
     const QRect dirty = pItem->boundingRect().toRect().adjusted(-DeleteRepaintMargin, -DeleteRepaintMargin,
                                                                  DeleteRepaintMargin, DeleteRepaintMargin);
     CVXSLayoutChange change(m_pMngr, tr("Delete"));
-    if (pItem->type() == ImageItemType && m_pMngr)
-        m_pMngr->setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
     if (m_pMngr)
         m_pMngr->removeLayoutItem(pItem);
     else
