@@ -83,6 +83,15 @@ QGraphicsScene* layoutScene(QWidget* pLayoutWindow)
     return pLayoutWindow->findChild<QGraphicsView*>()->scene();
 }
 
+// Types the path into the next file dialog's name box and accepts it, as Enter there does.
+void answerNextFileDialog(const QString& strPath)
+{
+    answerNextModalDialog(QFileDialog::staticMetaObject, [strPath](QDialog* pDialog) {
+        pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(strPath);
+        QMetaObject::invokeMethod(pDialog, "accept", Qt::DirectConnection);
+    });
+}
+
 // The layout's items as the scene holds them: kind, place and z, lowest first.
 QStringList describeItems(QWidget* pLayoutWindow)
 {
@@ -197,10 +206,7 @@ void TestAppLayoutDocuments::fileMenuSavesAndOpensTheLayout()
     enterAnnotation(pLayoutWindow, QStringLiteral("Mouse 3"));
     const QStringList saved = describeItems(pLayoutWindow);
 
-    answerNextModalDialog(QFileDialog::staticMetaObject, [strPath](QDialog* pDialog) {
-        pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(strPath);
-        QMetaObject::invokeMethod(pDialog, "accept", Qt::DirectConnection);
-    });
+    answerNextFileDialog(strPath);
     host.action(QStringLiteral("actionSaveLayoutAs"))->trigger();
     QVERIFY(QFileInfo::exists(strPath));
     QCOMPARE(pLayoutWindow->windowTitle(), QStringLiteral("Image Layout Window - figure 1.vxlayout"));
@@ -210,10 +216,7 @@ void TestAppLayoutDocuments::fileMenuSavesAndOpensTheLayout()
     triggerLayoutAction(pLayoutWindow, "m_pNewAction");
     QCOMPARE(describeItems(pLayoutWindow).size(), 0);
 
-    answerNextModalDialog(QFileDialog::staticMetaObject, [strPath](QDialog* pDialog) {
-        pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(strPath);
-        QMetaObject::invokeMethod(pDialog, "accept", Qt::DirectConnection);
-    });
+    answerNextFileDialog(strPath);
     host.action(QStringLiteral("actionOpenLayout"))->trigger();
     QCOMPARE(describeItems(pLayoutWindow), saved);
     QCOMPARE(pLayoutWindow->windowTitle(), QStringLiteral("Image Layout Window - figure 1.vxlayout"));

@@ -245,10 +245,9 @@ void TestLayoutFileCommands::openAsksTheNewQuestionFirst()
 void TestLayoutFileCommands::unreadableFileLeavesTheLayoutAlone_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("random bytes") << QByteArray("not a layout at all, only text") << "";
-    QTest::newRow("empty file") << QByteArray() << "";
-    QTest::newRow("PNG renamed") << QByteArray::fromHex("89504e470d0a1a0a0000000d49484452") << "";
+    QTest::newRow("random bytes") << QByteArray("not a layout at all, only text");
+    QTest::newRow("empty file") << QByteArray();
+    QTest::newRow("PNG renamed") << QByteArray::fromHex("89504e470d0a1a0a0000000d49484452");
 }
 
 void TestLayoutFileCommands::unreadableFileLeavesTheLayoutAlone()
