@@ -18,7 +18,8 @@ private slots:
     void cleanup();
 
     void valuesSurviveRestart();
-    void recentFolderDefaultsToPictures();
+    void recentFolderIsOneThatExists_data();
+    void recentFolderIsOneThatExists();
     void sharedSettingsLiveInTestLocation();
     void modifySaveFilterByPreference_data();
     void modifySaveFilterByPreference();
@@ -42,6 +43,7 @@ void TestHostSettings::valuesSurviveRestart()
     QVERIFY(dir.isValid());
     const QString strFile = dir.filePath(QStringLiteral("settings.ini"));
     const QString strFolder = dir.filePath(QStringLiteral("exports"));
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("exports")));
     {
         CVXSSettings settings(strFile);
         settings.setRecentFilePath(strFolder);
@@ -60,15 +62,51 @@ void TestHostSettings::valuesSurviveRestart()
     QCOMPARE(restarted.value(QStringLiteral("Layout/Missing"), 7).toInt(), 7);
 }
 
-void TestHostSettings::recentFolderDefaultsToPictures()
+void TestHostSettings::recentFolderIsOneThatExists_data()
 {
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const CVXSSettings settings(dir.filePath(QStringLiteral("fresh.ini")));
-    QString strExpected = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
-    if (strExpected.isEmpty())
-        strExpected = QDir::homePath();
-    QCOMPARE(settings.getRecentFilePath(), strExpected);
+    QTest::addColumn<bool>("hasPictures");
+    QTest::addColumn<QString>("stored"); // relative to the home folder; empty: none stored
+    QTest::addColumn<bool>("storedExists");
+    QTest::addColumn<QString>("expected"); // relative to the home folder
+
+    QTest::newRow("new machine, no pictures folder") << false << QString() << false << QString();
+    QTest::newRow("pictures folder") << true << QString() << false << QStringLiteral("Pictures");
+    QTest::newRow("stored folder") << true << QStringLiteral("figures") << true << QStringLiteral("figures");
+    QTest::newRow("stored folder deleted") << true << QStringLiteral("figures") << false
+                                           << QStringLiteral("Pictures");
+    QTest::newRow("stored folder deleted, no pictures folder")
+        << false << QStringLiteral("figures") << false << QString();
+}
+
+void TestHostSettings::recentFolderIsOneThatExists()
+{
+    QFETCH(bool, hasPictures);
+    QFETCH(QString, stored);
+    QFETCH(bool, storedExists);
+    QFETCH(QString, expected);
+
+    // A home folder of its own, as on a new machine; the pictures folder follows it.
+    QTemporaryDir home;
+    QVERIFY(home.isValid());
+    const QByteArray oldHome = qgetenv("HOME");
+    qputenv("HOME", QFile::encodeName(home.path()));
+    const auto restoreHome = qScopeGuard([&oldHome] { qputenv("HOME", oldHome); });
+    const QDir homeDir(home.path());
+    if (hasPictures)
+        QVERIFY(homeDir.mkdir(QStringLiteral("Pictures")));
+    if (storedExists)
+        QVERIFY(homeDir.mkdir(stored));
+
+    CVXSSettings settings(homeDir.filePath(QStringLiteral("fresh.ini")));
+    if (!stored.isEmpty())
+        settings.setRecentFilePath(homeDir.filePath(stored));
+
+    const QString strFolder = settings.getRecentFilePath();
+    QCOMPARE(QDir(strFolder).canonicalPath(), QDir(homeDir.filePath(expected)).canonicalPath());
+    QVERIFY2(QFileInfo(strFolder).isDir(), qPrintable(strFolder));
+    // Any other folder key falls back the same way.
+    const QString strDefault = homeDir.filePath(hasPictures ? QStringLiteral("Pictures") : QString());
+    QCOMPARE(QDir(settings.folder(QStringLiteral("Other/Folder"))).canonicalPath(), QDir(strDefault).canonicalPath());
     QCOMPARE(settings.getPreferredFormat(), QString());
 }
 

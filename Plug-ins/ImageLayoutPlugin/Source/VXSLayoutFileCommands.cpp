@@ -53,7 +53,9 @@ void CVXSLayoutFileCommands::reportError(const QString& strWhat, const QString& 
 QString CVXSLayoutFileCommands::chooseSaveName()
 {
     CVXSSettings* pSettings = CVXPreference::getSettings();
-    const QString strStart = m_strPath.isEmpty() ? pSettings->value(kFolderKey, QDir::homePath()).toString() : m_strPath;
+    // The layout's own file is proposed while its folder still exists.
+    const bool bOwnFolder = !m_strPath.isEmpty() && QFileInfo(m_strPath).absoluteDir().exists();
+    const QString strStart = bOwnFolder ? m_strPath : pSettings->folder(kFolderKey);
     QString strPath = QFileDialog::getSaveFileName(m_manager.getLayoutWindow(), tr("Save Layout As"), strStart,
                                                    tr("Layouts (*.vxlayout)"));
     if (strPath.isEmpty())
@@ -86,7 +88,7 @@ bool CVXSLayoutFileCommands::open()
 {
     CVXSSettings* pSettings = CVXPreference::getSettings();
     const QString strPath = QFileDialog::getOpenFileName(m_manager.getLayoutWindow(), tr("Open Layout"),
-                                                         pSettings->value(kFolderKey, QDir::homePath()).toString(),
+                                                         pSettings->folder(kFolderKey),
                                                          tr("Layouts (*.vxlayout)"));
     if (strPath.isEmpty())
         return false;

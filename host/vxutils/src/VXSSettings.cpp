@@ -1,16 +1,19 @@
 #include "VXSSettings.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
 const QString kRecentFilePathKey = QStringLiteral("Export/RecentFilePath");
 const QString kPreferredFormatKey = QStringLiteral("Export/PreferredFormat");
 
+// A new machine has no Pictures folder yet: a file dialog started in a folder that does not
+// exist would offer the folder's name as the file name.
 QString defaultSaveFolder()
 {
     const QString strPictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
-    return strPictures.isEmpty() ? QDir::homePath() : strPictures;
+    return !strPictures.isEmpty() && QFileInfo(strPictures).isDir() ? strPictures : QDir::homePath();
 }
 } // namespace
 
@@ -21,7 +24,7 @@ CVXSSettings::CVXSSettings(const QString& strFilePath)
 
 QString CVXSSettings::getRecentFilePath() const
 {
-    return m_settings.value(kRecentFilePathKey, defaultSaveFolder()).toString();
+    return folder(kRecentFilePathKey);
 }
 
 void CVXSSettings::setRecentFilePath(QString strPath)
@@ -40,6 +43,12 @@ void CVXSSettings::setPreferredFormat(QString strFormat)
         m_settings.remove(kPreferredFormatKey);
     else
         m_settings.setValue(kPreferredFormatKey, strFormat);
+}
+
+QString CVXSSettings::folder(const QString& strKey) const
+{
+    const QString strStored = m_settings.value(strKey).toString();
+    return !strStored.isEmpty() && QFileInfo(strStored).isDir() ? strStored : defaultSaveFolder();
 }
 
 QVariant CVXSSettings::value(const QString& strKey, const QVariant& defaultValue) const
