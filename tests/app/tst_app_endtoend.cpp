@@ -1,5 +1,6 @@
 #include "HostFixture.h"
 
+#include "FileDialogTyping.h"
 #include "ModalDialogAnswer.h"
 #include "WidgetLeaks.h"
 
@@ -72,11 +73,15 @@ private slots:
     void layoutOfThreeImagesExportedAsPng();
 
 private:
+    // The home folder of a new machine: no Pictures folder, no settings, no dialog history.
+    QTemporaryDir m_home;
     QTemporaryDir m_dir;
 };
 
 void TestAppEndToEnd::initTestCase()
 {
+    QVERIFY(m_home.isValid());
+    qputenv("HOME", QFile::encodeName(m_home.path()));
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(m_dir.isValid());
     for (int i = 0; i < 3; ++i) {
@@ -139,24 +144,29 @@ void TestAppEndToEnd::layoutOfThreeImagesExportedAsPng()
     QTest::keyClicks(pAnnotation, QStringLiteral("Mouse 3, day 7"));
     QTest::keyClick(pAnnotation, Qt::Key_Return);
 
-    // Export, the PNG format chosen in the dialog.
-    const QString strExport = m_dir.filePath(QStringLiteral("layout.png"));
+    // Export, the PNG format chosen and the name typed into the folder the dialog proposes.
+    // On a new machine that is the home folder, with nothing proposed as the file name.
+    QString strExport;
+    QString strProposedName;
     bool bDialogSeen = false;
     answerNextModalDialog(
         QFileDialog::staticMetaObject,
-        [strExport](QDialog* pDialog) {
+        [&strExport, &strProposedName](QDialog* pDialog) {
             auto* pFiles = qobject_cast<QFileDialog*>(pDialog);
+            strProposedName = pFiles->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
             for (const QString& strFilter : pFiles->nameFilters()) {
                 if (strFilter.contains(QStringLiteral("png"), Qt::CaseInsensitive))
                     pFiles->selectNameFilter(strFilter);
             }
-            pFiles->selectFile(strExport);
-            pDialog->accept();
+            strExport = pFiles->directory().filePath(QStringLiteral("layout.png"));
+            typeIntoFileDialog(pFiles, QStringLiteral("layout.png"));
         },
         &bDialogSeen);
     clickToolbarAction(pLayoutWindow, "m_pExportAction");
     QVERIFY(bDialogSeen);
-    QTRY_VERIFY(QFile::exists(strExport));
+    QCOMPARE(strProposedName, QString());
+    QCOMPARE(QFileInfo(strExport).dir().canonicalPath(), QDir(m_home.path()).canonicalPath());
+    QTRY_VERIFY2(QFile::exists(strExport), qPrintable(QDir(m_home.path()).entryList(QDir::Files).join(u' ')));
 
     QImage exported(strExport);
     QVERIFY(!exported.isNull());

@@ -1,5 +1,6 @@
 #include "HostFixture.h"
 
+#include "FileDialogTyping.h"
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
 #include "SolidImage.h"
@@ -83,12 +84,10 @@ QGraphicsScene* layoutScene(QWidget* pLayoutWindow)
     return pLayoutWindow->findChild<QGraphicsView*>()->scene();
 }
 
-// Types the path into the next file dialog's name box and accepts it, as Enter there does.
 void answerNextFileDialog(const QString& strPath)
 {
     answerNextModalDialog(QFileDialog::staticMetaObject, [strPath](QDialog* pDialog) {
-        pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(strPath);
-        QMetaObject::invokeMethod(pDialog, "accept", Qt::DirectConnection);
+        typeIntoFileDialog(static_cast<QFileDialog*>(pDialog), strPath);
     });
 }
 

@@ -1,9 +1,9 @@
 #include "FileDialogAnswer.h"
 
+#include "FileDialogTyping.h"
 #include "ModalDialogAnswer.h"
 
 #include <QFileDialog>
-#include <QLineEdit>
 
 CFileDialogAnswers::CFileDialogAnswers(const QList<FileDialogAnswer>& answers)
     : m_pending(answers)
@@ -42,17 +42,7 @@ FileDialogAnswer chooseFile(const QString& strFilter, const QString& strFileName
 {
     return [strFilter, strFileName](QFileDialog* pDialog) {
         pDialog->selectNameFilter(strFilter);
-        // Typed into the file name box: selectFile() would race the dialog's folder loading.
-        auto* pNameEdit = pDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        if (!pNameEdit) {
-            qWarning("file dialog without a file name box");
-            return;
-        }
-        pNameEdit->setText(strFileName);
-        // Accepting as Enter in the file name box does. The Save button itself is no
-        // good here: the dialog enables it only once its file system model has caught up
-        // with the folder, which may take longer than a test should wait.
-        QMetaObject::invokeMethod(pDialog, "accept");
+        typeIntoFileDialog(pDialog, strFileName);
     };
 }
 
