@@ -37,6 +37,7 @@ PACKAGES=(
     pngcheck
     libimage-exiftool-perl  # exiftool: the resolution vxlayout writes into raster files
     qpdf                    # uncompresses PDF pages, to read the resolution they are described at
+    stress-ng               # scripts/test-under-load.sh keeps the cores busy while the tests run
 )
 
 missing=()

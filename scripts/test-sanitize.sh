@@ -11,6 +11,7 @@ rm -rf "$build"
 cmake -S "$here" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DVX_SANITIZE=ON
 cmake --build "$build" -j"$(nproc)"
 
+source "$here/scripts/fresh-home.sh"
 export QT_QPA_PLATFORM=offscreen
 # Allocations too large for memory must fail as they do without the sanitizer: the
 # program reports them instead of ending.

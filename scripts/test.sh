@@ -5,6 +5,7 @@ here="$(cd "$(dirname "$0")/.." && pwd)"
 export BUILD_DIR="${BUILD_DIR:-$here/build-test}"
 rm -rf "$BUILD_DIR"
 bash "$here/scripts/build.sh"
+source "$here/scripts/fresh-home.sh"
 export QT_QPA_PLATFORM=offscreen
 cd "$BUILD_DIR"
 ctest --output-on-failure -j"$(nproc)" "$@"
