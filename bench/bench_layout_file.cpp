@@ -9,8 +9,8 @@
 // Run offscreen:  QT_QPA_PLATFORM=offscreen build/bin/bench_layout_file [--runs N] [--side S]
 
 #include <VXSLayoutConstants.h>
-#include <VXSLayoutFile.h>
-#include <VXSLayoutImageCodec.h>
+#include <file/VXSLayoutFile.h>
+#include <file/VXSLayoutImageCodec.h>
 
 #include <QBuffer>
 #include <QCommandLineParser>

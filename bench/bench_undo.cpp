@@ -17,7 +17,7 @@
 
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
-#include <VXSLayoutSnapshot.h>
+#include <undo/VXSLayoutSnapshot.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <VXSLayoutItemState.h>
-#include <VXSLayoutSnapshot.h>
+#include <undo/VXSLayoutItemState.h>
+#include <undo/VXSLayoutSnapshot.h>
 
 #include <QImage>
 #include <QString>

@@ -1,8 +1,8 @@
 #include <VXImageFileReader.h>
 #include <VXSLayoutConstants.h>
-#include <VXSLayoutFile.h>
-#include <VXSLayoutItemCodec.h>
-#include <VXSZipWriter.h>
+#include <file/VXSLayoutFile.h>
+#include <file/VXSLayoutItemCodec.h>
+#include <file/archive/VXSZipWriter.h>
 
 #include <QBuffer>
 #include <QDir>

@@ -6,11 +6,11 @@
 #include "WidgetLeaks.h"
 
 #include <VXSLayoutConstants.h>
-#include <VXSLayoutDocument.h>
-#include <VXSLayoutFile.h>
-#include <VXSLayoutFileCommands.h>
+#include <file/VXSLayoutDocument.h>
+#include <file/VXSLayoutFile.h>
+#include <file/VXSLayoutFileCommands.h>
 #include <VXSLayoutManager.h>
-#include <VXSLayoutRecovery.h>
+#include <file/VXSLayoutRecovery.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 

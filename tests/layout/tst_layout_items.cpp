@@ -8,7 +8,7 @@
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutItemRectangle.h>
 #include <VXSLayoutItemText.h>
-#include <VXSLayoutPens.h>
+#include <scene/VXSLayoutPens.h>
 
 #include <QGraphicsScene>
 #include <QPaintDevice>

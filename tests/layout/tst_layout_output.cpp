@@ -5,7 +5,7 @@
 #include "WidgetLeaks.h"
 
 #include <VXPreference.h>
-#include <VXSImageResampler.h>
+#include <output/VXSImageResampler.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>

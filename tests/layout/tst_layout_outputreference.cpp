@@ -3,7 +3,7 @@
 #include "SamplePage.h"
 #include "WidgetLeaks.h"
 
-#include <VXSExportFormats.h>
+#include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
 #include <VXSLayoutManager.h>
 #include <VXStatus.h>

@@ -3,11 +3,11 @@
 #include "WidgetLeaks.h"
 
 #include <VXImageProvenance.h>
-#include <VXSActiveDatasetGrabber.h>
+#include <host/VXSActiveDatasetGrabber.h>
 #include <VXSChildWindow.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
-#include <VXSLayoutProvenance.h>
+#include <output/VXSLayoutProvenance.h>
 #include <VXSLayoutWindow.h>
 #include <VXSSequenceWindow.h>
 

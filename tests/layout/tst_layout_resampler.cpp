@@ -1,6 +1,6 @@
 #include "SolidImage.h"
 
-#include <VXSImageResampler.h>
+#include <output/VXSImageResampler.h>
 
 #include <QRandomGenerator>
 #include <QtTest>

@@ -3,12 +3,12 @@
 #include "SamplePage.h"
 #include "WidgetLeaks.h"
 
-#include <VXSExportFormats.h>
+#include <output/VXSExportFormats.h>
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
-#include <VXSLayoutRenderer.h>
-#include <VXSLayoutVectorPage.h>
+#include <output/VXSLayoutRenderer.h>
+#include <output/VXSLayoutVectorPage.h>
 #include <VXSLayoutView.h>
 
 #include <QGraphicsScene>

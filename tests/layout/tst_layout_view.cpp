@@ -4,7 +4,7 @@
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>
-#include <VXSLayoutItemGeometry.h>
+#include <scene/VXSLayoutItemGeometry.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutItemRectangle.h>
 #include <VXSLayoutItemText.h>

@@ -1,12 +1,12 @@
 #include "VXLayoutBatch.h"
 
 #include <VXImageFileReader.h>
-#include <VXSExportFormats.h>
+#include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
 #include <VXSLayoutItemImage.h>
-#include <VXSLayoutRenderer.h>
-#include <VXSLayoutVectorPage.h>
-#include <VXSLayoutProvenance.h>
+#include <output/VXSLayoutRenderer.h>
+#include <output/VXSLayoutVectorPage.h>
+#include <output/VXSLayoutProvenance.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 #include <VXStatus.h>

@@ -3,7 +3,7 @@
 #include "VXLayoutBatchOptions.h"
 
 #include <VXSLayoutManager.h>
-#include <VXSLayoutProvenance.h>
+#include <output/VXSLayoutProvenance.h>
 
 #include <QCoreApplication>
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "VXLayoutBatchOptions.h"
 
-#include <VXSExportFormats.h>
+#include <output/VXSExportFormats.h>
 
 #include <QCommandLineParser>
 #include <QRegularExpression>

@@ -1,8 +1,8 @@
 #include "VXImageLayoutPlugin.h"
 
-#include "VXSLayoutFileCommands.h"
+#include "file/VXSLayoutFileCommands.h"
 #include "VXSLayoutManager.h"
-#include "VXSLayoutRecovery.h"
+#include "file/VXSLayoutRecovery.h"
 #include "VXSLayoutWindow.h"
 
 #include <VXSMdiSubWindow.h>

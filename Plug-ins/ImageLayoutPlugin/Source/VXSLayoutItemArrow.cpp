@@ -1,7 +1,7 @@
 #include "VXSLayoutItemArrow.h"
 
 #include "VXSLayoutConstants.h"
-#include "VXSLayoutPens.h"
+#include "scene/VXSLayoutPens.h"
 
 #include <VXGeometry.h>
 

@@ -1,7 +1,7 @@
 #include "VXSLayoutItemEllipse.h"
 
-#include "VXSLayoutItemGeometry.h"
-#include "VXSLayoutPens.h"
+#include "scene/VXSLayoutItemGeometry.h"
+#include "scene/VXSLayoutPens.h"
 
 #include <QPainter>
 

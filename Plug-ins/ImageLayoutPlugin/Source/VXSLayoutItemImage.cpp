@@ -1,6 +1,6 @@
 #include "VXSLayoutItemImage.h"
 
-#include "VXSLayoutItemGeometry.h"
+#include "scene/VXSLayoutItemGeometry.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VXSImageDisplayCache.h"
+#include "scene/VXSImageDisplayCache.h"
 
 #include <QGraphicsRectItem>
 #include <QImage>

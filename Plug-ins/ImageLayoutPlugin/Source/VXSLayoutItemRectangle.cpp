@@ -1,6 +1,6 @@
 #include "VXSLayoutItemRectangle.h"
 
-#include "VXSLayoutItemGeometry.h"
+#include "scene/VXSLayoutItemGeometry.h"
 
 #include <QPainter>
 

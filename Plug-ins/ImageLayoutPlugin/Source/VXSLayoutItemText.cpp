@@ -1,6 +1,6 @@
 #include "VXSLayoutItemText.h"
 
-#include "VXSLayoutItemGeometry.h"
+#include "scene/VXSLayoutItemGeometry.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
-#include "VXSLayoutSnapshot.h"
+#include "undo/VXSLayoutSnapshot.h"
 
 #include <QGraphicsScene>
 #include <QImage>

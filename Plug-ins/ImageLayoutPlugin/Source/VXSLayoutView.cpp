@@ -1,17 +1,17 @@
 #include "VXSLayoutView.h"
 
-#include "VXSImageFit.h"
-#include "VXSLayoutChange.h"
+#include "scene/VXSImageFit.h"
+#include "undo/VXSLayoutChange.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemEllipse.h"
-#include "VXSLayoutItemGeometry.h"
+#include "scene/VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemGrid.h"
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutItemRectangle.h"
 #include "VXSLayoutItemText.h"
 #include "VXSLayoutManager.h"
-#include "VXSLayoutPens.h"
-#include "VXSLayoutStyles.h"
+#include "scene/VXSLayoutPens.h"
+#include "scene/VXSLayoutStyles.h"
 #include "VXSLayoutWindow.h"
 
 #include <QKeyEvent>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
-#include "VXSLayoutHandles.h"
-#include "VXSLayoutZOrder.h"
+#include "scene/VXSLayoutHandles.h"
+#include "scene/VXSLayoutZOrder.h"
 
 #include <QGraphicsView>
 #include <QList>

@@ -1,8 +1,8 @@
 #include "VXSLayoutWindow.h"
 
-#include "VXSActiveDatasetGrabber.h"
+#include "host/VXSActiveDatasetGrabber.h"
 #include "VXSEditText.h"
-#include "VXSLayoutChange.h"
+#include "undo/VXSLayoutChange.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemImage.h"
 #include "VXSLayoutItemText.h"

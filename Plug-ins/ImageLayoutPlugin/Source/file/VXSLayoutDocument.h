@@ -1,0 +1,16 @@
+#pragma once
+
+#include "undo/VXSLayoutItemState.h"
+
+#include <QSize>
+#include <QVector>
+
+// A whole layout as a layout file holds it: the layout style (0 = "Free style"), the size of
+// the page the items were placed on, and every item.
+class CVXSLayoutDocument
+{
+public:
+    int nStyle = 0;
+    QSize pageSize;
+    QVector<CVXSLayoutItemState> items;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "file/VXSLayoutDocument.h"
+
+#include <QCoreApplication>
+#include <QJsonObject>
+#include <QString>
+#include <QVector>
+
+// The content of layout.json in a layout file: format name and version, style, page size and
+// the items. Images are not part of it: items name the archive entries holding them.
+class CVXSLayoutDocumentCodec
+{
+    Q_DECLARE_TR_FUNCTIONS(CVXSLayoutDocumentCodec)
+public:
+    static constexpr int FormatVersion = 1;
+    static constexpr int MaxPageSide = 100000;
+
+    // The document's object; imageEntries holds, for every item, the entry of its image
+    // (ignored for items of other kinds).
+    static QJsonObject encode(const CVXSLayoutDocument& document, const QVector<QString>& imageEntries);
+    // Fills document (images stay null) and the image entry of every item; false with
+    // strError when the object is no layout this version can read.
+    static bool decode(const QJsonObject& object, CVXSLayoutDocument& document, QVector<QString>& imageEntries,
+                       QString& strError);
+
+private:
+    static bool decodeHeader(const QJsonObject& object, CVXSLayoutDocument& document, QString& strError);
+    static bool decodeItems(const QJsonArray& items, CVXSLayoutDocument& document, QVector<QString>& imageEntries,
+                            QString& strError);
+};

@@ -1,0 +1,125 @@
+#include "scene/VXSLayoutZOrder.h"
+
+#include <QGraphicsItem>
+#include <QGraphicsScene>
+#include <QPair>
+#include <QVector>
+
+#include <algorithm>
+
+using namespace VXSLayout;
+
+namespace {
+
+int roundedZ(const QGraphicsItem* pItem)
+{
+    return int(pItem->zValue() + 0.5);
+}
+
+bool isLayoutZ(const QGraphicsItem* pItem)
+{
+    return roundedZ(pItem) > BaseZ;
+}
+
+} // namespace
+
+int CVXSLayoutZOrder::nextZ() const
+{
+    return m_topZ + 1;
+}
+
+int CVXSLayoutZOrder::topZ() const
+{
+    return m_topZ;
+}
+
+void CVXSLayoutZOrder::setTopZ(int nZ)
+{
+    m_topZ = nZ;
+}
+
+void CVXSLayoutZOrder::reset()
+{
+    m_topZ = BaseZ;
+}
+
+QList<QGraphicsItem*> CVXSLayoutZOrder::list(const QGraphicsScene* pScene)
+{
+    QList<QGraphicsItem*> list;
+    if (!pScene)
+        return list;
+    QVector<QPair<int, QGraphicsItem*>> pairs;
+    for (QGraphicsItem* pItem : pScene->items()) {
+        if (pItem)
+            pairs.append(qMakePair(int(pItem->zValue()), pItem));
+    }
+    std::sort(pairs.begin(), pairs.end(),
+              [](const QPair<int, QGraphicsItem*>& a, const QPair<int, QGraphicsItem*>& b) { return a.first < b.first; });
+    for (const auto& pair : pairs)
+        list.append(pair.second);
+    return list;
+}
+
+int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem, int nCommand,
+                              const ViewItemTest& isViewItem)
+{
+    if (!pItem)
+        return 16;
+    const QList<QGraphicsItem*> entries = list(pScene);
+    Q_ASSERT_X(entries.count() != 0, "VXSLayoutView", "zorderlist.count() != 0");
+
+    // Find the item among the layout items, remembering the nearest one below it.
+    int index = 0;
+    QGraphicsItem* pBelow = nullptr;
+    for (; index < entries.count(); ++index) {
+        QGraphicsItem* pEntry = entries.at(index);
+        if (!isLayoutZ(pEntry) || isViewItem(pEntry))
+            continue;
+        if (pEntry == pItem)
+            break;
+        pBelow = pEntry;
+    }
+    QGraphicsItem* pAbove = nullptr;
+    if (index + 1 < entries.count()) {
+        // Told apart by identity, not by z: a long session's items reach the marks' band.
+        pAbove = entries.at(index + 1);
+        if (isViewItem(pAbove))
+            pAbove = nullptr;
+    }
+
+    const qreal z = pItem->zValue();
+    switch (nCommand) {
+    case BringForward:
+        if (pAbove) {
+            pItem->setZValue(pAbove->zValue());
+            pAbove->setZValue(z);
+        }
+        break;
+    case SendBackward:
+        if (pBelow) {
+            pItem->setZValue(pBelow->zValue());
+            pBelow->setZValue(z);
+        }
+        break;
+    case BringToFront:
+        if (roundedZ(pItem) < m_topZ)
+            pItem->setZValue(++m_topZ);
+        break;
+    case SendToBack: {
+        // Every layout item below moves up one place; the item takes the lowest z.
+        QGraphicsItem* pHolder = pItem;
+        for (int i = 0; i < index; ++i) {
+            QGraphicsItem* pEntry = entries.at(i);
+            if (!isLayoutZ(pEntry) || isViewItem(pEntry))
+                continue;
+            pHolder->setZValue(pEntry->zValue());
+            pHolder = pEntry;
+        }
+        pHolder->setZValue(z);
+        break;
+    }
+    default:
+        break;
+    }
+    return 0;
+}
