@@ -42,8 +42,9 @@ constexpr int SendBackward = 2;
 constexpr int BringToFront = 3;
 constexpr int SendToBack = 4;
 
-// Number of styles in the layout-style box; style 0 is "Free style".
+// Number of styles in the layout-style box; style 0 is "Free style", the others are grids.
 constexpr int StyleCount = 9;
+constexpr int FreeStyle = 0;
 constexpr int CellCounterCount = 256;
 
 } // namespace VXSLayout
