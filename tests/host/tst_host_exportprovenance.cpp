@@ -127,6 +127,17 @@ QStringList textsOf(const QJsonValue& value)
     return texts;
 }
 
+// Each figure in each raster format that carries text, as rows "suffix figure".
+void addRasterRows(const QVector<QPair<const char*, Keys>>& figures)
+{
+    QTest::addColumn<QByteArray>("suffix");
+    QTest::addColumn<Keys>("keys");
+    for (const QByteArray& suffix : {QByteArray("png"), QByteArray("tif"), QByteArray("jpg")}) {
+        for (const auto& row : figures)
+            QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
+    }
+}
+
 QImage keyedImage(const Keys& keys)
 {
     QImage image = solidImage(QSize(41, 29), QColor(200, 120, 40));
@@ -307,12 +318,7 @@ QStringList TestHostExportProvenance::plainExiftoolLines(const QByteArray& suffi
 
 void TestHostExportProvenance::readBackByExiftool_data()
 {
-    QTest::addColumn<QByteArray>("suffix");
-    QTest::addColumn<Keys>("keys");
-    for (const QByteArray& suffix : {QByteArray("png"), QByteArray("tif"), QByteArray("jpg")}) {
-        for (const auto& row : valueRows())
-            QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
-    }
+    addRasterRows(valueRows());
 }
 
 void TestHostExportProvenance::readBackByExiftool()
@@ -518,12 +524,7 @@ QString TestHostExportProvenance::extractedPacket(const QString& strPath)
 
 void TestHostExportProvenance::xmpReadBackByExiftool_data()
 {
-    QTest::addColumn<QByteArray>("suffix");
-    QTest::addColumn<Keys>("keys");
-    for (const QByteArray& suffix : {QByteArray("png"), QByteArray("tif"), QByteArray("jpg")}) {
-        for (const auto& row : xmpRows())
-            QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
-    }
+    addRasterRows(xmpRows());
 }
 
 void TestHostExportProvenance::xmpReadBackByExiftool()
