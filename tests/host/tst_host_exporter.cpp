@@ -652,7 +652,7 @@ void TestHostExporter::invalidPath()
 
     QString strError;
     QCOMPARE(save(gradientImage(), strPath, &strError), eSTATUS_INVALID_PATH);
-    QCOMPARE(strError, error == 0 ? QStringLiteral("Could not write the image: no file name was given.")
+    QCOMPARE(strError, error == 0 ? QStringLiteral("Could not write the image: no file name was given")
                                   : systemFailure(strPath, error));
     QCOMPARE(entriesOf(dir.path()), (QStringList{QStringLiteral("folder.png"), QStringLiteral("plain.txt")}));
     QVERIFY(QFileInfo(dir.filePath(QStringLiteral("folder.png"))).isDir());

@@ -188,7 +188,7 @@ tag_estatus CVXSImageExporter::saveImage(QImage& image, QString& strFilePath)
     if (image.isNull())
         return fail(eSTATUS_NULL_IMAGE, strFilePath, tr("there is no image to write"));
     if (strFilePath.isEmpty())
-        return fail(eSTATUS_INVALID_PATH, strFilePath, QString());
+        return fail(eSTATUS_INVALID_PATH, strFilePath, tr("no file name was given"));
     const QString strSuffix = QFileInfo(strFilePath).suffix();
     const std::unique_ptr<CVXSImageWriter> pWriter = writerFor(strSuffix, m_eTiffCompression);
     if (!pWriter)
@@ -214,7 +214,7 @@ tag_estatus CVXSImageExporter::saveData(const QByteArray& data, const QString& s
 {
     m_strErrorText.clear();
     if (strFilePath.isEmpty())
-        return fail(eSTATUS_INVALID_PATH, strFilePath, QString());
+        return fail(eSTATUS_INVALID_PATH, strFilePath, tr("no file name was given"));
     const int nError = writeFile(strFilePath, data);
     return nError == 0 ? eSTATUS_SUCCESS : fail(statusFromErrno(nError), strFilePath, qt_error_string(nError));
 }
@@ -262,7 +262,7 @@ QImage CVXSImageExporter::withResolution(const QImage& image) const
 
 tag_estatus CVXSImageExporter::fail(tag_estatus status, const QString& strFilePath, const QString& strReason)
 {
-    m_strErrorText = strFilePath.isEmpty() ? tr("Could not write the image: no file name was given.")
+    m_strErrorText = strFilePath.isEmpty() ? tr("Could not write the image: %1").arg(strReason)
                                            : tr("Could not write %1: %2").arg(strFilePath, strReason);
     return status;
 }
