@@ -18,6 +18,8 @@ PACKAGES=(
     # DICOM (exporter and image file reader) and the zlib stream inside EPS.
     libdcmtk-dev
     zlib1g-dev
+    # TIFF export: compression, resolution and metadata tags.
+    libtiff-dev
     # Layout files: zip archives of PNG images.
     libzip-dev
     libpng-dev
@@ -28,6 +30,7 @@ PACKAGES=(
     ghostscript
     libimage-exiftool-perl  # exiftool: provenance text in PNG, TIFF and JPEG
     libtiff-tools
+    libxml2-utils           # xmllint: the XMP packets written into PNG, TIFF and JPEG
     librsvg2-bin
     libwmf-bin
     poppler-utils

@@ -4,10 +4,13 @@
 #include "VXSImageExporter.h"
 
 #include <QImageReader>
+#include <QImageWriter>
+#include <QPainter>
 #include <QScopeGuard>
 #include <QtTest>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -157,10 +160,41 @@ void addFormatRows()
         QTest::newRow(pSuffix) << QString::fromLatin1(pSuffix);
 }
 
-tag_estatus save(QImage image, QString strPath)
+// Saves with a new exporter; pErrorText gets its errorText() afterwards.
+tag_estatus save(QImage image, QString strPath, QString* pErrorText = nullptr)
 {
     CVXSImageExporter exporter;
-    return exporter.saveImage(image, strPath);
+    const tag_estatus status = exporter.saveImage(image, strPath);
+    if (pErrorText)
+        *pErrorText = exporter.errorText();
+    return status;
+}
+
+// What errorText() says when a system call failed with nError on the file.
+QString systemFailure(const QString& strPath, int nError)
+{
+    return QStringLiteral("Could not write %1: %2").arg(strPath, qt_error_string(nError));
+}
+
+// The lines tiffinfo prints about the file.
+QByteArray tiffinfo(const QString& strPath)
+{
+    const ToolRun info = runTool(QStringLiteral("tiffinfo"), {strPath});
+    return info.succeeded() ? info.output : info.report();
+}
+
+// A page as the layout exports them: white, with a few flat pictures and a frame line.
+QImage pageImage(const QSize& size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.drawLine(0, 0, size.width() - 1, 0);
+    painter.drawLine(0, 0, 0, size.height() - 1);
+    painter.fillRect(QRect(40, 40, size.width() / 3, size.height() / 3), QColor(200, 60, 40));
+    painter.fillRect(QRect(size.width() / 2, 60, size.width() / 3, size.height() / 2), QColor(20, 90, 160));
+    painter.end();
+    return image;
 }
 
 } // namespace
@@ -188,6 +222,13 @@ private slots:
     void emfRenderedThroughSvg();
     void wmfRenderedThroughSvg();
     void tiffReadByLibtiff();
+    void tiffCompressionAndTags_data();
+    void tiffCompressionAndTags();
+    void tiffGreyStaysGrey();
+    void tiffKeepsAlpha();
+    void tiffIsCompressed();
+    void resolutionGiven_data();
+    void resolutionGiven();
     void isWritableSuffix_data();
     void isWritableSuffix();
     void unsupportedSuffix_data();
@@ -211,6 +252,8 @@ private slots:
     void fullDevice();
     void noPermission_data();
     void noPermission();
+    void saveDataNamesFileAndReason();
+    void successLeavesNoErrorText();
 };
 
 void TestHostExporter::initTestCase()
@@ -387,6 +430,154 @@ void TestHostExporter::tiffReadByLibtiff()
     QCOMPARE(readBack(strPath), image);
 }
 
+void TestHostExporter::tiffCompressionAndTags_data()
+{
+    QTest::addColumn<int>("compression"); // -1 leaves the exporter's default
+    QTest::addColumn<int>("givenDpi");    // 0 keeps the image's own
+    QTest::addColumn<int>("imageDpi");
+    QTest::addColumn<QByteArray>("expectedLines");
+
+    QTest::newRow("deflate by default, the image's resolution")
+        << -1 << 0 << 150 << QByteArray("Compression Scheme: AdobeDeflate\nResolution: 150, 150 pixels/inch");
+    QTest::newRow("lzw chosen")
+        << int(CVXSImageExporter::TiffCompression::Lzw) << 0 << 96
+        << QByteArray("Compression Scheme: LZW\nResolution: 96, 96 pixels/inch");
+    QTest::newRow("deflate chosen, resolution given")
+        << int(CVXSImageExporter::TiffCompression::Deflate) << 300 << 96
+        << QByteArray("Compression Scheme: AdobeDeflate\nResolution: 300, 300 pixels/inch");
+}
+
+void TestHostExporter::tiffCompressionAndTags()
+{
+    VX_REQUIRE_TOOL("tiffinfo");
+    QFETCH(int, compression);
+    QFETCH(int, givenDpi);
+    QFETCH(int, imageDpi);
+    QFETCH(QByteArray, expectedLines);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QString strPath = dir.filePath(QStringLiteral("layout.tif"));
+    QImage image = structuredImage();
+    image.setDotsPerMeterX(qRound(imageDpi / 0.0254));
+    image.setDotsPerMeterY(qRound(imageDpi / 0.0254));
+    CVXSImageExporter exporter;
+    QCOMPARE(exporter.tiffCompression(), CVXSImageExporter::TiffCompression::Deflate);
+    if (compression >= 0)
+        exporter.setTiffCompression(CVXSImageExporter::TiffCompression(compression));
+    exporter.setResolution(givenDpi);
+    QCOMPARE(exporter.resolution(), givenDpi);
+
+    const QDate before = QDate::currentDate();
+    QCOMPARE(exporter.saveImage(image, strPath), eSTATUS_SUCCESS);
+
+    const QByteArray info = tiffinfo(strPath);
+    for (const QByteArray& line : expectedLines.split('\n'))
+        QVERIFY2(info.contains("  " + line + '\n'), (line + " in:\n" + info).constData());
+    QVERIFY2(info.contains("  Predictor: horizontal differencing"), info.constData());
+    QVERIFY2(info.contains("  Software: " + QCoreApplication::applicationName().toUtf8() + '\n'), info.constData());
+    const QString strDays = QStringLiteral("(%1|%2)").arg(before.toString(QStringLiteral("yyyy:MM:dd")),
+                                                        QDate::currentDate().toString(QStringLiteral("yyyy:MM:dd")));
+    QVERIFY2(QRegularExpression(QStringLiteral("  DateTime: %1 \\d\\d:\\d\\d:\\d\\d\n").arg(strDays))
+                 .match(QString::fromLatin1(info))
+                 .hasMatch(),
+             info.constData());
+    // Lossless whatever the compression; the picture has no keys, so no description.
+    QCOMPARE(readBack(strPath), image.convertToFormat(QImage::Format_RGB32));
+    QVERIFY2(!info.contains("ImageDescription") && !info.contains("XMLPacket"), info.constData());
+}
+
+void TestHostExporter::tiffGreyStaysGrey()
+{
+    VX_REQUIRE_TOOL("tiffinfo");
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString strPath = dir.filePath(QStringLiteral("grey.tif"));
+    QImage image(157, 93, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgb((x + 3 * y) % 256, (x + 3 * y) % 256, (x + 3 * y) % 256));
+    }
+
+    QCOMPARE(save(image, strPath), eSTATUS_SUCCESS);
+
+    const QByteArray info = tiffinfo(strPath);
+    QVERIFY2(info.contains("  Samples/Pixel: 1\n") && info.contains("  Bits/Sample: 8\n")
+                 && info.contains("  Photometric Interpretation: min-is-black\n"),
+             info.constData());
+    QCOMPARE(readBack(strPath), image);
+}
+
+void TestHostExporter::tiffKeepsAlpha()
+{
+    VX_REQUIRE_TOOL("tiffinfo");
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString strPath = dir.filePath(QStringLiteral("alpha.tif"));
+    QImage image(64, 48, QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgba(x * 4, y * 5, 120, x % 2 ? 255 : y * 5));
+    }
+
+    QCOMPARE(save(image, strPath), eSTATUS_SUCCESS);
+
+    const QByteArray info = tiffinfo(strPath);
+    QVERIFY2(info.contains("  Samples/Pixel: 4\n") && info.contains("  Extra Samples: 1<unassoc-alpha>\n"),
+             info.constData());
+    // Readers premultiply unassociated alpha: the file reads as the one Qt's own TIFF writer made.
+    const QString strQtPath = dir.filePath(QStringLiteral("qt.tif"));
+    QVERIFY(QImageWriter(strQtPath, "tiff").write(image));
+    const QImage read(strPath);
+    QVERIFY(!read.isNull());
+    QCOMPARE(read, QImage(strQtPath));
+}
+
+void TestHostExporter::tiffIsCompressed()
+{
+    // A page of flat areas, as layouts mostly are, takes a small part of its raw size.
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QImage page = pageImage(QSize(2000, 1500));
+    const qint64 nRawBytes = qint64(page.width()) * page.height() * 3;
+    for (const auto eCompression : {CVXSImageExporter::TiffCompression::Deflate, CVXSImageExporter::TiffCompression::Lzw}) {
+        QImage image = page;
+        QString strPath = dir.filePath(QStringLiteral("page%1.tif").arg(int(eCompression)));
+        CVXSImageExporter exporter;
+        exporter.setTiffCompression(eCompression);
+        QCOMPARE(exporter.saveImage(image, strPath), eSTATUS_SUCCESS);
+
+        const qint64 nBytes = QFileInfo(strPath).size();
+        QVERIFY2(nBytes > 0 && nBytes < nRawBytes / 100, qPrintable(QString::number(nBytes)));
+        QCOMPARE(readBack(strPath), page);
+    }
+}
+
+void TestHostExporter::resolutionGiven_data()
+{
+    QTest::addColumn<QString>("fileName");
+    for (const char* pName : {"page.bmp", "page.jpg", "page.png", "page.tif"})
+        QTest::newRow(pName) << QString::fromLatin1(pName);
+}
+
+void TestHostExporter::resolutionGiven()
+{
+    QFETCH(QString, fileName);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QString strPath = dir.filePath(fileName);
+    QImage image = gradientImage();
+    CVXSImageExporter exporter;
+    exporter.setResolution(300);
+
+    QCOMPARE(exporter.saveImage(image, strPath), eSTATUS_SUCCESS);
+
+    // 300 dpi is 11811 dots per metre; the caller's image keeps its own.
+    const QImage read(strPath);
+    QCOMPARE(read.dotsPerMeterX(), 11811);
+    QCOMPARE(read.dotsPerMeterY(), 11811);
+    QCOMPARE(image.dotsPerMeterX(), gradientImage().dotsPerMeterX());
+}
+
 void TestHostExporter::isWritableSuffix_data()
 {
     QTest::addColumn<QString>("suffix");
@@ -416,7 +607,10 @@ void TestHostExporter::unsupportedSuffix()
     QFETCH(QString, fileName);
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
-    QCOMPARE(save(gradientImage(), dir.filePath(fileName)), eSTATUS_UNSUPPORTED_FORMAT);
+    QString strError;
+    QCOMPARE(save(gradientImage(), dir.filePath(fileName), &strError), eSTATUS_UNSUPPORTED_FORMAT);
+    QCOMPARE(strError, QStringLiteral("Could not write %1: the file name does not end in the suffix of a format "
+                                      "this program writes").arg(dir.filePath(fileName)));
     QCOMPARE(entriesOf(dir.path()), QStringList());
 }
 
@@ -430,28 +624,37 @@ void TestHostExporter::nullImage()
     QFETCH(QString, suffix);
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
-    QCOMPARE(save(QImage(), dir.filePath(QStringLiteral("null.") + suffix)), eSTATUS_NULL_IMAGE);
+    QString strError;
+    QCOMPARE(save(QImage(), dir.filePath(QStringLiteral("null.") + suffix), &strError), eSTATUS_NULL_IMAGE);
+    QCOMPARE(strError, QStringLiteral("Could not write %1: there is no image to write").arg(dir.filePath(QStringLiteral("null.") + suffix)));
     QCOMPARE(entriesOf(dir.path()), QStringList());
 }
 
 void TestHostExporter::invalidPath_data()
 {
     QTest::addColumn<QString>("relativePath"); // inside a fresh temporary folder
-    QTest::newRow("empty path") << QString();
-    QTest::newRow("missing folder") << QStringLiteral("missing/out.png");
-    QTest::newRow("folder named like an image") << QStringLiteral("folder.png");
+    QTest::addColumn<int>("error");            // what the system says, by its errno
+    QTest::newRow("empty path") << QString() << 0;
+    QTest::newRow("missing folder") << QStringLiteral("missing/out.png") << ENOENT;
+    QTest::newRow("folder named like an image") << QStringLiteral("folder.png") << EISDIR;
+    QTest::newRow("file in place of a folder") << QStringLiteral("plain.txt/out.png") << ENOTDIR;
 }
 
 void TestHostExporter::invalidPath()
 {
     QFETCH(QString, relativePath);
+    QFETCH(int, error);
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("folder.png")));
+    QVERIFY(writeFile(dir.filePath(QStringLiteral("plain.txt")), "some notes"));
     const QString strPath = relativePath.isEmpty() ? QString() : dir.filePath(relativePath);
 
-    QCOMPARE(save(gradientImage(), strPath), eSTATUS_INVALID_PATH);
-    QCOMPARE(entriesOf(dir.path()), QStringList{QStringLiteral("folder.png")});
+    QString strError;
+    QCOMPARE(save(gradientImage(), strPath, &strError), eSTATUS_INVALID_PATH);
+    QCOMPARE(strError, error == 0 ? QStringLiteral("Could not write the image: no file name was given")
+                                  : systemFailure(strPath, error));
+    QCOMPARE(entriesOf(dir.path()), (QStringList{QStringLiteral("folder.png"), QStringLiteral("plain.txt")}));
     QVERIFY(QFileInfo(dir.filePath(QStringLiteral("folder.png"))).isDir());
 }
 
@@ -487,9 +690,14 @@ void TestHostExporter::sizeLimits()
     QVERIFY(dir.isValid());
     const QImage image = solidImage(size, Qt::darkCyan, QImage::Format_RGB32);
 
-    QCOMPARE(int(save(image, dir.filePath(fileName))), expected);
+    QString strError;
+    QCOMPARE(int(save(image, dir.filePath(fileName), &strError)), expected);
     const QStringList expectedEntries = expected == eSTATUS_SUCCESS ? QStringList{fileName} : QStringList();
     QCOMPARE(entriesOf(dir.path()), expectedEntries);
+    const QString strFormat = QFileInfo(fileName).suffix().toUpper();
+    QCOMPARE(strError, expected == eSTATUS_SUCCESS ? QString()
+                                                   : QStringLiteral("Could not write %1: %2 x %3 pixels are more than a %4 file holds")
+                                                         .arg(dir.filePath(fileName)).arg(size.width()).arg(size.height()).arg(strFormat));
 }
 
 void TestHostExporter::replacesExistingFileKeepingPermissions()
@@ -559,6 +767,7 @@ void TestHostExporter::failureWhileWritingLeavesExistingFile()
 
     // A file size limit makes the kernel refuse the write (EFBIG) half-way, even for root.
     tag_estatus status = eSTATUS_SUCCESS;
+    QString strError;
     {
         rlimit previous = {};
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &previous), 0);
@@ -570,10 +779,11 @@ void TestHostExporter::failureWhileWritingLeavesExistingFile()
         rlimit limited = previous;
         limited.rlim_cur = 4096;
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &limited), 0);
-        status = save(noiseImage(QSize(100, 100)), strPath);
+        status = save(noiseImage(QSize(100, 100)), strPath, &strError);
     }
 
     QCOMPARE(status, eSTATUS_WRITE_FAILED);
+    QCOMPARE(strError, systemFailure(strPath, EFBIG));
     QCOMPARE(contentOf(strPath), original);
     QCOMPARE(entriesOf(dir.path()), QStringList{strName});
 }
@@ -608,6 +818,7 @@ void TestHostExporter::outOfMemoryLeavesExistingFile()
     const rlim_t nUsedBytes = rlim_t(statm.readLine().split(' ').value(0).toULongLong()) * rlim_t(getpagesize());
     QVERIFY(nUsedBytes > 0);
     tag_estatus status = eSTATUS_SUCCESS;
+    QString strError;
     {
         rlimit previous = {};
         QCOMPARE(getrlimit(RLIMIT_AS, &previous), 0);
@@ -615,10 +826,11 @@ void TestHostExporter::outOfMemoryLeavesExistingFile()
         rlimit limited = previous;
         limited.rlim_cur = nUsedBytes + 2 * 1024 * 1024;
         QCOMPARE(setrlimit(RLIMIT_AS, &limited), 0);
-        status = save(image, strPath);
+        status = save(image, strPath, &strError);
     }
 
     QCOMPARE(status, eSTATUS_OUT_OF_MEMORY);
+    QCOMPARE(strError, systemFailure(strPath, ENOMEM));
     QCOMPARE(contentOf(strPath), original);
     QCOMPARE(entriesOf(dir.path()), QStringList{strName});
 }
@@ -670,7 +882,9 @@ void TestHostExporter::fullDevice()
     const QString strLink = dir.filePath(strName);
     QVERIFY(QFile::link(QStringLiteral("/dev/full"), strLink));
 
-    QCOMPARE(save(gradientImage(), strLink), eSTATUS_DISK_FULL);
+    QString strError;
+    QCOMPARE(save(gradientImage(), strLink, &strError), eSTATUS_DISK_FULL);
+    QCOMPARE(strError, systemFailure(strLink, ENOSPC));
     QCOMPARE(save(gradientImage(), QStringLiteral("/dev/full")), eSTATUS_UNSUPPORTED_FORMAT);
 
     struct stat after = {};
@@ -694,8 +908,39 @@ void TestHostExporter::noPermission()
         QSKIP("This system has no sysfs under /sys");
     const QString strPath = QStringLiteral("/sys/vx_export_test.") + suffix;
 
-    QCOMPARE(save(gradientImage(), strPath), eSTATUS_NO_PERMISSION);
+    QString strError;
+    QCOMPARE(save(gradientImage(), strPath, &strError), eSTATUS_NO_PERMISSION);
+    QCOMPARE(strError, systemFailure(strPath, EACCES));
     QVERIFY(!QFileInfo::exists(strPath));
+}
+
+void TestHostExporter::saveDataNamesFileAndReason()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString strPath = dir.filePath(QStringLiteral("missing/page.pdf"));
+    CVXSImageExporter exporter;
+
+    QCOMPARE(exporter.saveData("%PDF-1.4", strPath), eSTATUS_INVALID_PATH);
+
+    QCOMPARE(exporter.errorText(), systemFailure(strPath, ENOENT));
+    QCOMPARE(entriesOf(dir.path()), QStringList());
+}
+
+void TestHostExporter::successLeavesNoErrorText()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    CVXSImageExporter exporter;
+    QImage image = gradientImage();
+    QString strMissing = dir.filePath(QStringLiteral("missing/out.png"));
+    QCOMPARE(exporter.saveImage(image, strMissing), eSTATUS_INVALID_PATH);
+    QVERIFY(!exporter.errorText().isEmpty());
+
+    QString strPath = dir.filePath(QStringLiteral("out.png"));
+    QCOMPARE(exporter.saveImage(image, strPath), eSTATUS_SUCCESS);
+
+    QCOMPARE(exporter.errorText(), QString());
 }
 
 QTEST_GUILESS_MAIN(TestHostExporter)

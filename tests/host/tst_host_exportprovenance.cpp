@@ -4,6 +4,9 @@
 #include <VXImageProvenance.h>
 #include <VXSImageExporter.h>
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtEndian>
@@ -62,6 +65,14 @@ Keys sixteenDicomSources()
     return figureKeys(images);
 }
 
+// Sources whose names XML has to escape.
+Keys markupFigure()
+{
+    return figureKeys({{{QString::fromLatin1(CVXImageProvenance::Source), QStringLiteral("a<b>&\"c\" 'd'.png")}},
+                       {{QString::fromLatin1(CVXImageProvenance::Source), QStringLiteral("]]> <!-- x -->.dcm")},
+                        {QString::fromLatin1(CVXImageProvenance::PatientId), QStringLiteral("tab\there")}}});
+}
+
 Keys valueFigure(const QString& strValue)
 {
     Keys source = dicomSource(QStringLiteral("scan.dcm"), QStringLiteral("1.2.3.4.5"));
@@ -77,6 +88,54 @@ QVector<QPair<const char*, Keys>> valueRows()
             {"non-ascii", valueFigure(QString::fromUtf8("Maus-Ä \u6CE8 \U0001F42D"))},
             {"10000 characters", valueFigure(QString(10000, QLatin1Char('x')))},
             {"16 dicom sources", sixteenDicomSources()}};
+}
+
+// The figures the XMP packet is tried with, by row name.
+QVector<QPair<const char*, Keys>> xmpRows()
+{
+    QVector<QPair<const char*, Keys>> rows;
+    for (const auto& row : valueRows()) {
+        if (!row.second.isEmpty())
+            rows << row;
+    }
+    rows.append({"markup in names", markupFigure()});
+    return rows;
+}
+
+// Our XMP property for a key: its name without spaces.
+QString propertyOf(const QString& strKey)
+{
+    return QString(strKey).remove(QLatin1Char(' '));
+}
+
+// The file of every image, in order.
+QStringList sourcesOf(const Keys& keys)
+{
+    QStringList sources;
+    const int nImages = keys.value(QString::fromLatin1(CVXImageProvenance::ImageCount)).toInt();
+    for (int n = 1; n <= nImages; ++n)
+        sources << keys.value(imageKey(n, CVXImageProvenance::Source));
+    return sources;
+}
+
+// A JSON value as text, lists of one item as that item; exiftool writes numbers as numbers.
+QStringList textsOf(const QJsonValue& value)
+{
+    QStringList texts;
+    for (const QVariant& item : value.isArray() ? value.toArray().toVariantList() : QVariantList{value.toVariant()})
+        texts << item.toString();
+    return texts;
+}
+
+// Each figure in each raster format that carries text, as rows "suffix figure".
+void addRasterRows(const QVector<QPair<const char*, Keys>>& figures)
+{
+    QTest::addColumn<QByteArray>("suffix");
+    QTest::addColumn<Keys>("keys");
+    for (const QByteArray& suffix : {QByteArray("png"), QByteArray("tif"), QByteArray("jpg")}) {
+        for (const auto& row : figures)
+            QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
+    }
 }
 
 QImage keyedImage(const Keys& keys)
@@ -211,9 +270,23 @@ private slots:
     void metafilesCarryCommentRecords_data();
     void metafilesCarryCommentRecords();
     void bmpWritesWithoutKeys();
+    void xmpReadBackByExiftool_data();
+    void xmpReadBackByExiftool();
+    void xmpPacketParsedByXmllint_data();
+    void xmpPacketParsedByXmllint();
+    void pngXmpComesBeforeTheTextChunks();
+    void tiffXmpInItsTag();
+    void longXmpCutOnlyForJpeg_data();
+    void longXmpCutOnlyForJpeg();
+    void noKeysNoXmp_data();
+    void noKeysNoXmp();
 
 private:
     QString save(const QImage& image, const QString& strName);
+    // What exiftool reads of the file's XMP, as JSON; structures whole when asked.
+    static QJsonObject exiftoolXmp(const QString& strPath, bool bStructures);
+    // The XMP packet exiftool finds in the file, written to a file of its own for xmllint.
+    QString extractedPacket(const QString& strPath);
     // What exiftool reports of the picture without keys, which is no provenance.
     QStringList plainExiftoolLines(const QByteArray& suffix);
 
@@ -245,12 +318,7 @@ QStringList TestHostExportProvenance::plainExiftoolLines(const QByteArray& suffi
 
 void TestHostExportProvenance::readBackByExiftool_data()
 {
-    QTest::addColumn<QByteArray>("suffix");
-    QTest::addColumn<Keys>("keys");
-    for (const QByteArray& suffix : {QByteArray("png"), QByteArray("tif"), QByteArray("jpg")}) {
-        for (const auto& row : valueRows())
-            QTest::addRow("%s %s", suffix.constData(), row.first) << suffix << row.second;
-    }
+    addRasterRows(valueRows());
 }
 
 void TestHostExportProvenance::readBackByExiftool()
@@ -430,6 +498,206 @@ void TestHostExportProvenance::bmpWritesWithoutKeys()
     const QString strPath = save(image, QStringLiteral("figure.bmp"));
     QVERIFY(!strPath.isEmpty());
     QCOMPARE(QImage(strPath).convertToFormat(QImage::Format_RGB32), image.convertToFormat(QImage::Format_RGB32));
+}
+
+QJsonObject TestHostExportProvenance::exiftoolXmp(const QString& strPath, bool bStructures)
+{
+    // -b: long values whole, not as a note on their length.
+    QStringList arguments = {QStringLiteral("-XMP:all"), QStringLiteral("-j"), QStringLiteral("-b")};
+    if (bStructures)
+        arguments << QStringLiteral("-struct");
+    const ToolRun read = runTool(QStringLiteral("exiftool"), arguments << strPath);
+    if (!read.succeeded())
+        qWarning("%s", read.report().constData());
+    return QJsonDocument::fromJson(read.output).array().at(0).toObject();
+}
+
+QString TestHostExportProvenance::extractedPacket(const QString& strPath)
+{
+    const ToolRun read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-XMP"), strPath});
+    const QString strPacket = strPath + QStringLiteral(".xmp");
+    QFile file(strPacket);
+    if (!read.succeeded() || read.output.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(read.output) < 0)
+        return QString();
+    return strPacket;
+}
+
+void TestHostExportProvenance::xmpReadBackByExiftool_data()
+{
+    addRasterRows(xmpRows());
+}
+
+void TestHostExportProvenance::xmpReadBackByExiftool()
+{
+    VX_REQUIRE_TOOL("exiftool");
+    QFETCH(QByteArray, suffix);
+    QFETCH(Keys, keys);
+    const QDate before = QDate::currentDate();
+    const QString strPath = save(keyedImage(keys), QStringLiteral("xmp.") + QString::fromLatin1(suffix));
+    QVERIFY(!strPath.isEmpty());
+
+    const QJsonObject structured = exiftoolXmp(strPath, true);
+    const QJsonObject flat = exiftoolXmp(strPath, false);
+
+    // Dublin Core's source and our plain list hold every file, whole and in order; the plain
+    // list reads so without asking for structures.
+    const QStringList sources = sourcesOf(keys);
+    QCOMPARE(textsOf(structured.value(QStringLiteral("Source"))), sources);
+    QCOMPARE(textsOf(flat.value(QStringLiteral("Sources"))), sources);
+    // One structure per image, with every key of the image.
+    const QJsonArray images = structured.value(QStringLiteral("Image")).toArray();
+    QCOMPARE(images.size(), sources.size());
+    for (int n = 1; n <= images.size(); ++n) {
+        const QString strPrefix = CVXImageProvenance::imageKey(n, QString());
+        const QJsonObject image = images.at(n - 1).toObject();
+        int nKeys = 0;
+        for (auto it = keys.cbegin(); it != keys.cend(); ++it) {
+            if (!it.key().startsWith(strPrefix))
+                continue;
+            ++nKeys;
+            const QString strProperty = propertyOf(it.key().mid(strPrefix.size()));
+            QCOMPARE(textsOf(image.value(strProperty)), QStringList{it.value()});
+        }
+        QCOMPARE(image.size(), nKeys);
+    }
+    // The figure's own keys, and the standard fields.
+    QCOMPARE(textsOf(structured.value(QStringLiteral("LayoutStyle"))), QStringList{QStringLiteral("Layout 2x1")});
+    QCOMPARE(textsOf(structured.value(QStringLiteral("Images"))), QStringList{QString::number(sources.size())});
+    const QString strDescription = structured.value(QStringLiteral("Description")).toString();
+    QVERIFY2(strDescription.startsWith(QStringLiteral("Image layout of %1 image").arg(sources.size())),
+             qPrintable(strDescription));
+    QVERIFY2(strDescription.endsWith(sources.last()), qPrintable(strDescription));
+    const QString strDate = textsOf(structured.value(QStringLiteral("Date"))).value(0);
+    QVERIFY2(strDate.startsWith(before.toString(QStringLiteral("yyyy:MM:dd")))
+                 || strDate.startsWith(QDate::currentDate().toString(QStringLiteral("yyyy:MM:dd"))),
+             qPrintable(strDate));
+    QCOMPARE(structured.value(QStringLiteral("CreatorTool")).toString(), QCoreApplication::applicationName());
+}
+
+void TestHostExportProvenance::xmpPacketParsedByXmllint_data()
+{
+    QTest::addColumn<QString>("fileName");
+    for (const char* pName : {"sixteen.png", "sixteen.tif", "sixteen.jpg"})
+        QTest::newRow(pName) << QString::fromLatin1(pName);
+}
+
+void TestHostExportProvenance::xmpPacketParsedByXmllint()
+{
+    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_TOOL("xmllint");
+    QFETCH(QString, fileName);
+    Keys keys = sixteenDicomSources();
+    keys.insert(imageKey(3, CVXImageProvenance::Source), QStringLiteral("a<b>&\"c\".dcm"));
+    const QString strPath = save(keyedImage(keys), fileName);
+    QVERIFY(!strPath.isEmpty());
+
+    const QString strPacket = extractedPacket(strPath);
+    QVERIFY(!strPacket.isEmpty());
+    const ToolRun lint = runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), strPacket});
+    const QString strDcSource = QStringLiteral("//*[namespace-uri()='http://purl.org/dc/elements/1.1/' and local-name()='source']"
+                                               "/*/*[local-name()='li']");
+    const ToolRun count = runTool(QStringLiteral("xmllint"), {QStringLiteral("--xpath"), QStringLiteral("count(%1)").arg(strDcSource), strPacket});
+    const ToolRun third = runTool(QStringLiteral("xmllint"), {QStringLiteral("--xpath"), QStringLiteral("string((%1)[3])").arg(strDcSource), strPacket});
+
+    QVERIFY2(lint.succeeded() && lint.output.isEmpty() && lint.errors.isEmpty(), lint.report().constData());
+    QCOMPARE(count.output.trimmed(), QByteArray("16"));
+    QCOMPARE(third.output.trimmed(), QByteArray("a<b>&\"c\".dcm"));
+    // UTF-8 in its wrapper, in our own namespace.
+    const QByteArray packet = contentOf(strPacket).trimmed();
+    QVERIFY(packet.startsWith("<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>"));
+    QVERIFY(packet.endsWith("<?xpacket end=\"w\"?>"));
+    QVERIFY(packet.contains("xmlns:vx=\"http://ns.vexor.example/provenance/1.0/\""));
+}
+
+void TestHostExportProvenance::pngXmpComesBeforeTheTextChunks()
+{
+    // Some readers take only the first 50 text chunks; sixteen images make 66.
+    VX_REQUIRE_TOOL("pngcheck");
+    const QString strPath = save(keyedImage(sixteenDicomSources()), QStringLiteral("chunks.png"));
+    QVERIFY(!strPath.isEmpty());
+
+    const ToolRun check = runTool(QStringLiteral("pngcheck"), {QStringLiteral("-v"), strPath});
+
+    QVERIFY2(check.succeeded(), check.report().constData());
+    QStringList chunks;
+    for (const QByteArray& line : check.output.split('\n')) {
+        if (line.startsWith("  chunk "))
+            chunks << QString::fromLatin1(line.mid(8, 4));
+    }
+    QCOMPARE(chunks.mid(0, 2), (QStringList{QStringLiteral("IHDR"), QStringLiteral("iTXt")}));
+    QCOMPARE(chunks.count(QStringLiteral("iTXt")), 1);
+    QCOMPARE(chunks.count(QStringLiteral("tEXt")) + chunks.count(QStringLiteral("zTXt")), sixteenDicomSources().size());
+    QVERIFY2(check.output.contains("keyword: XML:com.adobe.xmp\n    uncompressed, no language tag"), check.output.constData());
+}
+
+void TestHostExportProvenance::tiffXmpInItsTag()
+{
+    VX_REQUIRE_TOOL("tiffinfo");
+    const QString strPath = save(keyedImage(typicalFigure()), QStringLiteral("tag.tif"));
+    QVERIFY(!strPath.isEmpty());
+
+    const ToolRun info = runTool(QStringLiteral("tiffinfo"), {strPath});
+
+    QVERIFY2(info.succeeded(), info.report().constData());
+    QVERIFY2(info.output.contains("  XMLPacket (XMP Metadata):\n"), info.output.constData());
+    QVERIFY2(info.output.contains("<rdf:li>scan.dcm</rdf:li>"), info.output.constData());
+}
+
+void TestHostExportProvenance::longXmpCutOnlyForJpeg_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<bool>("cut");
+    QTest::newRow("jpg: one segment") << QStringLiteral("long.jpg") << true;
+    QTest::newRow("png") << QStringLiteral("long.png") << false;
+    QTest::newRow("tif") << QStringLiteral("long.tif") << false;
+}
+
+void TestHostExportProvenance::longXmpCutOnlyForJpeg()
+{
+    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_TOOL("xmllint");
+    QFETCH(QString, fileName);
+    QFETCH(bool, cut);
+    // 80000 bytes of UTF-8, more than a JPEG segment holds.
+    const QString strPatient = QString(40000, QChar(0xC4));
+    const QString strPath = save(keyedImage(valueFigure(strPatient)), fileName);
+    QVERIFY(!strPath.isEmpty());
+
+    const QJsonObject xmp = exiftoolXmp(strPath, true);
+    const QString strPacket = extractedPacket(strPath);
+    QVERIFY(!strPacket.isEmpty());
+    const ToolRun lint = runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), strPacket});
+
+    QVERIFY2(lint.succeeded(), lint.report().constData());
+    const QString strRead = xmp.value(QStringLiteral("Image")).toArray().at(0).toObject().value(QStringLiteral("PatientID")).toString();
+    if (cut) {
+        QVERIFY(QFileInfo(strPacket).size() <= 65535 - 2 - 29);
+        QVERIFY2(strRead.endsWith(QStringLiteral("\u00C4 [truncated]")), qPrintable(strRead.right(40)));
+        QVERIFY(strRead.size() > 10000);
+    } else {
+        QCOMPARE(strRead, strPatient);
+    }
+    // Short values stay whole.
+    QCOMPARE(textsOf(xmp.value(QStringLiteral("Source"))), QStringList{QStringLiteral("scan.dcm")});
+}
+
+void TestHostExportProvenance::noKeysNoXmp_data()
+{
+    QTest::addColumn<QString>("fileName");
+    for (const char* pName : {"plain.png", "plain.tif", "plain.jpg"})
+        QTest::newRow(pName) << QString::fromLatin1(pName);
+}
+
+void TestHostExportProvenance::noKeysNoXmp()
+{
+    VX_REQUIRE_TOOL("exiftool");
+    QFETCH(QString, fileName);
+    const QString strPath = save(keyedImage(Keys()), fileName);
+    QVERIFY(!strPath.isEmpty());
+
+    const QJsonObject xmp = exiftoolXmp(strPath, true);
+
+    QCOMPARE(xmp.keys(), QStringList{QStringLiteral("SourceFile")});
 }
 
 QTEST_MAIN(TestHostExportProvenance)

@@ -1,4 +1,5 @@
 #include "VXSErrorHandler.h"
+#include "VXSImageExporter.h"
 #include "VXSMessageBox.h"
 #include "VXUtilityFns.h"
 
@@ -7,6 +8,8 @@
 
 #include <QPushButton>
 #include <QtTest>
+
+#include <cerrno>
 
 namespace {
 
@@ -225,6 +228,17 @@ void TestHostMessageBox::errorMessage_data()
         << vxStatusText(eSTATUS_DISK_FULL) + QStringLiteral("\nlayout.png could not be saved.");
     QTest::newRow("without extra text")
         << int(eSTATUS_PRINTER_NOT_STARTED) << QString() << vxStatusText(eSTATUS_PRINTER_NOT_STARTED);
+
+    // A failed export: the status first, then the exporter's detail with the system's reason.
+    QTemporaryDir dir;
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QString strPath = dir.filePath(QStringLiteral("missing/figure.png"));
+    CVXSImageExporter exporter;
+    const tag_estatus status = exporter.saveImage(image, strPath);
+    QTest::newRow("export failure with its reason")
+        << int(status) << exporter.errorText()
+        << vxStatusText(eSTATUS_INVALID_PATH) + QStringLiteral("\nCould not write %1: %2").arg(strPath, qt_error_string(ENOENT));
 }
 
 void TestHostMessageBox::errorMessage()

@@ -16,6 +16,7 @@
 
 #include <dcmtk/dcmdata/dcdeftag.h>
 
+#include <cerrno>
 #include <unistd.h>
 
 namespace {
@@ -110,6 +111,14 @@ double millimetresInPoints(const QStringRef& length)
     return length.endsWith(QLatin1String("mm")) ? length.chopped(2).toDouble() * 72 / 25.4 : 0;
 }
 
+// The two lines vxlayout prints when the exporter fails: the status's text, then the file
+// and the system's reason for the call that failed.
+QString writeFailure(const QString& strPage, int nStatus, int nError)
+{
+    return QStringLiteral("vxlayout: Cannot write \"%1\": %2\nvxlayout: Could not write %1: %3\n")
+        .arg(strPage, vxStatusText(tag_estatus(nStatus)), qt_error_string(nError));
+}
+
 // Dots per inch from what exiftool reads in a file: "X Y" for its two axes.
 QString resolutionOf(const QString& strPath)
 {
@@ -188,6 +197,7 @@ private slots:
     void writesVectorPages();
     void writesTheResolutionGiven_data();
     void writesTheResolutionGiven();
+    void writesCompressedTiff();
     void describesThePdfAtTheResolutionGiven_data();
     void describesThePdfAtTheResolutionGiven();
     void explainsItself();
@@ -428,6 +438,23 @@ void TestToolsVxLayout::writesTheResolutionGiven()
     QCOMPARE(QImage(strPage).convertToFormat(QImage::Format_RGB32), QImage(strPlain).convertToFormat(QImage::Format_RGB32));
 }
 
+void TestToolsVxLayout::writesCompressedTiff()
+{
+    VX_REQUIRE_PROGRAM("tiffinfo");
+    const QString strPage = output("page.tif");
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--dpi", "300", "--export", strPage} + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+
+    const OutsideProgram info(QStringLiteral("tiffinfo"), {strPage});
+    QVERIFY2(info.succeeded(), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("  Compression Scheme: AdobeDeflate\n"), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("  Resolution: 300, 300 pixels/inch\n"), qPrintable(info.report()));
+    // The page's raw pixels, three bytes each, would take more than a hundred times as much.
+    const qint64 nRawBytes = qint64(kDefaultPage.width()) * kDefaultPage.height() * 3;
+    QVERIFY2(QFileInfo(strPage).size() < nRawBytes / 100, qPrintable(QString::number(QFileInfo(strPage).size())));
+    QCOMPARE(QImage(strPage).size(), kDefaultPage);
+}
+
 void TestToolsVxLayout::describesThePdfAtTheResolutionGiven_data()
 {
     QTest::addColumn<QString>("dpi");
@@ -577,15 +604,17 @@ void TestToolsVxLayout::refusesUnwritableOutput_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<int>("status");
-    QTest::newRow("missing folder") << output("no/such/folder/page.png") << int(eSTATUS_INVALID_PATH);
-    QTest::newRow("folder is a file") << input("afile/page.png") << int(eSTATUS_INVALID_PATH);
-    QTest::newRow("read-only folder") << output("locked/page.png") << int(eSTATUS_NO_PERMISSION);
+    QTest::addColumn<int>("error"); // the system's reason, by its errno
+    QTest::newRow("missing folder") << output("no/such/folder/page.png") << int(eSTATUS_INVALID_PATH) << ENOENT;
+    QTest::newRow("folder is a file") << input("afile/page.png") << int(eSTATUS_INVALID_PATH) << ENOTDIR;
+    QTest::newRow("read-only folder") << output("locked/page.png") << int(eSTATUS_NO_PERMISSION) << EACCES;
 }
 
 void TestToolsVxLayout::refusesUnwritableOutput()
 {
     QFETCH(QString, page);
     QFETCH(int, status);
+    QFETCH(int, error);
     const QFileInfo target(page);
     if (page.contains(QLatin1String("locked"))) {
         QVERIFY(QDir().mkpath(target.absolutePath()));
@@ -597,9 +626,7 @@ void TestToolsVxLayout::refusesUnwritableOutput()
     if (page.contains(QLatin1String("locked")))
         QVERIFY(QFile::setPermissions(target.absolutePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     QCOMPARE(run.nExitCode, 1);
-    const QString strExpected =
-        QStringLiteral("vxlayout: Cannot write \"%1\": %2").arg(page, vxStatusText(tag_estatus(status)));
-    QVERIFY2(run.strErr.contains(strExpected), qPrintable(run.strErr));
+    QVERIFY2(run.strErr.contains(writeFailure(page, status, error)), qPrintable(run.strErr));
     QVERIFY(!QFileInfo::exists(page));
     QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList());
@@ -609,15 +636,19 @@ void TestToolsVxLayout::refusesUnwritableVectorPage_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<int>("status");
+    QTest::addColumn<int>("error"); // the system's reason, by its errno
     for (const char* pSuffix : {"pdf", "svg"}) {
         const QString strName = QStringLiteral("page.") + QLatin1String(pSuffix);
-        QTest::addRow("%s missing folder", pSuffix) << output("no/such/folder/" + strName) << int(eSTATUS_INVALID_PATH);
-        QTest::addRow("%s folder is a file", pSuffix) << input("afile/" + strName) << int(eSTATUS_INVALID_PATH);
-        QTest::addRow("%s folder of that name", pSuffix) << output("folder/" + strName) << int(eSTATUS_INVALID_PATH);
-        QTest::addRow("%s full disk", pSuffix) << output("full/" + strName) << int(eSTATUS_DISK_FULL);
+        // Not ".../folder/": that one is made below, with a folder named like the page in it.
+        QTest::addRow("%s missing folder", pSuffix) << output("no/such/place/" + strName) << int(eSTATUS_INVALID_PATH)
+                                                    << ENOENT;
+        QTest::addRow("%s folder is a file", pSuffix) << input("afile/" + strName) << int(eSTATUS_INVALID_PATH) << ENOTDIR;
+        QTest::addRow("%s folder of that name", pSuffix) << output("folder/" + strName) << int(eSTATUS_INVALID_PATH)
+                                                         << EISDIR;
+        QTest::addRow("%s full disk", pSuffix) << output("full/" + strName) << int(eSTATUS_DISK_FULL) << ENOSPC;
         // sysfs refuses new files (EACCES) even to root, unlike a read-only folder.
         QTest::addRow("%s no permission", pSuffix) << QStringLiteral("/sys/vx_vxlayout_test.") + QLatin1String(pSuffix)
-                                                   << int(eSTATUS_NO_PERMISSION);
+                                                   << int(eSTATUS_NO_PERMISSION) << EACCES;
     }
 }
 
@@ -625,6 +656,7 @@ void TestToolsVxLayout::refusesUnwritableVectorPage()
 {
     QFETCH(QString, page);
     QFETCH(int, status);
+    QFETCH(int, error);
     const QFileInfo target(page);
     if (page.contains(QLatin1String("/folder/")))
         QVERIFY(QDir().mkpath(page));
@@ -641,9 +673,7 @@ void TestToolsVxLayout::refusesUnwritableVectorPage()
     const ToolRun run = runTool({"--layout", "Layout 2x2", "--export", page, input("red.png")});
     QCOMPARE(run.nExitCode, 1);
     QCOMPARE(run.strOut, QString());
-    const QString strExpected =
-        QStringLiteral("vxlayout: Cannot write \"%1\": %2").arg(page, vxStatusText(tag_estatus(status)));
-    QVERIFY2(run.strErr.contains(strExpected), qPrintable(run.strErr));
+    QVERIFY2(run.strErr.contains(writeFailure(page, status, error)), qPrintable(run.strErr));
     // Nothing new beside the target, no temporary file left, and the target what it was.
     QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), before);
     QVERIFY(!target.isFile() || target.isSymLink());

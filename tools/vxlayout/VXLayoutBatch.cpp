@@ -252,10 +252,8 @@ bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)
     }
     CVXSImageExporter exporter;
     const tag_estatus status = exporter.saveImage(page, strPath);
-    if (status != eSTATUS_SUCCESS) {
-        m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
-        return false;
-    }
+    if (status != eSTATUS_SUCCESS)
+        return failedToWrite(strPath, status, exporter.errorText());
     m_provenance = CVXSLayoutProvenance::keysOf(page);
     m_strReport = tr("Wrote %1 (%2 x %3 pixels)").arg(strPath).arg(page.width()).arg(page.height());
     return true;
@@ -273,14 +271,20 @@ bool CVXLayoutBatch::exportVectorPage(const QString& strPath, int nDpi)
         m_strError = tr("Image could not be created!");
         return false;
     }
-    const tag_estatus status = CVXSImageExporter::saveData(data, strPath);
-    if (status != eSTATUS_SUCCESS) {
-        m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status));
-        return false;
-    }
+    CVXSImageExporter exporter;
+    const tag_estatus status = exporter.saveData(data, strPath);
+    if (status != eSTATUS_SUCCESS)
+        return failedToWrite(strPath, status, exporter.errorText());
     m_provenance =
         CVXSLayoutProvenance(*m_manager.getScene(), m_manager.getLayoutView(), m_manager.currentStyle(), renderer.pageSize())
             .keys();
     m_strReport = tr("Wrote %1 (%2 x %3 points)").arg(strPath).arg(page.pointSize().width()).arg(page.pointSize().height());
     return true;
+}
+
+bool CVXLayoutBatch::failedToWrite(const QString& strPath, tag_estatus status, const QString& strDetail)
+{
+    // The status's text, then the exporter's detail with the system's own reason.
+    m_strError = tr("Cannot write \"%1\": %2").arg(strPath, vxStatusText(status)) + QLatin1Char('\n') + strDetail;
+    return false;
 }

@@ -3,6 +3,7 @@
 #include "VXLayoutBatchOptions.h"
 
 #include <VXSLayoutManager.h>
+#include <VXStatus.h>
 #include <output/VXSLayoutProvenance.h>
 
 #include <QCoreApplication>
@@ -45,6 +46,8 @@ private:
     void placeImages(const QVector<QImage>& images);
     bool exportPage(QString strPath, int nDpi);
     bool exportVectorPage(const QString& strPath, int nDpi);
+    // Keeps the reason an export failed for errorText(); always false.
+    bool failedToWrite(const QString& strPath, tag_estatus status, const QString& strDetail);
 
     CVXSLayoutManager m_manager;
     QString m_strError;

@@ -36,6 +36,11 @@ public:
     // A figure made of several images says how many it holds and carries each image's keys
     // under imageKey(n, key), n counting from 1 for the lowest image.
     static constexpr const char* ImageCount = "Images";
+    // Set by the program that made a figure: its name, version and when it made it
+    // (ISO 8601 with the offset from UTC).
+    static constexpr const char* Software = "Software";
+    static constexpr const char* SoftwareVersion = "Software Version";
+    static constexpr const char* Date = "Date";
 
     // Every key of a single image above, in the order a reader best takes them in.
     static QStringList keys();

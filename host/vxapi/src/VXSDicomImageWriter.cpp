@@ -1,6 +1,7 @@
 #include "VXSDicomImageWriter.h"
 
 #include "VXImageProvenance.h"
+#include "VXSExportMetadata.h"
 #include "VXSExportText.h"
 #include "VXSPixelPacking.h"
 
@@ -15,7 +16,6 @@
 #include <dcmtk/dcmdata/dcuid.h>
 
 #include <algorithm>
-#include <functional>
 #include <limits>
 #include <memory>
 
@@ -53,25 +53,14 @@ bool isUid(const QString& strUid)
     return strUid.size() <= kUidMax && uidPattern.match(strUid).hasMatch();
 }
 
-// The keys' prefixes under which the image names its sources: none for an image from a
-// single source, "Image n " for each image of a layout figure.
-QVector<std::function<QString(const char*)>> sourceKeyNames(const QImage& image)
-{
-    QVector<std::function<QString(const char*)>> names = {[](const char* pKey) { return key(pKey); }};
-    const int nImages = image.text(key(CVXImageProvenance::ImageCount)).toInt();
-    for (int n = 1; n <= nImages; ++n)
-        names << [n](const char* pKey) { return CVXImageProvenance::imageKey(n, key(pKey)); };
-    return names;
-}
-
 // Every DICOM source with a valid SOP Class and Instance UID, each once.
 QVector<SourceReference> sourceReferences(const QImage& image)
 {
     QVector<SourceReference> references;
     QStringList instances;
-    for (const auto& name : sourceKeyNames(image)) {
-        const SourceReference reference {image.text(name(CVXImageProvenance::SopClassUid)),
-                                         image.text(name(CVXImageProvenance::SopInstanceUid))};
+    for (const QString& strPrefix : CVXSExportMetadata::sourcePrefixes(image)) {
+        const SourceReference reference {image.text(strPrefix + key(CVXImageProvenance::SopClassUid)),
+                                         image.text(strPrefix + key(CVXImageProvenance::SopInstanceUid))};
         if (isUid(reference.strClassUid) && isUid(reference.strInstanceUid)
             && !instances.contains(reference.strInstanceUid)) {
             references << reference;
@@ -79,25 +68,6 @@ QVector<SourceReference> sourceReferences(const QImage& image)
         }
     }
     return references;
-}
-
-// "Image layout of 2 images: scan.dcm frame 2; photo.png", or the single source.
-QString derivationDescription(const QImage& image)
-{
-    QStringList sources;
-    for (const auto& name : sourceKeyNames(image)) {
-        const QString strSource = image.text(name(CVXImageProvenance::Source));
-        const QString strFrame = image.text(name(CVXImageProvenance::Frame));
-        if (!strSource.isEmpty())
-            sources << (strFrame.isEmpty() ? strSource : QStringLiteral("%1 frame %2").arg(strSource, strFrame));
-    }
-    const QString strImages = image.text(key(CVXImageProvenance::ImageCount));
-    if (!strImages.isEmpty()) {
-        return QStringLiteral("Image layout of %1 %2: %3")
-            .arg(strImages, strImages == QLatin1String("1") ? QStringLiteral("image") : QStringLiteral("images"),
-                 sources.join(QStringLiteral("; ")));
-    }
-    return sources.isEmpty() ? QString() : QStringLiteral("Exported from %1").arg(sources.join(QStringLiteral("; ")));
 }
 
 bool fitsLatin1(const QString& strText)
@@ -136,7 +106,7 @@ OFCondition putProvenance(DcmDataset& dataset, const QImage& image)
     const QStringList lines = CVXSExportText::lines(image);
     if (lines.isEmpty())
         return EC_Normal;
-    const QString strDescription = derivationDescription(image);
+    const QString strDescription = CVXSExportMetadata::description(image);
     const QString strComments = lines.join(QStringLiteral("\r\n"));
     const bool bUtf8 = !fitsLatin1(strDescription + strComments);
     OFCondition result = dataset.putAndInsertString(DCM_SpecificCharacterSet, bUtf8 ? "ISO_IR 192" : "ISO_IR 100");

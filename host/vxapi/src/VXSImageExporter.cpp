@@ -4,6 +4,7 @@
 #include "VXSEmfImageWriter.h"
 #include "VXSEpsImageWriter.h"
 #include "VXSQtImageWriter.h"
+#include "VXSTiffImageWriter.h"
 #include "VXSWmfImageWriter.h"
 
 #include <QFile>
@@ -22,18 +23,24 @@ namespace {
 
 constexpr int kTemporaryNameAttempts = 16;
 
+constexpr double kMetresPerInch = 0.0254;
+
 // The writer for a file suffix, none when this build cannot write it.
-std::unique_ptr<CVXSImageWriter> writerFor(const QString& strSuffix)
+std::unique_ptr<CVXSImageWriter> writerFor(const QString& strSuffix,
+                                           CVXSImageExporter::TiffCompression eTiffCompression)
 {
     static const QHash<QString, QByteArray> qtFormats = {
-        {QStringLiteral("bmp"), "bmp"},   {QStringLiteral("jpg"), "jpeg"},
-        {QStringLiteral("jpeg"), "jpeg"}, {QStringLiteral("png"), "png"},
-        {QStringLiteral("tif"), "tiff"},  {QStringLiteral("tiff"), "tiff"},
+        {QStringLiteral("bmp"), "bmp"},
+        {QStringLiteral("jpg"), "jpeg"},
+        {QStringLiteral("jpeg"), "jpeg"},
+        {QStringLiteral("png"), "png"},
     };
     const QString strLower = strSuffix.toLower();
     const QByteArray qtFormat = qtFormats.value(strLower);
     if (!qtFormat.isEmpty())
         return CVXSQtImageWriter::canWrite(qtFormat) ? std::make_unique<CVXSQtImageWriter>(qtFormat) : nullptr;
+    if (strLower == QLatin1String("tif") || strLower == QLatin1String("tiff"))
+        return std::make_unique<CVXSTiffImageWriter>(eTiffCompression);
     if (strLower == QLatin1String("dcm"))
         return std::make_unique<CVXSDicomImageWriter>();
     if (strLower == QLatin1String("eps"))
@@ -177,28 +184,85 @@ CVXSImageExporter::~CVXSImageExporter() = default;
 
 tag_estatus CVXSImageExporter::saveImage(QImage& image, QString& strFilePath)
 {
+    m_strErrorText.clear();
     if (image.isNull())
-        return eSTATUS_NULL_IMAGE;
+        return fail(eSTATUS_NULL_IMAGE, strFilePath, tr("there is no image to write"));
     if (strFilePath.isEmpty())
-        return eSTATUS_INVALID_PATH;
-    const std::unique_ptr<CVXSImageWriter> pWriter = writerFor(QFileInfo(strFilePath).suffix());
+        return fail(eSTATUS_INVALID_PATH, strFilePath, tr("no file name was given"));
+    const QString strSuffix = QFileInfo(strFilePath).suffix();
+    const std::unique_ptr<CVXSImageWriter> pWriter = writerFor(strSuffix, m_eTiffCompression);
     if (!pWriter)
-        return eSTATUS_UNSUPPORTED_FORMAT;
+        return fail(eSTATUS_UNSUPPORTED_FORMAT, strFilePath,
+                    tr("the file name does not end in the suffix of a format this program writes"));
+    const QString strFormat = strSuffix.toUpper();
     QByteArray data;
-    const tag_estatus encoded = encode(*pWriter, image, data);
-    if (encoded != eSTATUS_SUCCESS)
-        return encoded;
-    return saveData(data, strFilePath);
+    const tag_estatus encoded = encode(*pWriter, withResolution(image), data);
+    switch (encoded) {
+    case eSTATUS_SUCCESS:
+        return saveData(data, strFilePath);
+    case eSTATUS_IMAGE_TOO_LARGE:
+        return fail(encoded, strFilePath, tr("%1 x %2 pixels are more than a %3 file holds")
+                                              .arg(image.width()).arg(image.height()).arg(strFormat));
+    case eSTATUS_OUT_OF_MEMORY:
+        return fail(encoded, strFilePath, qt_error_string(ENOMEM));
+    default:
+        return fail(encoded, strFilePath, tr("the %1 encoder failed").arg(strFormat));
+    }
 }
 
 tag_estatus CVXSImageExporter::saveData(const QByteArray& data, const QString& strFilePath)
 {
+    m_strErrorText.clear();
     if (strFilePath.isEmpty())
-        return eSTATUS_INVALID_PATH;
-    return statusFromErrno(writeFile(strFilePath, data));
+        return fail(eSTATUS_INVALID_PATH, strFilePath, tr("no file name was given"));
+    const int nError = writeFile(strFilePath, data);
+    return nError == 0 ? eSTATUS_SUCCESS : fail(statusFromErrno(nError), strFilePath, qt_error_string(nError));
+}
+
+QString CVXSImageExporter::errorText() const
+{
+    return m_strErrorText;
+}
+
+void CVXSImageExporter::setTiffCompression(TiffCompression eCompression)
+{
+    m_eTiffCompression = eCompression;
+}
+
+CVXSImageExporter::TiffCompression CVXSImageExporter::tiffCompression() const
+{
+    return m_eTiffCompression;
+}
+
+void CVXSImageExporter::setResolution(int nDpi)
+{
+    m_nDpi = qMax(0, nDpi);
+}
+
+int CVXSImageExporter::resolution() const
+{
+    return m_nDpi;
 }
 
 bool CVXSImageExporter::isWritableSuffix(const QString& strSuffix)
 {
-    return writerFor(strSuffix) != nullptr;
+    return writerFor(strSuffix, TiffCompression::Deflate) != nullptr;
+}
+
+QImage CVXSImageExporter::withResolution(const QImage& image) const
+{
+    const int nDotsPerMeter = qRound(m_nDpi / kMetresPerInch);
+    if (m_nDpi == 0 || (image.dotsPerMeterX() == nDotsPerMeter && image.dotsPerMeterY() == nDotsPerMeter))
+        return image;
+    QImage resolved = image;
+    resolved.setDotsPerMeterX(nDotsPerMeter);
+    resolved.setDotsPerMeterY(nDotsPerMeter);
+    return resolved;
+}
+
+tag_estatus CVXSImageExporter::fail(tag_estatus status, const QString& strFilePath, const QString& strReason)
+{
+    m_strErrorText = strFilePath.isEmpty() ? tr("Could not write the image: %1").arg(strReason)
+                                           : tr("Could not write %1: %2").arg(strFilePath, strReason);
+    return status;
 }

@@ -1,7 +1,8 @@
 #include "VXSQtImageWriter.h"
 
 #include "VXSExportText.h"
-#include "VXSTiffDescription.h"
+#include "VXSXmpInserter.h"
+#include "VXSXmpPacket.h"
 
 #include <QBuffer>
 #include <QImageWriter>
@@ -46,23 +47,22 @@ tag_estatus CVXSQtImageWriter::encode(const QImage& image, QByteArray& data) con
     QBuffer buffer(&data);
     buffer.open(QIODevice::WriteOnly);
     QImageWriter writer(&buffer, m_oFormat);
-    // PNG keeps the text keys as text chunks by itself; TIFF gets them added below.
+    // PNG keeps the text keys as text chunks by itself.
     if (writer.write(m_oFormat == "jpeg" ? withCommentsThatFit(image) : image)) {
         buffer.close();
-        return addDescription(image, data);
+        addXmp(image, data);
+        return eSTATUS_SUCCESS;
     }
     return writer.error() == QImageWriter::UnsupportedFormatError ? eSTATUS_UNSUPPORTED_FORMAT
                                                                    : eSTATUS_WRITE_FAILED;
 }
 
-tag_estatus CVXSQtImageWriter::addDescription(const QImage& image, QByteArray& data) const
+void CVXSQtImageWriter::addXmp(const QImage& image, QByteArray& data) const
 {
-    const QStringList lines = CVXSExportText::lines(image);
-    if (m_oFormat != "tiff" || lines.isEmpty())
-        return eSTATUS_SUCCESS;
-    // ImageDescription is text of any length; the file must stay below 4 GiB.
-    return CVXSTiffDescription::insert(data, lines.join(QLatin1Char('\n')).toUtf8()) ? eSTATUS_SUCCESS
-                                                                                      : eSTATUS_IMAGE_TOO_LARGE;
+    if (m_oFormat == "png")
+        CVXSXmpInserter::intoPng(data, CVXSXmpPacket::of(image));
+    else if (m_oFormat == "jpeg")
+        CVXSXmpInserter::intoJpeg(data, CVXSXmpPacket::of(image, CVXSXmpInserter::JpegMaxPacket));
 }
 
 bool CVXSQtImageWriter::canWrite(const QByteArray& format)
@@ -70,7 +70,7 @@ bool CVXSQtImageWriter::canWrite(const QByteArray& format)
     return QImageWriter::supportedImageFormats().contains(format);
 }
 
-// BMP and TIFF hold whatever fits into a QImage.
+// BMP holds whatever fits into a QImage.
 int CVXSQtImageWriter::maxSide() const
 {
     if (m_oFormat == "jpeg")

@@ -2,9 +2,9 @@
 
 #include "VXSImageWriter.h"
 
-// Formats that Qt's own image writers produce (bmp, jpeg, png, tiff). The image's text keys
-// go along: PNG text chunks, one JPEG comment per key, the TIFF ImageDescription; BMP has
-// no place for them.
+// Formats that Qt's own image writers produce (bmp, jpeg, png). The image's text keys go
+// along: PNG text chunks and one JPEG comment per key for readers that know these, and all
+// of them in one XMP packet; BMP has no place for them.
 class CVXSQtImageWriter : public CVXSImageWriter
 {
 public:
@@ -18,8 +18,8 @@ public:
 
 private:
     int maxSide() const;
-    // The TIFF's ImageDescription, one line per key.
-    tag_estatus addDescription(const QImage& image, QByteArray& data) const;
+    // The XMP packet in its place in the file.
+    void addXmp(const QImage& image, QByteArray& data) const;
 
     QByteArray m_oFormat;
 };
