@@ -134,8 +134,8 @@ void CVXSLayoutManager::editSelectedText()
 int CVXSLayoutManager::currentStyle() const
 {
     if (!m_pLayoutWindow)
-        return 0;
-    return qMax(0, m_pLayoutWindow->layoutStyleCombo()->currentIndex());
+        return FreeStyle;
+    return qMax(FreeStyle, m_pLayoutWindow->layoutStyleCombo()->currentIndex());
 }
 
 int CVXSLayoutManager::addImageItem(CVXSLayoutItemImage* pItem, bool bUpdate)
@@ -186,7 +186,7 @@ int CVXSLayoutManager::getCellCount(int nStyle) const
 int CVXSLayoutManager::getFirstEmptyCell(bool bGridOnly) const
 {
     const int style = currentStyle();
-    if (bGridOnly && style == 0)
+    if (bGridOnly && style == FreeStyle)
         return -1;
     const int places = bGridOnly ? getCellCount(style) : CellCounterCount;
     for (int cell = 0; cell < places; ++cell) {
@@ -199,7 +199,7 @@ int CVXSLayoutManager::getFirstEmptyCell(bool bGridOnly) const
 int CVXSLayoutManager::getCellRect(int nCell, QRect& rect, bool bInPercent) const
 {
     const int style = currentStyle();
-    if (nCell == -1 || style == 0 || (!m_pLayoutView && !bInPercent))
+    if (nCell == -1 || style == FreeStyle || (!m_pLayoutView && !bInPercent))
         return -1;
 
     int result = -1;
@@ -231,7 +231,7 @@ int CVXSLayoutManager::getCellRect(int nCell, QRect& rect, bool bInPercent) cons
 int CVXSLayoutManager::getCellAtPoint(QPointF& point, bool bInPercent) const
 {
     const int style = currentStyle();
-    if (style == 0 || !m_pLayoutView)
+    if (style == FreeStyle || !m_pLayoutView)
         return -1;
     if (!bInPercent) {
         // A view of one pixel or less has no percent scale.
@@ -296,7 +296,7 @@ void CVXSLayoutManager::relayoutItems(bool bKeepCells)
 
     previousWidth = int(m_pLayoutView->width());
     previousHeight = int(m_pLayoutView->height());
-    if (style != 0)
+    if (style != FreeStyle)
         m_scene.update();
 }
 
@@ -307,7 +307,7 @@ void CVXSLayoutManager::relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCel
         setCellUsed(oldCell, false);
         pImage->setCellIndex(-1);
     }
-    if (nStyle == 0) {
+    if (nStyle == FreeStyle) {
         // Free style: the image stretches with the view and may lose its aspect ratio.
         pImage->setRect(scaledRect(pImage->rect(), sx, sy));
         return;
@@ -399,7 +399,7 @@ bool CVXSLayoutManager::isEmpty() const
 CVXSLayoutDocument CVXSLayoutManager::document() const
 {
     CVXSLayoutDocument document;
-    document.nStyle = m_pLayoutWindow ? m_pLayoutWindow->layoutStyle() : 0;
+    document.nStyle = m_pLayoutWindow ? m_pLayoutWindow->layoutStyle() : FreeStyle;
     document.pageSize = m_scene.sceneRect().size().toSize();
     QList<QGraphicsItem*> items = layoutItems();
     std::sort(items.begin(), items.end(),
