@@ -3,7 +3,6 @@
 #include "output/VXSExportFormats.h"
 #include "scene/VXSImageFit.h"
 #include "undo/VXSLayoutChange.h"
-#include "undo/VXSLayoutChangeCommand.h"
 #include "file/VXSLayoutDocument.h"
 #include "file/VXSLayoutFileCommands.h"
 #include "VXSLayoutItemArrow.h"
@@ -61,7 +60,6 @@ CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
 
 CVXSLayoutManager::~CVXSLayoutManager()
 {
-    qDeleteAll(m_removedItems);
     // The window lives in the host's sub-window; deleting that takes window and view.
     // A window that was never put into a workspace is deleted on its own.
     if (m_pLayoutWindow) {
@@ -427,7 +425,7 @@ void CVXSLayoutManager::replaceLayout(const CVXSLayoutDocument& document)
 void CVXSLayoutManager::removeAllItems()
 {
     // The history goes first: its commands own the items that are out of the scene.
-    m_undoStack.clear();
+    m_undoBook.stack()->clear();
     const QList<QGraphicsItem*> items = layoutItems();
     if (m_pLayoutView)
         m_pLayoutView->setCurrentItem(nullptr);
@@ -493,35 +491,17 @@ void CVXSLayoutManager::setCellUseCounts(const CVXSLayoutSnapshot::CellCounters&
 
 QUndoStack* CVXSLayoutManager::undoStack()
 {
-    return &m_undoStack;
+    return m_undoBook.stack();
 }
 
 void CVXSLayoutManager::beginChange()
 {
-    if (m_nChangeDepth++ > 0)
-        return;
-    m_changeStart = CVXSLayoutSnapshot::take(*this);
-    m_nChangeStartIndex = m_undoStack.index();
+    m_undoBook.begin();
 }
 
 void CVXSLayoutManager::endChange(const QString& strText)
 {
-    if (m_nChangeDepth == 0 || --m_nChangeDepth > 0)
-        return;
-    const CVXSLayoutSnapshot after = CVXSLayoutSnapshot::take(*this);
-    // An undo or redo in the middle of the change left its start behind: the step cannot
-    // be recorded against it.
-    const bool bRecordable = m_undoStack.index() == m_nChangeStartIndex;
-    if (bRecordable && !after.sameLayout(m_changeStart))
-        m_undoStack.push(new CVXSLayoutChangeCommand(*this, m_changeStart, after, strText));
-    // Items the command took over were in the layout at the start; the others were made
-    // and removed within the change, or cannot be brought back.
-    for (QGraphicsItem* pItem : qAsConst(m_removedItems)) {
-        if (!bRecordable || !m_changeStart.items.contains(pItem))
-            delete pItem;
-    }
-    m_removedItems.clear();
-    m_changeStart = CVXSLayoutSnapshot();
+    m_undoBook.end(strText);
 }
 
 void CVXSLayoutManager::removeLayoutItem(QGraphicsItem* pItem)
@@ -531,13 +511,7 @@ void CVXSLayoutManager::removeLayoutItem(QGraphicsItem* pItem)
     // The cell is freed as before, a free image's -1 included (it lands on counter 255).
     if (pItem->type() == ImageItemType)
         setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
-    if (m_nChangeDepth == 0) {
-        delete pItem;
-        return;
-    }
-    if (pItem->scene())
-        pItem->scene()->removeItem(pItem);
-    m_removedItems.append(pItem);
+    m_undoBook.discard(pItem);
 }
 
 QImage CVXSLayoutManager::renderLayoutImage(double dScale)

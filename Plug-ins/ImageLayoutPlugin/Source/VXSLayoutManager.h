@@ -2,6 +2,7 @@
 
 #include "VXSLayoutConstants.h"
 #include "undo/VXSLayoutSnapshot.h"
+#include "undo/VXSLayoutUndoBook.h"
 
 #include <QGraphicsScene>
 #include <QImage>
@@ -9,7 +10,6 @@
 #include <QPointer>
 #include <QPrinter>
 #include <QRect>
-#include <QUndoStack>
 
 #include <array>
 #include <cstdint>
@@ -69,9 +69,8 @@ public:
     CVXSLayoutSnapshot::CellCounters cellUseCounts() const;
     void setCellUseCounts(const CVXSLayoutSnapshot::CellCounters& counters);
 
-    // Undo: every user change of the layout runs between beginChange and endChange
-    // (CVXSLayoutChange does both); a change that altered the layout becomes one command
-    // with the text on the undo stack. Changes may nest; the outermost one counts.
+    // Undo, kept by CVXSLayoutUndoBook: a user change of the layout runs between
+    // beginChange and endChange and becomes one step with the text.
     QUndoStack* undoStack();
     void beginChange();
     void endChange(const QString& strText);
@@ -110,12 +109,8 @@ private:
     // One print set-up serves all print jobs while the plugin runs.
     QPrinter m_printer;
     CVXSLayoutSnapshot::CellCounters m_cellUseCount {};
-    // Declared after the scene so that it goes first: its commands own items out of the scene.
-    QUndoStack m_undoStack;
-    int m_nChangeDepth = 0;
-    int m_nChangeStartIndex = 0;
-    CVXSLayoutSnapshot m_changeStart;
-    // Removed during the open change; owned here until the change ends.
-    QList<QGraphicsItem*> m_removedItems;
+    // Declared after the scene so that it goes first: it owns the items that are out of
+    // the scene, waiting for undo or redo or for the open change to end.
+    CVXSLayoutUndoBook m_undoBook {*this};
     std::unique_ptr<CVXSLayoutFileCommands> m_pFileCommands;
 };
