@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
+#include "output/VXSLayoutOutputCommands.h"
 #include "undo/VXSLayoutSnapshot.h"
 #include "undo/VXSLayoutUndoBook.h"
 
@@ -79,8 +80,9 @@ public:
     // item is deleted.
     void removeLayoutItem(QGraphicsItem* pItem);
 
-    // Output: the page as a raster image at the scale (1.0 is the scene's own size plus
-    // one), written to a file the user chooses, printed on one page, copied to the clipboard.
+    // Output, made by CVXSLayoutOutputCommands: the page as a raster image at the scale
+    // (1.0 is the scene's own size plus one), written to a file the user chooses, printed on
+    // one page, copied to the clipboard.
     QImage renderLayoutImage(double dScale);
     void exportLayout();
     // nPrintMode 0 fits the page, 1 prints at the size shown; pParent is not used.
@@ -95,20 +97,17 @@ private:
     void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell);
     static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
-    // One round of the export dialog; true when the user asked to choose again.
-    bool exportOnce();
     void removeAllItems();
     void placeDocumentItems(const CVXSLayoutDocument& document);
     void fitToPage(const QSizeF& documentPage);
-    static QSize printedSize(const QSize& imageSize, QPrinter& printer, const QWidget* pScreenWidget,
-                             int nPrintMode);
 
     QGraphicsScene m_scene;
     QPointer<CVXSLayoutView> m_pLayoutView;     // owned by the window's widget tree
     QPointer<CVXSLayoutWindow> m_pLayoutWindow; // deleted with its parent widget, see destructor
-    // One print set-up serves all print jobs while the plugin runs.
+    // One print set-up serves all print jobs while the plugin runs; m_output prints on it.
     QPrinter m_printer;
     CVXSLayoutSnapshot::CellCounters m_cellUseCount {};
+    CVXSLayoutOutputCommands m_output {*this, m_printer};
     // Declared after the scene so that it goes first: it owns the items that are out of
     // the scene, waiting for undo or redo or for the open change to end.
     CVXSLayoutUndoBook m_undoBook {*this};
