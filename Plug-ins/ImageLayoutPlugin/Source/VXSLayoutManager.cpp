@@ -357,12 +357,10 @@ void CVXSLayoutManager::clearLayout()
     CVXSLayoutChange change(this, tr("New Layout"));
     for (QGraphicsItem* pItem : items) {
         if (!m_pLayoutView->isAuxiliaryItem(pItem))
-            removeLayoutItem(pItem);
+            m_pLayoutView->deleteItem(pItem);
     }
 
-    m_pLayoutView->hideHandles();
-    m_pLayoutView->setCurrentItem(nullptr);
-    m_pLayoutView->setSelectedItem(nullptr);
+    m_pLayoutView->clearSelection();
     m_scene.update(m_scene.sceneRect());
     m_scene.update();
 }
@@ -403,9 +401,7 @@ void CVXSLayoutManager::replaceLayout(const CVXSLayoutDocument& document)
     m_pLayoutView->showCells(document.nStyle);
     placeDocumentItems(document);
     fitToPage(document.pageSize);
-    m_pLayoutView->hideHandles();
-    m_pLayoutView->setCurrentItem(nullptr);
-    m_pLayoutView->setSelectedItem(nullptr);
+    m_pLayoutView->clearSelection();
     m_scene.update();
 }
 

@@ -141,6 +141,39 @@ void CVXSLayoutView::setSelectedItem(QGraphicsItem* pItem)
     emit selectionChanged(pItem);
 }
 
+void CVXSLayoutView::selectItem(QGraphicsItem* pItem)
+{
+    hideHandles();
+    m_pSelectedItem = pItem;
+    if (pItem)
+        showHandles(pItem);
+    emit selectionChanged(pItem);
+}
+
+void CVXSLayoutView::clearSelection()
+{
+    selectItem(nullptr);
+}
+
+void CVXSLayoutView::deleteItem(QGraphicsItem* pItem)
+{
+    if (pItem == m_pSelectedItem)
+        m_pSelectedItem = nullptr;
+    if (m_pManager)
+        m_pManager->removeLayoutItem(pItem);
+    else
+        delete pItem;
+}
+
+void CVXSLayoutView::deleteSelected()
+{
+    if (!m_pSelectedItem)
+        return;
+    CVXSLayoutChange change(m_pManager, tr("Delete"));
+    deleteItem(m_pSelectedItem);
+    clearSelection();
+}
+
 int CVXSLayoutView::targetCell() const
 {
     return m_targetCell;
@@ -327,10 +360,8 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
 
     QGraphicsItem* pHit = pickItem(items, m_pressPoint);
     if (!pHit) {
-        hideHandles();
-        m_pSelectedItem = nullptr;
         m_targetCell = -1;
-        emit selectionChanged(nullptr);
+        clearSelection();
         return;
     }
     if (pHit != m_pSelectedItem)
@@ -616,21 +647,8 @@ bool CVXSLayoutView::event(QEvent* pEvent)
 
 void CVXSLayoutView::keyPressEvent(QKeyEvent* pEvent)
 {
-    if (pEvent->key() == Qt::Key_Delete && m_pSelectedItem) {
-        CVXSLayoutChange change(m_pManager, tr("Delete"));
+    if (pEvent->key() == Qt::Key_Delete)
         deleteSelected();
-    }
-}
-
-void CVXSLayoutView::deleteSelected()
-{
-    if (m_pManager)
-        m_pManager->removeLayoutItem(m_pSelectedItem);
-    else
-        delete m_pSelectedItem;
-    m_pSelectedItem = nullptr;
-    emit selectionChanged(nullptr);
-    hideHandles();
 }
 
 void CVXSLayoutView::resizeEvent(QResizeEvent* pEvent)

@@ -33,6 +33,16 @@ public:
     void setCurrentItem(QGraphicsItem* pItem);
     // Announces the item as the selection (emits selectionChanged).
     void setSelectedItem(QGraphicsItem* pItem);
+    // Hides the handles, makes the item the selected one, shows its handles and announces
+    // it; null clears the selection.
+    void selectItem(QGraphicsItem* pItem);
+    void clearSelection();
+    // Takes the item out of the layout through the manager, which frees an image's cell and
+    // keeps the item for undo; without a manager the item is deleted. A selected item is
+    // forgotten without announcing it.
+    void deleteItem(QGraphicsItem* pItem);
+    // Deletes the selected item as one change and clears the selection.
+    void deleteSelected();
 
     void hideHandles();
     void showHandles(QGraphicsItem* pItem);
@@ -90,7 +100,6 @@ private:
     void endGesture();
     static QString drawingText(const QGraphicsItem* pItem);
     void normalizeSelected();
-    void deleteSelected();
 
     QGraphicsItem* m_pSelectedItem = nullptr; // owned by the scene
     QPointF m_dragPoint;
