@@ -3,6 +3,7 @@
 #include "VXSLayoutConstants.h"
 #include "scene/VXSLayoutHandles.h"
 #include "scene/VXSLayoutZOrder.h"
+#include "undo/VXSLayoutGesture.h"
 
 #include <QGraphicsView>
 #include <QList>
@@ -95,9 +96,6 @@ private:
     void resizeSelected(const QPointF& point);
     void releaseSelected();
     void dropImage();
-    // A press, the moves and the release are one change of the layout for undo.
-    void beginGesture();
-    void endGesture();
     static QString drawingText(const QGraphicsItem* pItem);
     void normalizeSelected();
 
@@ -113,7 +111,7 @@ private:
     int m_activeHandle = 0;
     bool m_bImageResized = false;
     bool m_bDrawing = false;
-    bool m_bGestureOpen = false;
-    QString m_strGestureText;
+    // A press, the moves and the release are one change of the layout for undo.
+    CVXSLayoutGesture m_gesture;
     CVXSLayoutZOrder m_zOrder;
 };
