@@ -3,6 +3,7 @@
 #include <VXImageFileReader.h>
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
+#include <VXSLayoutConstants.h>
 #include <VXSLayoutItemImage.h>
 #include <output/VXSLayoutRenderer.h>
 #include <output/VXSLayoutVectorPage.h>
@@ -179,7 +180,7 @@ bool CVXLayoutBatch::checkCellCount(int nImages)
 {
     const int nStyle = m_manager.currentStyle();
     const int nCells = m_manager.getCellCount(nStyle);
-    if (nStyle == 0 || nImages <= nCells)
+    if (nStyle == VXSLayout::FreeStyle || nImages <= nCells)
         return true;
     const QString strCells = nCells == 1 ? tr("1 cell") : tr("%1 cells").arg(nCells);
     m_strError = tr("%1 image files given, but \"%2\" has %3 only.")

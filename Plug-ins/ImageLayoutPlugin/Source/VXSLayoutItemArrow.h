@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include <QGraphicsRectItem>
 #include <QPolygon>
 
@@ -9,7 +11,7 @@
 class CVXSLayoutItemArrow : public QGraphicsRectItem
 {
 public:
-    enum { Type = 32820 };
+    enum { Type = VXSLayout::ArrowItemType };
 
     // The points are seeded from the bounding rectangle: start its top-left, end its
     // bottom-right. The creator sets both head flags before the first paint.

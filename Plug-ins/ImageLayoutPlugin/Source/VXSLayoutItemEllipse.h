@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include <QGraphicsEllipseItem>
 
 // An ellipse drawn by the user: always a white disc with a thin black outline that hides
@@ -7,7 +9,7 @@
 class CVXSLayoutItemEllipse : public QGraphicsEllipseItem
 {
 public:
-    enum { Type = 32817 };
+    enum { Type = VXSLayout::EllipseItemType };
 
     explicit CVXSLayoutItemEllipse(QGraphicsItem* parent = nullptr);
     CVXSLayoutItemEllipse(const QRectF& rect, QGraphicsItem* parent);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include <QGraphicsRectItem>
 
 class QGraphicsScene;
@@ -8,7 +10,7 @@ class QGraphicsScene;
 class CVXSLayoutItemGrid : public QGraphicsRectItem
 {
 public:
-    enum { Type = 32822 };
+    enum { Type = VXSLayout::GridItemType };
 
     CVXSLayoutItemGrid();
     // Both arguments are ignored; the view places the frame itself.

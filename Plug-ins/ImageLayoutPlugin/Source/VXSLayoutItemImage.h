@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include "scene/VXSImageDisplayCache.h"
 
 #include <QGraphicsRectItem>
@@ -10,7 +12,7 @@
 class CVXSLayoutItemImage : public QGraphicsRectItem
 {
 public:
-    enum { Type = 32784 };
+    enum { Type = VXSLayout::ImageItemType };
 
     // The rectangle starts as the image's own (0, 0, width, height); parent is ignored.
     explicit CVXSLayoutItemImage(const QImage& image, QGraphicsItem* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include <QGraphicsRectItem>
 
 // A rectangle drawn by the user; the view also uses it for its selection handles and
@@ -7,7 +9,7 @@
 class CVXSLayoutItemRectangle : public QGraphicsRectItem
 {
 public:
-    enum { Type = 32818 };
+    enum { Type = VXSLayout::RectangleItemType };
 
     explicit CVXSLayoutItemRectangle(QGraphicsItem* parent = nullptr);
     CVXSLayoutItemRectangle(const QRectF& rect, QGraphicsItem* parent);

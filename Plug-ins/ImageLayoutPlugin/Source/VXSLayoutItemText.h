@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include <QColor>
 #include <QFont>
 #include <QFontMetrics>
@@ -13,7 +15,7 @@ class QGraphicsScene;
 class CVXSLayoutItemText : public QGraphicsRectItem
 {
 public:
-    enum { Type = 32800 };
+    enum { Type = VXSLayout::TextItemType };
 
     // parent and scene are ignored: the creator adds the item and sets its rectangle.
     CVXSLayoutItemText(const QString& text, QGraphicsItem* parent = nullptr, QGraphicsScene* scene = nullptr);

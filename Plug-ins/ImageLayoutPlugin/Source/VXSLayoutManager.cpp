@@ -1,38 +1,24 @@
 #include "VXSLayoutManager.h"
 
-#include "output/VXSExportFormats.h"
 #include "scene/VXSImageFit.h"
 #include "undo/VXSLayoutChange.h"
-#include "undo/VXSLayoutChangeCommand.h"
 #include "file/VXSLayoutDocument.h"
 #include "file/VXSLayoutFileCommands.h"
 #include "VXSLayoutItemArrow.h"
 #include "scene/VXSLayoutItemGeometry.h"
 #include "VXSLayoutItemImage.h"
-#include "output/VXSLayoutProvenance.h"
-#include "output/VXSLayoutRenderer.h"
 #include "scene/VXSLayoutStyles.h"
 #include "host/VXSLayoutTranslator.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
 
-#include <VXPreference.h>
-#include <VXSErrorHandler.h>
-#include <VXSImageExporter.h>
 #include <VXSMdiSubWindow.h>
 #include <VXSMessageBox.h>
-#include <VXSSettings.h>
 #include <VXUtilityFns.h>
 
-#include <QClipboard>
 #include <QComboBox>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
-#include <QPainter>
-#include <QPixmap>
-#include <QPrintDialog>
 #include <QScreen>
 
 #include <algorithm>
@@ -61,7 +47,6 @@ CVXSLayoutManager::CVXSLayoutManager(QWidget* pParentWidget)
 
 CVXSLayoutManager::~CVXSLayoutManager()
 {
-    qDeleteAll(m_removedItems);
     // The window lives in the host's sub-window; deleting that takes window and view.
     // A window that was never put into a workspace is deleted on its own.
     if (m_pLayoutWindow) {
@@ -134,8 +119,8 @@ void CVXSLayoutManager::editSelectedText()
 int CVXSLayoutManager::currentStyle() const
 {
     if (!m_pLayoutWindow)
-        return 0;
-    return qMax(0, m_pLayoutWindow->layoutStyleCombo()->currentIndex());
+        return FreeStyle;
+    return qMax(FreeStyle, m_pLayoutWindow->layoutStyleCombo()->currentIndex());
 }
 
 int CVXSLayoutManager::addImageItem(CVXSLayoutItemImage* pItem, bool bUpdate)
@@ -186,7 +171,7 @@ int CVXSLayoutManager::getCellCount(int nStyle) const
 int CVXSLayoutManager::getFirstEmptyCell(bool bGridOnly) const
 {
     const int style = currentStyle();
-    if (bGridOnly && style == 0)
+    if (bGridOnly && style == FreeStyle)
         return -1;
     const int places = bGridOnly ? getCellCount(style) : CellCounterCount;
     for (int cell = 0; cell < places; ++cell) {
@@ -199,7 +184,7 @@ int CVXSLayoutManager::getFirstEmptyCell(bool bGridOnly) const
 int CVXSLayoutManager::getCellRect(int nCell, QRect& rect, bool bInPercent) const
 {
     const int style = currentStyle();
-    if (nCell == -1 || style == 0 || (!m_pLayoutView && !bInPercent))
+    if (nCell == -1 || style == FreeStyle || (!m_pLayoutView && !bInPercent))
         return -1;
 
     int result = -1;
@@ -231,7 +216,7 @@ int CVXSLayoutManager::getCellRect(int nCell, QRect& rect, bool bInPercent) cons
 int CVXSLayoutManager::getCellAtPoint(QPointF& point, bool bInPercent) const
 {
     const int style = currentStyle();
-    if (style == 0 || !m_pLayoutView)
+    if (style == FreeStyle || !m_pLayoutView)
         return -1;
     if (!bInPercent) {
         // A view of one pixel or less has no percent scale.
@@ -296,7 +281,7 @@ void CVXSLayoutManager::relayoutItems(bool bKeepCells)
 
     previousWidth = int(m_pLayoutView->width());
     previousHeight = int(m_pLayoutView->height());
-    if (style != 0)
+    if (style != FreeStyle)
         m_scene.update();
 }
 
@@ -307,7 +292,7 @@ void CVXSLayoutManager::relayoutImage(CVXSLayoutItemImage* pImage, bool bKeepCel
         setCellUsed(oldCell, false);
         pImage->setCellIndex(-1);
     }
-    if (nStyle == 0) {
+    if (nStyle == FreeStyle) {
         // Free style: the image stretches with the view and may lose its aspect ratio.
         pImage->setRect(scaledRect(pImage->rect(), sx, sy));
         return;
@@ -372,12 +357,10 @@ void CVXSLayoutManager::clearLayout()
     CVXSLayoutChange change(this, tr("New Layout"));
     for (QGraphicsItem* pItem : items) {
         if (!m_pLayoutView->isAuxiliaryItem(pItem))
-            removeLayoutItem(pItem);
+            m_pLayoutView->deleteItem(pItem);
     }
 
-    m_pLayoutView->hideHandles();
-    m_pLayoutView->setCurrentItem(nullptr);
-    m_pLayoutView->setSelectedItem(nullptr);
+    m_pLayoutView->clearSelection();
     m_scene.update(m_scene.sceneRect());
     m_scene.update();
 }
@@ -399,7 +382,7 @@ bool CVXSLayoutManager::isEmpty() const
 CVXSLayoutDocument CVXSLayoutManager::document() const
 {
     CVXSLayoutDocument document;
-    document.nStyle = m_pLayoutWindow ? m_pLayoutWindow->layoutStyle() : 0;
+    document.nStyle = m_pLayoutWindow ? m_pLayoutWindow->layoutStyle() : FreeStyle;
     document.pageSize = m_scene.sceneRect().size().toSize();
     QList<QGraphicsItem*> items = layoutItems();
     std::sort(items.begin(), items.end(),
@@ -418,16 +401,14 @@ void CVXSLayoutManager::replaceLayout(const CVXSLayoutDocument& document)
     m_pLayoutView->showCells(document.nStyle);
     placeDocumentItems(document);
     fitToPage(document.pageSize);
-    m_pLayoutView->hideHandles();
-    m_pLayoutView->setCurrentItem(nullptr);
-    m_pLayoutView->setSelectedItem(nullptr);
+    m_pLayoutView->clearSelection();
     m_scene.update();
 }
 
 void CVXSLayoutManager::removeAllItems()
 {
     // The history goes first: its commands own the items that are out of the scene.
-    m_undoStack.clear();
+    m_undoBook.stack()->clear();
     const QList<QGraphicsItem*> items = layoutItems();
     if (m_pLayoutView)
         m_pLayoutView->setCurrentItem(nullptr);
@@ -493,35 +474,17 @@ void CVXSLayoutManager::setCellUseCounts(const CVXSLayoutSnapshot::CellCounters&
 
 QUndoStack* CVXSLayoutManager::undoStack()
 {
-    return &m_undoStack;
+    return m_undoBook.stack();
 }
 
 void CVXSLayoutManager::beginChange()
 {
-    if (m_nChangeDepth++ > 0)
-        return;
-    m_changeStart = CVXSLayoutSnapshot::take(*this);
-    m_nChangeStartIndex = m_undoStack.index();
+    m_undoBook.begin();
 }
 
 void CVXSLayoutManager::endChange(const QString& strText)
 {
-    if (m_nChangeDepth == 0 || --m_nChangeDepth > 0)
-        return;
-    const CVXSLayoutSnapshot after = CVXSLayoutSnapshot::take(*this);
-    // An undo or redo in the middle of the change left its start behind: the step cannot
-    // be recorded against it.
-    const bool bRecordable = m_undoStack.index() == m_nChangeStartIndex;
-    if (bRecordable && !after.sameLayout(m_changeStart))
-        m_undoStack.push(new CVXSLayoutChangeCommand(*this, m_changeStart, after, strText));
-    // Items the command took over were in the layout at the start; the others were made
-    // and removed within the change, or cannot be brought back.
-    for (QGraphicsItem* pItem : qAsConst(m_removedItems)) {
-        if (!bRecordable || !m_changeStart.items.contains(pItem))
-            delete pItem;
-    }
-    m_removedItems.clear();
-    m_changeStart = CVXSLayoutSnapshot();
+    m_undoBook.end(strText);
 }
 
 void CVXSLayoutManager::removeLayoutItem(QGraphicsItem* pItem)
@@ -531,171 +494,35 @@ void CVXSLayoutManager::removeLayoutItem(QGraphicsItem* pItem)
     // The cell is freed as before, a free image's -1 included (it lands on counter 255).
     if (pItem->type() == ImageItemType)
         setCellUsed(static_cast<CVXSLayoutItemImage*>(pItem)->getCellIndex(), false);
-    if (m_nChangeDepth == 0) {
-        delete pItem;
-        return;
-    }
-    if (pItem->scene())
-        pItem->scene()->removeItem(pItem);
-    m_removedItems.append(pItem);
+    m_undoBook.discard(pItem);
 }
 
 QImage CVXSLayoutManager::renderLayoutImage(double dScale)
 {
-    if (!m_pLayoutView || !m_pLayoutView->scene())
-        return QImage();
-    const CVXSLayoutRenderer renderer(*m_pLayoutView->scene(), m_pLayoutView);
-    // A page too large for memory gives a pixmap that cannot be painted on.
-    QPixmap pixmap(renderer.deviceSize(dScale));
-    QPainter painter;
-    if (pixmap.isNull() || !painter.begin(&pixmap))
-        return QImage();
-    renderer.render(painter, dScale);
-    painter.end();
-    return CVXSLayoutProvenance(*m_pLayoutView->scene(), m_pLayoutView, currentStyle(), renderer.pageSize())
-        .attachedTo(pixmap.toImage());
+    return m_output.renderLayoutImage(dScale);
 }
 
 void CVXSLayoutManager::exportLayout()
 {
-    while (exportOnce()) {
-    }
-}
-
-bool CVXSLayoutManager::exportOnce()
-{
-    QStringList filters;
-    for (const VXSExportFormats::Format& format : VXSExportFormats::Formats)
-        filters << QString::fromLatin1(format.pFilter);
-    QString strFilter = filters.join(QStringLiteral(";;"));
-    CVXPreference::modifySaveFilterByPreference(strFilter);
-    CVXSSettings* pSettings = CVXPreference::getSettings();
-
-    QString strSelectedFilter;
-    QString strFileName = QFileDialog::getSaveFileName(nullptr, tr("Export layout view as..."),
-                                                       pSettings->getRecentFilePath(), strFilter,
-                                                       &strSelectedFilter, QFileDialog::DontConfirmOverwrite);
-    if (strFileName.isEmpty())
-        return false;
-
-    // Remembered before any check, also when this export is abandoned below.
-    QString strFormat = strSelectedFilter.mid(strSelectedFilter.indexOf(QLatin1Char('.')) + 1);
-    strFormat.remove(QLatin1Char(')'));
-    CVXPreference::setUsersPreferredFormat(strFormat);
-    pSettings->setRecentFilePath(QFileInfo(strFileName).absolutePath());
-
-    const QString strSuffix = QFileInfo(strFileName).suffix().toLower();
-    if (strSuffix.isEmpty() && strFileName.endsWith(QLatin1Char('.')))
-        strFileName.chop(1);
-    if (!isSupportedExtension(strSuffix)) {
-        // An unknown suffix is kept: plot.txt with the PNG filter becomes plot.txt.png.
-        const QString strExtension = getExtensionForFilter(strSelectedFilter);
-        if (!strExtension.isEmpty() && (strSuffix.isEmpty() || strSuffix != strExtension))
-            strFileName += QLatin1Char('.') + strExtension;
-    }
-
-    const QString strName = QFileInfo(strFileName).fileName();
-    if (strName.length() > VXSExportFormats::MaxFileNameLength) {
-        const int nHalf = strName.length() / 2;
-        const int nAnswer = CVXSMessageBox::information(
-            m_pLayoutView, CVXUtilityFns::getAppName(),
-            tr("The path you entered, \n' %1  \n %2 ',\nis too long. Enter a shorter path")
-                .arg(strName.left(nHalf), strName.mid(nHalf)),
-            QMessageBox::Ok | QMessageBox::Default);
-        return nAnswer == 0;
-    }
-
-    if (QFileInfo::exists(strFileName)) {
-        const int nAnswer = CVXSMessageBox::information(
-            m_pLayoutView, CVXUtilityFns::getAppName(),
-            tr("File: ") + strFileName + tr(" exists in the specified path.\nOverwrite existing file?"),
-            QMessageBox::Yes, QMessageBox::No | QMessageBox::Default, QMessageBox::Cancel | QMessageBox::Escape);
-        if (nAnswer != 0)
-            return nAnswer == 1;
-    }
-
-    QImage image = renderLayoutImage(VXSExportFormats::ExportScale);
-    if (image.isNull()) {
-        CVXSMessageBox::error(m_pLayoutView, CVXUtilityFns::getAppName(), tr("Image could not be created!"),
-                              QMessageBox::Ok);
-        return false;
-    }
-    CVXSImageExporter exporter;
-    const tag_estatus status = exporter.saveImage(image, strFileName);
-    if (status != eSTATUS_SUCCESS)
-        CVXSErrorHandler::errorMessage(m_pLayoutView, status, QString());
-    return false;
+    m_output.exportLayout();
 }
 
 void CVXSLayoutManager::printLayout(QWidget* /*pParent*/, int nPrintMode)
 {
-    QPrintDialog dialog(&m_printer, nullptr);
-    dialog.setMinMax(1, 1);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-
-    QPainter painter;
-    if (!painter.begin(&m_printer)) {
-        CVXSErrorHandler::errorMessage(m_pLayoutWindow, eSTATUS_PRINTER_NOT_STARTED, QString());
-        return;
-    }
-    const QImage image = renderLayoutImage(VXSExportFormats::PrintScale);
-    // Half an inch of margin on every side.
-    const int nMarginX = m_printer.logicalDpiX() / 2;
-    const int nMarginY = m_printer.logicalDpiY() / 2;
-    const QSize size = printedSize(image.size(), m_printer, m_pLayoutView, nPrintMode);
-    painter.drawRect(nMarginX - 2, nMarginY - 2, size.width() + 4, size.height() + 4);
-    painter.drawImage(QRect(QPoint(nMarginX, nMarginY), size), image);
-    painter.end();
-}
-
-QSize CVXSLayoutManager::printedSize(const QSize& imageSize, QPrinter& printer, const QWidget* pScreenWidget,
-                                     int nPrintMode)
-{
-    if (imageSize.isEmpty())
-        return QSize(0, 0);
-    if (nPrintMode == 1) {
-        // The size the page has on screen; without a view the screen is taken as the printer.
-        const int nScreenDpiX = pScreenWidget ? pScreenWidget->logicalDpiX() : printer.logicalDpiX();
-        const int nScreenDpiY = pScreenWidget ? pScreenWidget->logicalDpiY() : printer.logicalDpiY();
-        return QSize(imageSize.width() * printer.logicalDpiX() / nScreenDpiX,
-                     imageSize.height() * printer.logicalDpiY() / nScreenDpiY);
-    }
-    const double dPageWidth = printer.widthMM() / 25.4 * printer.logicalDpiX();
-    const double dPageHeight = printer.heightMM() / 25.4 * printer.logicalDpiY();
-    const int nMarginX = printer.logicalDpiX() / 2;
-    const int nMarginY = printer.logicalDpiY() / 2;
-    const double f = qMin((dPageWidth - 2 * nMarginX) / imageSize.width(),
-                          (dPageHeight - 2 * nMarginY) / imageSize.height());
-    return QSize(int(imageSize.width() * f + 0.5), int(imageSize.height() * f + 0.5));
+    m_output.printLayout(nPrintMode);
 }
 
 void CVXSLayoutManager::copyToClipboard()
 {
-    const QImage image = renderLayoutImage(VXSExportFormats::ClipboardScale);
-    if (image.isNull())
-        return;
-    // Trimming one pixel all round drops the black top and left lines of the page.
-    const QRect r = image.rect();
-    QGuiApplication::clipboard()->setImage(image.copy(QRect(QPoint(r.left() + 1, r.top() + 1),
-                                                            QPoint(r.right() - 1, r.bottom() - 1))),
-                                           QClipboard::Clipboard);
+    m_output.copyToClipboard();
 }
 
 bool CVXSLayoutManager::isSupportedExtension(QString strSuffix)
 {
-    for (const char* pSuffix : VXSExportFormats::AcceptedSuffixes) {
-        if (strSuffix == QLatin1String(pSuffix))
-            return true;
-    }
-    return false;
+    return CVXSLayoutOutputCommands::isSupportedExtension(strSuffix);
 }
 
 QString CVXSLayoutManager::getExtensionForFilter(QString strFilter)
 {
-    for (const VXSExportFormats::Format& format : VXSExportFormats::Formats) {
-        if (strFilter == QLatin1String(format.pFilter))
-            return QString::fromLatin1(format.pSuffix);
-    }
-    return QString();
+    return CVXSLayoutOutputCommands::getExtensionForFilter(strFilter);
 }

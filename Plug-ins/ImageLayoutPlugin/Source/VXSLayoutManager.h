@@ -1,7 +1,9 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
+#include "output/VXSLayoutOutputCommands.h"
 #include "undo/VXSLayoutSnapshot.h"
+#include "undo/VXSLayoutUndoBook.h"
 
 #include <QGraphicsScene>
 #include <QImage>
@@ -9,7 +11,6 @@
 #include <QPointer>
 #include <QPrinter>
 #include <QRect>
-#include <QUndoStack>
 
 #include <array>
 #include <cstdint>
@@ -69,9 +70,8 @@ public:
     CVXSLayoutSnapshot::CellCounters cellUseCounts() const;
     void setCellUseCounts(const CVXSLayoutSnapshot::CellCounters& counters);
 
-    // Undo: every user change of the layout runs between beginChange and endChange
-    // (CVXSLayoutChange does both); a change that altered the layout becomes one command
-    // with the text on the undo stack. Changes may nest; the outermost one counts.
+    // Undo, kept by CVXSLayoutUndoBook: a user change of the layout runs between
+    // beginChange and endChange and becomes one step with the text.
     QUndoStack* undoStack();
     void beginChange();
     void endChange(const QString& strText);
@@ -80,8 +80,9 @@ public:
     // item is deleted.
     void removeLayoutItem(QGraphicsItem* pItem);
 
-    // Output: the page as a raster image at the scale (1.0 is the scene's own size plus
-    // one), written to a file the user chooses, printed on one page, copied to the clipboard.
+    // Output, made by CVXSLayoutOutputCommands: the page as a raster image at the scale
+    // (1.0 is the scene's own size plus one), written to a file the user chooses, printed on
+    // one page, copied to the clipboard.
     QImage renderLayoutImage(double dScale);
     void exportLayout();
     // nPrintMode 0 fits the page, 1 prints at the size shown; pParent is not used.
@@ -96,26 +97,19 @@ private:
     void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell);
     static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
-    // One round of the export dialog; true when the user asked to choose again.
-    bool exportOnce();
     void removeAllItems();
     void placeDocumentItems(const CVXSLayoutDocument& document);
     void fitToPage(const QSizeF& documentPage);
-    static QSize printedSize(const QSize& imageSize, QPrinter& printer, const QWidget* pScreenWidget,
-                             int nPrintMode);
 
     QGraphicsScene m_scene;
     QPointer<CVXSLayoutView> m_pLayoutView;     // owned by the window's widget tree
     QPointer<CVXSLayoutWindow> m_pLayoutWindow; // deleted with its parent widget, see destructor
-    // One print set-up serves all print jobs while the plugin runs.
+    // One print set-up serves all print jobs while the plugin runs; m_output prints on it.
     QPrinter m_printer;
     CVXSLayoutSnapshot::CellCounters m_cellUseCount {};
-    // Declared after the scene so that it goes first: its commands own items out of the scene.
-    QUndoStack m_undoStack;
-    int m_nChangeDepth = 0;
-    int m_nChangeStartIndex = 0;
-    CVXSLayoutSnapshot m_changeStart;
-    // Removed during the open change; owned here until the change ends.
-    QList<QGraphicsItem*> m_removedItems;
+    CVXSLayoutOutputCommands m_output {*this, m_printer};
+    // Declared after the scene so that it goes first: it owns the items that are out of
+    // the scene, waiting for undo or redo or for the open change to end.
+    CVXSLayoutUndoBook m_undoBook {*this};
     std::unique_ptr<CVXSLayoutFileCommands> m_pFileCommands;
 };

@@ -18,73 +18,8 @@
 #include <QMouseEvent>
 #include <QResizeEvent>
 
-#include <cmath>
-
 using namespace VXSLayout;
-
-namespace {
-
-QRectF itemRect(const QGraphicsItem* pItem)
-{
-    return VXSLayoutItemGeometry::geometryRect(*pItem);
-}
-
-void setItemRect(QGraphicsItem* pItem, const QRectF& rect)
-{
-    VXSLayoutItemGeometry::setGeometryRect(*pItem, rect);
-}
-
-// Moves the corner that belongs to the handle (1 top-left, 2 top-right, 3 bottom-right,
-// 4 bottom-left) to the point.
-QRectF withCornerAt(QRectF rect, int nHandle, const QPointF& point)
-{
-    switch (nHandle) {
-    case 1: rect.setTopLeft(point); break;
-    case 2: rect.setTopRight(point); break;
-    case 3: rect.setBottomRight(point); break;
-    case 4: rect.setBottomLeft(point); break;
-    default: break;
-    }
-    return rect;
-}
-
-// The rectangle with the handle's corner pulled back, where needed, to one pixel from the
-// opposite corner: an image must never shrink to nothing, or it could no longer be seen,
-// picked or deleted.
-QRectF withVisibleSize(QRectF rect, int nHandle)
-{
-    const bool bLeftMoves = nHandle == 1 || nHandle == 4;
-    const bool bTopMoves = nHandle == 1 || nHandle == 2;
-    if (std::abs(rect.width()) < 1) {
-        if (bLeftMoves)
-            rect.setLeft(rect.right() - 1);
-        else
-            rect.setRight(rect.left() + 1);
-    }
-    if (std::abs(rect.height()) < 1) {
-        if (bTopMoves)
-            rect.setTop(rect.bottom() - 1);
-        else
-            rect.setBottom(rect.top() + 1);
-    }
-    return rect;
-}
-
-// The rectangle spanned by the press point and the pointer, with positive size.
-QRectF spannedRect(const QPointF& press, const QPointF& pointer)
-{
-    const QPoint q = pointer.toPoint();
-    const qreal left = q.x() <= press.x() ? q.x() : press.x();
-    const qreal top = q.y() <= press.y() ? q.y() : press.y();
-    return QRectF(int(left), int(top), std::abs(q.x() - press.x()), std::abs(q.y() - press.y()));
-}
-
-QRectF widened(const QRectF& rect, int nMargin)
-{
-    return rect.adjusted(-nMargin, -nMargin, nMargin, nMargin);
-}
-
-} // namespace
+using namespace VXSLayoutItemGeometry;
 
 CVXSLayoutView::CVXSLayoutView(QGraphicsScene* pScene, QWidget* pParent)
     : QGraphicsView(pScene, pParent)
@@ -139,6 +74,39 @@ void CVXSLayoutView::setCurrentItem(QGraphicsItem* pItem)
 void CVXSLayoutView::setSelectedItem(QGraphicsItem* pItem)
 {
     emit selectionChanged(pItem);
+}
+
+void CVXSLayoutView::selectItem(QGraphicsItem* pItem)
+{
+    hideHandles();
+    m_pSelectedItem = pItem;
+    if (pItem)
+        showHandles(pItem);
+    emit selectionChanged(pItem);
+}
+
+void CVXSLayoutView::clearSelection()
+{
+    selectItem(nullptr);
+}
+
+void CVXSLayoutView::deleteItem(QGraphicsItem* pItem)
+{
+    if (pItem == m_pSelectedItem)
+        m_pSelectedItem = nullptr;
+    if (m_pManager)
+        m_pManager->removeLayoutItem(pItem);
+    else
+        delete pItem;
+}
+
+void CVXSLayoutView::deleteSelected()
+{
+    if (!m_pSelectedItem)
+        return;
+    CVXSLayoutChange change(m_pManager, tr("Delete"));
+    deleteItem(m_pSelectedItem);
+    clearSelection();
 }
 
 int CVXSLayoutView::targetCell() const
@@ -304,7 +272,7 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
     if (!scene())
         return;
     qDebug("No.of Canvas Items;%d", scene()->items().count());
-    beginGesture();
+    m_gesture.begin(m_pManager, tr("Move"));
     m_activeHandle = 0;
     m_pressPoint = scenePoint(pEvent);
 
@@ -318,7 +286,7 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
     for (QGraphicsItem* pItem : items) {
         if (const int handle = handleIndex(pItem)) {
             m_activeHandle = handle;
-            m_strGestureText = tr("Resize");
+            m_gesture.setText(tr("Resize"));
             m_bImageResized = false;
             m_dragPoint = m_pressPoint;
             return;
@@ -327,10 +295,8 @@ void CVXSLayoutView::mousePressEvent(QMouseEvent* pEvent)
 
     QGraphicsItem* pHit = pickItem(items, m_pressPoint);
     if (!pHit) {
-        hideHandles();
-        m_pSelectedItem = nullptr;
         m_targetCell = -1;
-        emit selectionChanged(nullptr);
+        clearSelection();
         return;
     }
     if (pHit != m_pSelectedItem)
@@ -371,7 +337,7 @@ void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
     m_pSelectedItem = pItem;
     m_targetCell = -1;
     m_bDrawing = true;
-    m_strGestureText = drawingText(pItem);
+    m_gesture.setText(drawingText(pItem));
     updateWholeScene();
 }
 
@@ -405,7 +371,7 @@ void CVXSLayoutView::growDrawnItem(int nType, const QPointF& point)
     if (!m_pSelectedItem || m_pSelectedItem->type() != nType)
         return;
     updateScene(m_pSelectedItem->boundingRect());
-    setItemRect(m_pSelectedItem, spannedRect(m_pressPoint, point));
+    setGeometryRect(*m_pSelectedItem, spannedRect(m_pressPoint, point));
     updateScene(m_pSelectedItem->boundingRect());
     updateWholeScene();
 }
@@ -465,7 +431,7 @@ void CVXSLayoutView::moveSelected(QPointF point)
         const QPointF delta = point - m_dragPoint;
         const int sizeLoss = type == RectangleItemType ? 0 : 1;
         const QPoint corner = b.toRect().topLeft();
-        setItemRect(pItem, QRectF(corner.x() + delta.x(), corner.y() + delta.y(), int(b.width()) - sizeLoss,
+        setGeometryRect(*pItem, QRectF(corner.x() + delta.x(), corner.y() + delta.y(), int(b.width()) - sizeLoss,
                                   int(b.height()) - sizeLoss));
     }
     m_dragPoint = point;
@@ -496,11 +462,11 @@ void CVXSLayoutView::resizeSelected(const QPointF& point)
     case RectangleItemType:
     case EllipseItemType:
     case TextItemType: {
-        QRectF rect = withCornerAt(itemRect(pItem), m_activeHandle, point);
+        QRectF rect = withCornerAt(geometryRect(*pItem), m_activeHandle, point);
         if (pItem->type() == ImageItemType)
             rect = withVisibleSize(rect, m_activeHandle);
         updateScene(rect);
-        setItemRect(pItem, rect);
+        setGeometryRect(*pItem, rect);
         updateScene(rect);
         break;
     }
@@ -514,27 +480,7 @@ void CVXSLayoutView::resizeSelected(const QPointF& point)
 void CVXSLayoutView::mouseReleaseEvent(QMouseEvent*)
 {
     releaseSelected();
-    endGesture();
-}
-
-void CVXSLayoutView::beginGesture()
-{
-    // A press whose release never came ends its change here.
-    endGesture();
-    if (!m_pManager)
-        return;
-    m_pManager->beginChange();
-    m_bGestureOpen = true;
-    m_strGestureText = tr("Move");
-}
-
-void CVXSLayoutView::endGesture()
-{
-    if (!m_bGestureOpen)
-        return;
-    m_bGestureOpen = false;
-    if (m_pManager)
-        m_pManager->endChange(m_strGestureText);
+    m_gesture.end();
 }
 
 QString CVXSLayoutView::drawingText(const QGraphicsItem* pItem)
@@ -584,7 +530,7 @@ void CVXSLayoutView::dropImage()
 
 void CVXSLayoutView::normalizeSelected()
 {
-    setItemRect(m_pSelectedItem, itemRect(m_pSelectedItem).normalized());
+    setGeometryRect(*m_pSelectedItem, geometryRect(*m_pSelectedItem).normalized());
 }
 
 void CVXSLayoutView::mouseDoubleClickEvent(QMouseEvent* pEvent)
@@ -603,7 +549,7 @@ bool CVXSLayoutView::event(QEvent* pEvent)
     // Undo or redo in the middle of a press and release would leave what the gesture did so
     // far out of the history, against a page put back under it: their keys are taken here,
     // and do nothing, until the button is released.
-    if (pEvent->type() == QEvent::ShortcutOverride && m_bGestureOpen) {
+    if (pEvent->type() == QEvent::ShortcutOverride && m_gesture.isOpen()) {
         const auto* pKey = static_cast<const QKeyEvent*>(pEvent);
         const QKeySequence keys(int(pKey->modifiers()) | pKey->key());
         if (CVXSLayoutWindow::undoShortcuts().contains(keys) || CVXSLayoutWindow::redoShortcuts().contains(keys)) {
@@ -616,21 +562,8 @@ bool CVXSLayoutView::event(QEvent* pEvent)
 
 void CVXSLayoutView::keyPressEvent(QKeyEvent* pEvent)
 {
-    if (pEvent->key() == Qt::Key_Delete && m_pSelectedItem) {
-        CVXSLayoutChange change(m_pManager, tr("Delete"));
+    if (pEvent->key() == Qt::Key_Delete)
         deleteSelected();
-    }
-}
-
-void CVXSLayoutView::deleteSelected()
-{
-    if (m_pManager)
-        m_pManager->removeLayoutItem(m_pSelectedItem);
-    else
-        delete m_pSelectedItem;
-    m_pSelectedItem = nullptr;
-    emit selectionChanged(nullptr);
-    hideHandles();
 }
 
 void CVXSLayoutView::resizeEvent(QResizeEvent* pEvent)

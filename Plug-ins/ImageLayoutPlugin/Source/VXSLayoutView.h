@@ -3,6 +3,7 @@
 #include "VXSLayoutConstants.h"
 #include "scene/VXSLayoutHandles.h"
 #include "scene/VXSLayoutZOrder.h"
+#include "undo/VXSLayoutGesture.h"
 
 #include <QGraphicsView>
 #include <QList>
@@ -33,6 +34,16 @@ public:
     void setCurrentItem(QGraphicsItem* pItem);
     // Announces the item as the selection (emits selectionChanged).
     void setSelectedItem(QGraphicsItem* pItem);
+    // Hides the handles, makes the item the selected one, shows its handles and announces
+    // it; null clears the selection.
+    void selectItem(QGraphicsItem* pItem);
+    void clearSelection();
+    // Takes the item out of the layout through the manager, which frees an image's cell and
+    // keeps the item for undo; without a manager the item is deleted. A selected item is
+    // forgotten without announcing it.
+    void deleteItem(QGraphicsItem* pItem);
+    // Deletes the selected item as one change and clears the selection.
+    void deleteSelected();
 
     void hideHandles();
     void showHandles(QGraphicsItem* pItem);
@@ -85,12 +96,8 @@ private:
     void resizeSelected(const QPointF& point);
     void releaseSelected();
     void dropImage();
-    // A press, the moves and the release are one change of the layout for undo.
-    void beginGesture();
-    void endGesture();
     static QString drawingText(const QGraphicsItem* pItem);
     void normalizeSelected();
-    void deleteSelected();
 
     QGraphicsItem* m_pSelectedItem = nullptr; // owned by the scene
     QPointF m_dragPoint;
@@ -104,7 +111,7 @@ private:
     int m_activeHandle = 0;
     bool m_bImageResized = false;
     bool m_bDrawing = false;
-    bool m_bGestureOpen = false;
-    QString m_strGestureText;
+    // A press, the moves and the release are one change of the layout for undo.
+    CVXSLayoutGesture m_gesture;
     CVXSLayoutZOrder m_zOrder;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
 #include "undo/VXSLayoutItemState.h"
 
 #include <QSize>
@@ -10,7 +11,7 @@
 class CVXSLayoutDocument
 {
 public:
-    int nStyle = 0;
+    int nStyle = VXSLayout::FreeStyle;
     QSize pageSize;
     QVector<CVXSLayoutItemState> items;
 };

@@ -74,7 +74,7 @@ bool CVXSLayoutDocumentCodec::decodeHeader(const QJsonObject& object, CVXSLayout
     QJsonObject page;
     int nWidth = 0;
     int nHeight = 0;
-    const bool bRead = reader.integer(object, QStringLiteral("style"), 0, VXSLayout::StyleCount - 1, document.nStyle)
+    const bool bRead = reader.integer(object, QStringLiteral("style"), VXSLayout::FreeStyle, VXSLayout::StyleCount - 1, document.nStyle)
                     && reader.object(object, QStringLiteral("page"), page)
                     && reader.integer(page, QStringLiteral("width"), 1, MaxPageSide, nWidth)
                     && reader.integer(page, QStringLiteral("height"), 1, MaxPageSide, nHeight);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXSLayoutConstants.h"
+
 #include <QImage>
 #include <QMap>
 #include <QSize>
@@ -55,6 +57,6 @@ private:
 
     QGraphicsScene& m_scene;
     const CVXSLayoutView* m_pView = nullptr;
-    int m_nStyle = 0;
+    int m_nStyle = VXSLayout::FreeStyle;
     QSize m_pageSize;
 };

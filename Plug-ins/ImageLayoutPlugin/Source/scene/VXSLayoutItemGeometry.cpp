@@ -4,6 +4,8 @@
 
 #include <QGraphicsItem>
 
+#include <cmath>
+
 namespace VXSLayoutItemGeometry {
 
 QRectF normalizedBoundingRect(const QGraphicsItem& item)
@@ -40,6 +42,50 @@ void setGeometryRect(QGraphicsItem& item, const QRectF& rect)
         static_cast<QGraphicsEllipseItem&>(item).setRect(rect);
     else
         static_cast<QGraphicsRectItem&>(item).setRect(rect);
+}
+
+QRectF withCornerAt(QRectF rect, int nHandle, const QPointF& point)
+{
+    switch (nHandle) {
+    case 1: rect.setTopLeft(point); break;
+    case 2: rect.setTopRight(point); break;
+    case 3: rect.setBottomRight(point); break;
+    case 4: rect.setBottomLeft(point); break;
+    default: break;
+    }
+    return rect;
+}
+
+QRectF withVisibleSize(QRectF rect, int nHandle)
+{
+    const bool bLeftMoves = nHandle == 1 || nHandle == 4;
+    const bool bTopMoves = nHandle == 1 || nHandle == 2;
+    if (std::abs(rect.width()) < 1) {
+        if (bLeftMoves)
+            rect.setLeft(rect.right() - 1);
+        else
+            rect.setRight(rect.left() + 1);
+    }
+    if (std::abs(rect.height()) < 1) {
+        if (bTopMoves)
+            rect.setTop(rect.bottom() - 1);
+        else
+            rect.setBottom(rect.top() + 1);
+    }
+    return rect;
+}
+
+QRectF spannedRect(const QPointF& press, const QPointF& pointer)
+{
+    const QPoint q = pointer.toPoint();
+    const qreal left = q.x() <= press.x() ? q.x() : press.x();
+    const qreal top = q.y() <= press.y() ? q.y() : press.y();
+    return QRectF(int(left), int(top), std::abs(q.x() - press.x()), std::abs(q.y() - press.y()));
+}
+
+QRectF widened(const QRectF& rect, int nMargin)
+{
+    return rect.adjusted(-nMargin, -nMargin, nMargin, nMargin);
 }
 
 } // namespace VXSLayoutItemGeometry

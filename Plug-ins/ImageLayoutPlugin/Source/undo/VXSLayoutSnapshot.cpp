@@ -39,11 +39,7 @@ void CVXSLayoutSnapshot::restorePage(CVXSLayoutManager& manager) const
     pView->showCells(nStyle);
     pView->setTopZ(nTopZ);
     manager.setCellUseCounts(cellCounters);
-    pView->hideHandles();
-    pView->setCurrentItem(pSelected);
-    if (pSelected)
-        pView->showHandles(pSelected);
-    pView->setSelectedItem(pSelected);
+    pView->selectItem(pSelected);
     if (pView->scene())
         pView->scene()->update();
 }

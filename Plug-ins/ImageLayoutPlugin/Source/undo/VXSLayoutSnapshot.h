@@ -28,7 +28,7 @@ public:
     void restorePage(CVXSLayoutManager& manager) const;
 
     QHash<QGraphicsItem*, CVXSLayoutItemState> items;
-    int nStyle = 0;
+    int nStyle = VXSLayout::FreeStyle;
     int nTopZ = VXSLayout::BaseZ;
     CellCounters cellCounters {};
     QGraphicsItem* pSelected = nullptr; // one of items, or null

@@ -1,0 +1,205 @@
+#include "output/VXSLayoutOutputCommands.h"
+
+#include "output/VXSExportFormats.h"
+#include "output/VXSLayoutProvenance.h"
+#include "output/VXSLayoutRenderer.h"
+#include "VXSLayoutManager.h"
+#include "VXSLayoutView.h"
+#include "VXSLayoutWindow.h"
+
+#include <VXPreference.h>
+#include <VXSErrorHandler.h>
+#include <VXSImageExporter.h>
+#include <VXSMessageBox.h>
+#include <VXSSettings.h>
+#include <VXUtilityFns.h>
+
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPixmap>
+#include <QPrintDialog>
+#include <QPrinter>
+
+CVXSLayoutOutputCommands::CVXSLayoutOutputCommands(const CVXSLayoutManager& manager, QPrinter& printer)
+    : m_manager(manager)
+    , m_printer(printer)
+{
+}
+
+QImage CVXSLayoutOutputCommands::renderLayoutImage(double dScale) const
+{
+    const CVXSLayoutView* pView = m_manager.getLayoutView();
+    if (!pView || !pView->scene())
+        return QImage();
+    const CVXSLayoutRenderer renderer(*pView->scene(), pView);
+    // A page too large for memory gives a pixmap that cannot be painted on.
+    QPixmap pixmap(renderer.deviceSize(dScale));
+    QPainter painter;
+    if (pixmap.isNull() || !painter.begin(&pixmap))
+        return QImage();
+    renderer.render(painter, dScale);
+    painter.end();
+    return CVXSLayoutProvenance(*pView->scene(), pView, m_manager.currentStyle(), renderer.pageSize())
+        .attachedTo(pixmap.toImage());
+}
+
+void CVXSLayoutOutputCommands::exportLayout() const
+{
+    while (exportOnce()) {
+    }
+}
+
+bool CVXSLayoutOutputCommands::exportOnce() const
+{
+    QStringList filters;
+    for (const VXSExportFormats::Format& format : VXSExportFormats::Formats)
+        filters << QString::fromLatin1(format.pFilter);
+    QString strFilter = filters.join(QStringLiteral(";;"));
+    CVXPreference::modifySaveFilterByPreference(strFilter);
+    CVXSSettings* pSettings = CVXPreference::getSettings();
+
+    QString strSelectedFilter;
+    const QString strChosen = QFileDialog::getSaveFileName(nullptr, tr("Export layout view as..."),
+                                                           pSettings->getRecentFilePath(), strFilter,
+                                                           &strSelectedFilter, QFileDialog::DontConfirmOverwrite);
+    if (strChosen.isEmpty())
+        return false;
+
+    // Remembered before any check, also when this export is abandoned below.
+    QString strFormat = strSelectedFilter.mid(strSelectedFilter.indexOf(QLatin1Char('.')) + 1);
+    strFormat.remove(QLatin1Char(')'));
+    CVXPreference::setUsersPreferredFormat(strFormat);
+    pSettings->setRecentFilePath(QFileInfo(strChosen).absolutePath());
+
+    const QString strFileName = withExtension(strChosen, strSelectedFilter);
+    const QString strName = QFileInfo(strFileName).fileName();
+    if (strName.length() > VXSExportFormats::MaxFileNameLength)
+        return askForShorterName(strName);
+
+    if (QFileInfo::exists(strFileName)) {
+        const int nAnswer = CVXSMessageBox::information(
+            m_manager.getLayoutView(), CVXUtilityFns::getAppName(),
+            tr("File: ") + strFileName + tr(" exists in the specified path.\nOverwrite existing file?"),
+            QMessageBox::Yes, QMessageBox::No | QMessageBox::Default, QMessageBox::Cancel | QMessageBox::Escape);
+        if (nAnswer != 0)
+            return nAnswer == 1;
+    }
+    writeImage(strFileName);
+    return false;
+}
+
+QString CVXSLayoutOutputCommands::withExtension(QString strFileName, const QString& strSelectedFilter)
+{
+    const QString strSuffix = QFileInfo(strFileName).suffix().toLower();
+    if (strSuffix.isEmpty() && strFileName.endsWith(QLatin1Char('.')))
+        strFileName.chop(1);
+    if (isSupportedExtension(strSuffix))
+        return strFileName;
+    // An unknown suffix is kept: plot.txt with the PNG filter becomes plot.txt.png.
+    const QString strExtension = getExtensionForFilter(strSelectedFilter);
+    if (!strExtension.isEmpty() && (strSuffix.isEmpty() || strSuffix != strExtension))
+        strFileName += QLatin1Char('.') + strExtension;
+    return strFileName;
+}
+
+bool CVXSLayoutOutputCommands::askForShorterName(const QString& strName) const
+{
+    const int nHalf = strName.length() / 2;
+    const int nAnswer = CVXSMessageBox::information(
+        m_manager.getLayoutView(), CVXUtilityFns::getAppName(),
+        tr("The path you entered, \n' %1  \n %2 ',\nis too long. Enter a shorter path")
+            .arg(strName.left(nHalf), strName.mid(nHalf)),
+        QMessageBox::Ok | QMessageBox::Default);
+    return nAnswer == 0;
+}
+
+void CVXSLayoutOutputCommands::writeImage(QString strFileName) const
+{
+    QImage image = renderLayoutImage(VXSExportFormats::ExportScale);
+    if (image.isNull()) {
+        CVXSMessageBox::error(m_manager.getLayoutView(), CVXUtilityFns::getAppName(),
+                              tr("Image could not be created!"), QMessageBox::Ok);
+        return;
+    }
+    CVXSImageExporter exporter;
+    const tag_estatus status = exporter.saveImage(image, strFileName);
+    if (status != eSTATUS_SUCCESS)
+        CVXSErrorHandler::errorMessage(m_manager.getLayoutView(), status, QString());
+}
+
+void CVXSLayoutOutputCommands::printLayout(int nPrintMode) const
+{
+    QPrintDialog dialog(&m_printer, nullptr);
+    dialog.setMinMax(1, 1);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+
+    QPainter painter;
+    if (!painter.begin(&m_printer)) {
+        CVXSErrorHandler::errorMessage(m_manager.getLayoutWindow(), eSTATUS_PRINTER_NOT_STARTED, QString());
+        return;
+    }
+    const QImage image = renderLayoutImage(VXSExportFormats::PrintScale);
+    // Half an inch of margin on every side.
+    const int nMarginX = m_printer.logicalDpiX() / 2;
+    const int nMarginY = m_printer.logicalDpiY() / 2;
+    const QSize size = printedSize(image.size(), m_printer, m_manager.getLayoutView(), nPrintMode);
+    painter.drawRect(nMarginX - 2, nMarginY - 2, size.width() + 4, size.height() + 4);
+    painter.drawImage(QRect(QPoint(nMarginX, nMarginY), size), image);
+    painter.end();
+}
+
+QSize CVXSLayoutOutputCommands::printedSize(const QSize& imageSize, QPrinter& printer, const QWidget* pScreenWidget,
+                                            int nPrintMode)
+{
+    if (imageSize.isEmpty())
+        return QSize(0, 0);
+    if (nPrintMode == 1) {
+        // The size the page has on screen; without a view the screen is taken as the printer.
+        const int nScreenDpiX = pScreenWidget ? pScreenWidget->logicalDpiX() : printer.logicalDpiX();
+        const int nScreenDpiY = pScreenWidget ? pScreenWidget->logicalDpiY() : printer.logicalDpiY();
+        return QSize(imageSize.width() * printer.logicalDpiX() / nScreenDpiX,
+                     imageSize.height() * printer.logicalDpiY() / nScreenDpiY);
+    }
+    const double dPageWidth = printer.widthMM() / 25.4 * printer.logicalDpiX();
+    const double dPageHeight = printer.heightMM() / 25.4 * printer.logicalDpiY();
+    const int nMarginX = printer.logicalDpiX() / 2;
+    const int nMarginY = printer.logicalDpiY() / 2;
+    const double f = qMin((dPageWidth - 2 * nMarginX) / imageSize.width(),
+                          (dPageHeight - 2 * nMarginY) / imageSize.height());
+    return QSize(int(imageSize.width() * f + 0.5), int(imageSize.height() * f + 0.5));
+}
+
+void CVXSLayoutOutputCommands::copyToClipboard() const
+{
+    const QImage image = renderLayoutImage(VXSExportFormats::ClipboardScale);
+    if (image.isNull())
+        return;
+    // Trimming one pixel all round drops the black top and left lines of the page.
+    const QRect r = image.rect();
+    QGuiApplication::clipboard()->setImage(image.copy(QRect(QPoint(r.left() + 1, r.top() + 1),
+                                                            QPoint(r.right() - 1, r.bottom() - 1))),
+                                           QClipboard::Clipboard);
+}
+
+bool CVXSLayoutOutputCommands::isSupportedExtension(const QString& strSuffix)
+{
+    for (const char* pSuffix : VXSExportFormats::AcceptedSuffixes) {
+        if (strSuffix == QLatin1String(pSuffix))
+            return true;
+    }
+    return false;
+}
+
+QString CVXSLayoutOutputCommands::getExtensionForFilter(const QString& strFilter)
+{
+    for (const VXSExportFormats::Format& format : VXSExportFormats::Formats) {
+        if (strFilter == QLatin1String(format.pFilter))
+            return QString::fromLatin1(format.pSuffix);
+    }
+    return QString();
+}
