@@ -106,7 +106,9 @@ void CVXSLayoutView::deleteSelected()
         return;
     CVXSLayoutChange change(m_pManager, tr("Delete"));
     deleteItem(m_pSelectedItem);
-    clearSelection();
+    // The empty selection is announced before the handles go, as the Delete key always did.
+    emit selectionChanged(nullptr);
+    hideHandles();
 }
 
 int CVXSLayoutView::targetCell() const
