@@ -900,6 +900,8 @@ void TestLayoutFile::badInputIsRefused_data()
     QTest::newRow("image entry not a PNG")
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()}, {QStringLiteral("images/0.png"), "GIF89a..."}})
         << "the image \"images/0.png\" cannot be used: it is not a PNG image";
+    QTest::newRow("image entry empty") << layoutFile(withItemValue(0, QStringLiteral("image"), ""))
+                                       << "item 1: \"image\" names no entry";
     QTest::newRow("image entry layout.json") << layoutFile(withItemValue(0, QStringLiteral("image"), "layout.json"))
                                              << "the image \"layout.json\" cannot be used: it is not a PNG image";
     QTest::newRow("PNG announcing 100000 x 100000")

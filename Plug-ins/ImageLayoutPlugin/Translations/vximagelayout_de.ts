@@ -276,6 +276,10 @@ Möchten Sie sie speichern?</translation>
         <source>&quot;%1&quot; is %2, which is no such style</source>
         <translation>&quot;%1&quot; ist %2, einen solchen Stil gibt es nicht</translation>
     </message>
+    <message>
+        <source>&quot;image&quot; names no entry</source>
+        <translation>&quot;image&quot; nennt keinen Eintrag</translation>
+    </message>
 </context>
 <context>
     <name>CVXSLayoutManager</name>
