@@ -15,6 +15,7 @@
 #include "VXSLayoutTranslator.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
+#include "VXSLayoutZOrder.h"
 
 #include <VXPreference.h>
 #include <VXSErrorHandler.h>
@@ -437,15 +438,21 @@ void CVXSLayoutManager::removeAllItems()
 
 void CVXSLayoutManager::placeDocumentItems(const CVXSLayoutDocument& document)
 {
+    QVector<qreal> fileZ;
+    for (const CVXSLayoutItemState& state : document.items)
+        fileZ.append(state.z);
+    const QVector<int> placedZ = CVXSLayoutZOrder::placedValues(fileZ);
     int topZ = BaseZ;
-    for (const CVXSLayoutItemState& state : document.items) {
+    for (int i = 0; i < document.items.size(); ++i) {
+        const CVXSLayoutItemState& state = document.items.at(i);
         QGraphicsItem* pItem = state.createItem();
         if (!pItem)
             continue;
+        pItem->setZValue(placedZ.at(i));
         m_scene.addItem(pItem);
         if (state.nType == ImageItemType && state.nCellIndex != -1)
             setCellUsed(state.nCellIndex, true);
-        topZ = qMax(topZ, int(state.z));
+        topZ = qMax(topZ, placedZ.at(i));
     }
     m_pLayoutView->setTopZ(topZ);
 }
