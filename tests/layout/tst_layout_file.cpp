@@ -380,6 +380,17 @@ QJsonObject withItemValue(int nItem, const QString& strKey, const QJsonValue& va
     return json;
 }
 
+// The hand-written layout with nCopies more of its image item, all in cell 0.
+QJsonObject withRepeatedImage(int nCopies)
+{
+    QJsonObject json = baseJson();
+    QJsonArray items = json.value(QStringLiteral("items")).toArray();
+    for (int i = 1; i < nCopies; ++i)
+        items.append(items.first());
+    json.insert(QStringLiteral("items"), items);
+    return json;
+}
+
 // Nine images announcing 11000 x 11000 pixels (462 MiB each once decoded): each one is within
 // the budget of a single image, all of them together are not.
 QByteArray nineLargeImages()
@@ -849,6 +860,8 @@ void TestLayoutFile::badInputIsRefused_data()
                               << "item 1: \"cell\" is 300, outside -1 to 15";
     QTest::newRow("cell -2") << layoutFile(withItemValue(0, QStringLiteral("cell"), -2))
                              << "item 1: \"cell\" is -2, outside -1 to 15";
+    QTest::newRow("256 images in one cell") << layoutFile(withRepeatedImage(256))
+                                            << "layout.json: 256 images are in cell 0; a cell holds at most 255";
     QTest::newRow("negative width") << layoutFile(withItemValue(0, QStringLiteral("rect"), QJsonArray{0, 0, -5, 10}))
                                     << "item 1: \"rect\" has a negative width or height";
     QTest::newRow("negative height") << layoutFile(withItemValue(1, QStringLiteral("rect"), QJsonArray{0, 0, 5, -1}))

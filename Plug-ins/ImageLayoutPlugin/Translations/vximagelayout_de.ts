@@ -138,6 +138,10 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
         <source>it is not an object</source>
         <translation>es ist kein Objekt</translation>
     </message>
+    <message>
+        <source>layout.json: %1 images are in cell %2; a cell holds at most %3</source>
+        <translation>layout.json: In Zelle %2 liegen %1 Bilder; eine Zelle nimmt höchstens %3 auf</translation>
+    </message>
 </context>
 <context>
     <name>CVXSLayoutFile</name>
