@@ -194,6 +194,8 @@ private slots:
     void runsWithoutAPlatformChosen();
     void refusesBadInput_data();
     void refusesBadInput();
+    void damagedImageGivesOurMessageOnly_data();
+    void damagedImageGivesOurMessageOnly();
     void refusesUnwritableOutput_data();
     void refusesUnwritableOutput();
     void refusesUnwritableVectorPage_data();
@@ -570,6 +572,42 @@ void TestToolsVxLayout::refusesBadInput()
         QVERIFY2(run.strErr.contains(strMessage),
                  qPrintable(QStringLiteral("expected \"%1\" in:\n%2").arg(strMessage, run.strErr)));
     QVERIFY2(run.strErr.contains(QStringLiteral("vxlayout: ")), qPrintable(run.strErr));
+    verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::damagedImageGivesOurMessageOnly_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QFile file(input("red.png"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray png = file.readAll();
+    // The width in the header, and a byte of the image data: both no longer match their
+    // chunk's checksum.
+    QByteArray header = png;
+    header[18] = char(header.at(18) ^ 0x40);
+    QByteArray data = png;
+    const int nData = data.indexOf("IDAT") + 20;
+    data[nData] = char(data.at(nData) ^ 0xff);
+    QVERIFY(CTestImageFiles::writeBytes(input("header.png"), header));
+    QVERIFY(CTestImageFiles::writeBytes(input("data.png"), data));
+    QVERIFY(CTestImageFiles::writeBytes(input("signature.png"), png.left(8)));
+
+    QTest::newRow("png cut short") << "truncated.png";
+    QTest::newRow("png header damaged") << "header.png";
+    QTest::newRow("png data damaged") << "data.png";
+    QTest::newRow("png signature only") << "signature.png";
+}
+
+// A damaged image is reported once, in our words: the decoders' own complaints stay off the
+// terminal.
+void TestToolsVxLayout::damagedImageGivesOurMessageOnly()
+{
+    QFETCH(QString, fileName);
+    const ToolRun run = runTool({"--layout", "Layout 2x2", "--export", output("page.png"), input(fileName)});
+    QCOMPARE(run.nExitCode, 1);
+    const QString strMessage = QStringLiteral("vxlayout: Cannot read \"%1\": Unable to read image data\n").arg(input(fileName));
+    QVERIFY2(run.strErr.count(strMessage) == 1, qPrintable(run.strErr));
+    QVERIFY2(!run.strErr.contains(QStringLiteral("libpng")), qPrintable(run.strErr));
     verifyNothingWritten(output("page.png"));
 }
 

@@ -3,7 +3,9 @@
 #include "VXDicomFileReader.h"
 #include "VXImageProvenance.h"
 #include "VXImageWindowing.h"
+#include "VXPngCheck.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
@@ -42,6 +44,22 @@ QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& st
     }
     if (CVXDicomFileReader::isDicomFile(strPath))
         return readDicom(strPath, strError);
+    // A damaged PNG is found before Qt's decoder meets it: its header before the size is
+    // read from it, its data once that size is known to fit.
+    QFile file(strPath);
+    const bool bPng = file.open(QIODevice::ReadOnly) && CVXPngCheck::isPng(file);
+    if (bPng && !CVXPngCheck::headerIsIntact(file))
+        return refuseDamaged(strError);
+    if (!fitsInMemory(strPath, strError))
+        return {};
+    if (bPng && (!file.seek(0) || !CVXPngCheck::dataIsIntact(file)))
+        return refuseDamaged(strError);
+    QImageReader reader(strPath);
+    return readPages(reader, strError);
+}
+
+bool CVXImageFileReader::fitsInMemory(const QString& strPath, QString& strError)
+{
     // The headers tell the sizes, so a file too large for memory is refused before any
     // of it is decoded.
     QImageReader sizer(strPath);
@@ -51,10 +69,15 @@ QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& st
     const qint64 nBytes = decodedBytes(sizer, nPages);
     if (nBytes > kMaxDecodedBytes) {
         strError = tooLargeError(firstSize, nBytes);
-        return {};
+        return false;
     }
-    QImageReader reader(strPath);
-    return readPages(reader, strError);
+    return true;
+}
+
+QVector<QImage> CVXImageFileReader::refuseDamaged(QString& strError)
+{
+    strError = CVXPngCheck::damagedText();
+    return {};
 }
 
 void CVXImageFileReader::labelPages(QVector<QImage>& pages, const QString& strFileName)
