@@ -9,6 +9,9 @@
 #include <QFileInfo>
 #include <QImageReader>
 
+#include <dcmtk/oflog/oflog.h>
+#include <tiffio.h>
+
 namespace {
 
 constexpr qint64 kMiB = 1024 * 1024;
@@ -17,6 +20,19 @@ constexpr int kDefaultBytesPerPixel = 4;
 // Headers can announce sizes whose bytes overflow 64 bits; such files are refused anyway,
 // so the sums stop growing here.
 constexpr qint64 kBytesCap = qint64(1) << 61;
+
+// The TIFF and DICOM libraries print what they find wrong in a file straight on the terminal,
+// next to the reason the reader gives; for the whole process, once.
+void quietenDecoderLibraries()
+{
+    static const bool s_bQuiet = [] {
+        TIFFSetErrorHandler(nullptr);
+        TIFFSetWarningHandler(nullptr);
+        OFLog::configure(OFLogger::FATAL_LOG_LEVEL);
+        return true;
+    }();
+    Q_UNUSED(s_bQuiet)
+}
 
 // Single-image formats report no count or 1; a reader that cannot start reports 0.
 int pageCount(const QImageReader& reader)
@@ -36,6 +52,7 @@ QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strErr
 QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& strError)
 {
     strError.clear();
+    quietenDecoderLibraries();
     const QFileInfo info(strPath);
     // The reader would call an empty file an unsupported format, which misleads.
     if (info.isFile() && info.size() == 0) {
