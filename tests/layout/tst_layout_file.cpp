@@ -380,13 +380,15 @@ QJsonObject withItemValue(int nItem, const QString& strKey, const QJsonValue& va
     return json;
 }
 
-// The hand-written layout with nCopies more of its image item, all in cell 0.
-QJsonObject withRepeatedImage(int nCopies)
+// The hand-written layout's item nItem (0 the image, 1 the text) nCopies times, in place of
+// all items.
+QJsonObject withRepeatedItem(int nItem, int nCopies)
 {
     QJsonObject json = baseJson();
-    QJsonArray items = json.value(QStringLiteral("items")).toArray();
-    for (int i = 1; i < nCopies; ++i)
-        items.append(items.first());
+    const QJsonValue item = json.value(QStringLiteral("items")).toArray().at(nItem);
+    QJsonArray items;
+    for (int i = 0; i < nCopies; ++i)
+        items.append(item);
     json.insert(QStringLiteral("items"), items);
     return json;
 }
@@ -528,6 +530,8 @@ private slots:
     void nonAsciiFileName();
     void emptyLayout();
     void handWrittenFileIsReadable();
+    void filesAtTheLimitsAreReadable_data();
+    void filesAtTheLimitsAreReadable();
     void badInputIsRefused_data();
     void badInputIsRefused();
     void unreadablePaths_data();
@@ -805,6 +809,27 @@ void TestLayoutFile::handWrittenFileIsReadable()
     QCOMPARE(read.items.at(2).endPoint, QPoint(190, 130));
 }
 
+void TestLayoutFile::filesAtTheLimitsAreReadable_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("items");
+    QTest::newRow("10000 items") << layoutFile(withRepeatedItem(1, 10000)) << 10000;
+    QTest::newRow("255 images in one cell") << layoutFile(withRepeatedItem(0, 255)) << 255;
+}
+
+// The limits above refuse only what lies beyond them.
+void TestLayoutFile::filesAtTheLimitsAreReadable()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, items);
+    const QString strPath = path(QStringLiteral("limits.vxlayout"));
+    QVERIFY(writeBytes(strPath, content));
+    CVXSLayoutDocument read;
+    CVXSLayoutFile file;
+    QVERIFY2(file.read(strPath, read), qPrintable(file.errorText()));
+    QCOMPARE(read.items.size(), items);
+}
+
 void TestLayoutFile::badInputIsRefused_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -860,8 +885,10 @@ void TestLayoutFile::badInputIsRefused_data()
                               << "item 1: \"cell\" is 300, outside -1 to 15";
     QTest::newRow("cell -2") << layoutFile(withItemValue(0, QStringLiteral("cell"), -2))
                              << "item 1: \"cell\" is -2, outside -1 to 15";
-    QTest::newRow("256 images in one cell") << layoutFile(withRepeatedImage(256))
+    QTest::newRow("256 images in one cell") << layoutFile(withRepeatedItem(0, 256))
                                             << "layout.json: 256 images are in cell 0; a cell holds at most 255";
+    QTest::newRow("10001 items") << layoutFile(withRepeatedItem(1, 10001))
+                                 << "layout.json: it holds 10001 items; a layout file keeps at most 10000";
     QTest::newRow("negative width") << layoutFile(withItemValue(0, QStringLiteral("rect"), QJsonArray{0, 0, -5, 10}))
                                     << "item 1: \"rect\" has a negative width or height";
     QTest::newRow("negative height") << layoutFile(withItemValue(1, QStringLiteral("rect"), QJsonArray{0, 0, 5, -1}))

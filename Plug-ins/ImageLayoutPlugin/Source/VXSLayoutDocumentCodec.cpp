@@ -44,6 +44,10 @@ bool CVXSLayoutDocumentCodec::decode(const QJsonObject& object, CVXSLayoutDocume
         strError = reader.errorText();
         return false;
     }
+    if (items.size() > MaxItems) {
+        strError = tr("layout.json: it holds %1 items; a layout file keeps at most %2").arg(items.size()).arg(MaxItems);
+        return false;
+    }
     if (!decodeItems(items, decoded, entries, strError) || !checkCells(decoded, strError))
         return false;
     document = decoded;

@@ -17,6 +17,9 @@ public:
     static constexpr int MaxPageSide = 100000;
     // The window counts the images of a cell in eight bits.
     static constexpr int MaxImagesPerCell = 255;
+    // Far beyond any layout made by hand; every item is drawn on each repaint, so a file of
+    // a hundred thousand would keep the window busy for many seconds at each.
+    static constexpr int MaxItems = 10000;
 
     // The document's object; imageEntries holds, for every item, the entry of its image
     // (ignored for items of other kinds).

@@ -142,6 +142,10 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
         <source>layout.json: %1 images are in cell %2; a cell holds at most %3</source>
         <translation>layout.json: In Zelle %2 liegen %1 Bilder; eine Zelle nimmt höchstens %3 auf</translation>
     </message>
+    <message>
+        <source>layout.json: it holds %1 items; a layout file keeps at most %2</source>
+        <translation>layout.json: sie enthält %1 Elemente; eine Layout-Datei nimmt höchstens %2 auf</translation>
+    </message>
 </context>
 <context>
     <name>CVXSLayoutFile</name>
