@@ -196,6 +196,8 @@ private slots:
     void refusesBadInput();
     void damagedImageGivesOurMessageOnly_data();
     void damagedImageGivesOurMessageOnly();
+    void debugMessagesShowWhenAskedFor_data();
+    void debugMessagesShowWhenAskedFor();
     void refusesUnwritableOutput_data();
     void refusesUnwritableOutput();
     void refusesUnwritableVectorPage_data();
@@ -620,6 +622,36 @@ void TestToolsVxLayout::damagedImageGivesOurMessageOnly()
     static const QRegularExpression libraryLines(QStringLiteral("libpng|TIFF|^[EWF]: "), QRegularExpression::MultilineOption);
     QVERIFY2(!run.strErr.contains(libraryLines), qPrintable(run.strErr));
     verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::debugMessagesShowWhenAskedFor_data()
+{
+    QTest::addColumn<QString>("rules");
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("everyday run") << QString() << false;
+    QTest::newRow("QT_LOGGING_RULES *.debug=true") << "*.debug=true" << true;
+    QTest::newRow("QT_LOGGING_RULES default.debug=true") << "default.debug=true" << true;
+}
+
+// Debug messages are emitted but kept off the terminal unless the user asks for them.
+void TestToolsVxLayout::debugMessagesShowWhenAskedFor()
+{
+    QFETCH(QString, rules);
+    QFETCH(bool, shown);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    environment.remove(QStringLiteral("QT_LOGGING_CONF"));
+    // Every line says what kind of message it is.
+    environment.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{type}: %{message}"));
+    if (!rules.isEmpty())
+        environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
+    const ToolRun run = runTool({"--layout", "Layout 2x1", "--export", output("page.png"), input("red.png")}, environment);
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    // Each image read is reported at debug level.
+    const QString strRead = QStringLiteral("debug: Read %1: 400 x 300 pixels\n").arg(input("red.png"));
+    QVERIFY2(run.strErr.contains(strRead) == shown, qPrintable(run.strErr.left(2000)));
+    static const QRegularExpression debugLines(QStringLiteral("^(debug|info): "), QRegularExpression::MultilineOption);
+    QVERIFY2(shown || !run.strErr.contains(debugLines), qPrintable(run.strErr.left(2000)));
 }
 
 void TestToolsVxLayout::refusesUnwritableOutput_data()
