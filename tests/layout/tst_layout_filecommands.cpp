@@ -126,6 +126,7 @@ private slots:
     void openedIntoSmallerPageIsFitted();
     void openedItemsKeepTheZRules_data();
     void openedItemsKeepTheZRules();
+    void tinyPageInALargeViewKeepsItsItemsInRange();
     void fileOfFormatVersion1Opens();
     void recoveryCopyFollowsUnsavedChanges();
 
@@ -444,6 +445,46 @@ void TestLayoutFileCommands::openedItemsKeepTheZRules()
     layout.drag(QPoint(600, 300), QPoint(700, 380));
     QCOMPARE(int(layout.view()->currentItem()->zValue()), layout.view()->topZ());
     QVERIFY(layout.view()->topZ() > openedZ.last());
+}
+
+// A file may give a page of 1 x 1 with items a million units out; fitted to a view of 2600
+// they would lie billions out, beyond what ints hold. They stop at the largest coordinate a
+// file may hold.
+void TestLayoutFileCommands::tinyPageInALargeViewKeepsItsItemsInRange()
+{
+    CVXSLayoutDocument document;
+    document.pageSize = QSize(1, 1);
+    CVXSLayoutItemState arrow;
+    arrow.nType = ArrowItemType;
+    arrow.rect = QRectF(-40, -999040, 999080, 999080);
+    arrow.z = 26;
+    arrow.endPoint = QPoint(999000, -999000);
+    arrow.bEndHead = true;
+    arrow.dHeadLength = 10;
+    arrow.dHeadWidthRatio = 0.75;
+    CVXSLayoutItemState rectangle;
+    rectangle.nType = RectangleItemType;
+    rectangle.rect = QRectF(-1000000, 1, 1000000, 1000000);
+    rectangle.z = 27;
+    CVXSLayoutItemState text;
+    text.nType = TextItemType;
+    text.rect = QRectF(900000, -900000, 50, 20);
+    text.z = 28;
+    text.strText = QStringLiteral("far out");
+    document.items = {arrow, rectangle, text};
+    const QString strPath = m_dir.filePath(QStringLiteral("tiny page.vxlayout"));
+    CVXSLayoutFile file;
+    QVERIFY2(file.write(strPath, document), qPrintable(file.errorText()));
+
+    LayoutFixture layout(QSize(2600, 1000));
+    QVERIFY(layout.manager()->fileCommands()->openFile(strPath));
+    const LayoutRecord opened = LayoutRecord::take(*layout.manager());
+    QCOMPARE(opened.items.size(), 3);
+    QCOMPARE(opened.items[0].startPoint, QPoint(0, 0));
+    QCOMPARE(opened.items[0].endPoint, QPoint(1000000, -1000000));
+    QCOMPARE(opened.items[1].rect, QRectF(-1000000, 996, 1000000, 1000000));
+    QCOMPARE(opened.items[2].rect, QRectF(1000000, -1000000, 50, 20));
+    QVERIFY(!opened.rendered.isNull());
 }
 
 void TestLayoutFileCommands::fileOfFormatVersion1Opens()

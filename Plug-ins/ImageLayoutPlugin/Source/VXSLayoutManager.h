@@ -96,6 +96,8 @@ private:
     void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell);
     static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
+    // The coordinate scaled, kept within MaxCoordinate.
+    static double scaled(double dCoordinate, double dScale);
     // One round of the export dialog; true when the user asked to choose again.
     bool exportOnce();
     void removeAllItems();
