@@ -593,6 +593,10 @@ void TestToolsVxLayout::damagedImageGivesOurMessageOnly_data()
     QVERIFY(CTestImageFiles::writeBytes(input("header.png"), header));
     QVERIFY(CTestImageFiles::writeBytes(input("data.png"), data));
     QVERIFY(CTestImageFiles::writeBytes(input("signature.png"), png.left(8)));
+    // A chunk a decoder must understand, after the image data; the checksum is right.
+    QByteArray critical = png;
+    critical.insert(critical.size() - 12, QByteArray("\0\0\0\0ABCD\xdb\x17\x20\xa5", 12));
+    QVERIFY(CTestImageFiles::writeBytes(input("critical.png"), critical));
     QVERIFY(CTestImageFiles::writeBytes(input("directory.tif"), QByteArray("II*\0\x08\0\0\0\x40\0", 10)));
     CTestDicomFiles::SHeader dicomHeader;
     dicomHeader.size = QSize(40, 30);
@@ -603,6 +607,7 @@ void TestToolsVxLayout::damagedImageGivesOurMessageOnly_data()
     QTest::newRow("png header damaged") << "header.png";
     QTest::newRow("png data damaged") << "data.png";
     QTest::newRow("png signature only") << "signature.png";
+    QTest::newRow("png with an unknown critical chunk at its end") << "critical.png";
     QTest::newRow("tiff directory cut short") << "directory.tif";
     QTest::newRow("dicom cut short") << "truncated.dcm";
 }

@@ -48,7 +48,7 @@ bool readRows(png_structp pPng, png_infop pInfo, png_bytep pRow)
         for (png_uint_32 nRow = 0; nRow < nHeight; ++nRow)
             png_read_row(pPng, pRow, nullptr);
     }
-    png_read_end(pPng, nullptr);
+    png_read_end(pPng, pInfo);
     return true;
 }
 
