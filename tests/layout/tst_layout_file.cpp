@@ -284,6 +284,15 @@ QByteArray pngAnnouncing(quint32 nWidth, quint32 nHeight)
     return png;
 }
 
+// Renames an entry, in its local header and in the central directory, to a name of the same
+// length, as a hostile archive would; the name must occur nowhere else.
+QByteArray withEntryRenamed(QByteArray zip, const QByteArray& from, const QByteArray& to)
+{
+    for (int nAt = zip.indexOf(from); nAt >= 0; nAt = zip.indexOf(from, nAt + 1))
+        zip.replace(nAt, to.size(), to);
+    return zip;
+}
+
 // Sets the uncompressed size of an entry in its local header and in the central directory,
 // consistently, as a hostile archive would.
 QByteArray withAnnouncedSize(QByteArray zip, const QByteArray& name, quint32 nSize)
@@ -849,6 +858,12 @@ void TestLayoutFile::badInputIsRefused_data()
                                                                           {QStringLiteral("images/0.png"), smallPng()}},
                                                                          false))
                                         << "the entry \"images/0.png\" is damaged (CRC error)";
+    QTest::newRow("two entries of one name")
+        << withEntryRenamed(zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()},
+                                      {QStringLiteral("images/0.png"), smallPng()},
+                                      {QStringLiteral("images/1.png"), smallPng()}}),
+                            "images/1.png", "images/0.png")
+        << "the archive is damaged (two of its entries have the same name)";
     QTest::newRow("no layout.json") << zipBytes({{QStringLiteral("images/0.png"), smallPng()}})
                                     << "the entry \"layout.json\" is missing";
     QTest::newRow("layout.json not JSON") << layoutFileWithJsonText("{\"format\": \"vxlayout\", ")

@@ -89,6 +89,9 @@ QString CVXSZipReader::openError(int nZipError)
         return tr("it is not a layout file (no zip archive), or its end is missing");
     case ZIP_ER_INCONS:
         return tr("the archive is damaged (its directory contradicts its entries)");
+    // libzip's own words, "File already exists", would speak of the file being opened.
+    case ZIP_ER_EXISTS:
+        return tr("the archive is damaged (two of its entries have the same name)");
     case ZIP_ER_OPEN:
     case ZIP_ER_READ:
     case ZIP_ER_SEEK:

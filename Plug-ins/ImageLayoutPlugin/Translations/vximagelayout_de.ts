@@ -600,5 +600,9 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <source>the archive is damaged (its directory contradicts its entries)</source>
         <translation>das Archiv ist beschädigt (sein Verzeichnis widerspricht seinen Einträgen)</translation>
     </message>
+    <message>
+        <source>the archive is damaged (two of its entries have the same name)</source>
+        <translation>das Archiv ist beschädigt (zwei seiner Einträge haben denselben Namen)</translation>
+    </message>
 </context>
 </TS>
