@@ -284,6 +284,17 @@ QByteArray pngAnnouncing(quint32 nWidth, quint32 nHeight)
     return png;
 }
 
+// Sets the length of the extra field in an entry's local header, which its data follows.
+QByteArray withLocalExtraLength(QByteArray zip, const QByteArray& name, quint16 nLength)
+{
+    const QByteArray localSignature("PK\x03\x04", 4);
+    for (int nAt = zip.indexOf(localSignature); nAt >= 0; nAt = zip.indexOf(localSignature, nAt + 1)) {
+        if (zip.mid(nAt + 30, name.size()) == name)
+            qToLittleEndian(nLength, zip.data() + nAt + 28);
+    }
+    return zip;
+}
+
 // Renames an entry, in its local header and in the central directory, to a name of the same
 // length, as a hostile archive would; the name must occur nowhere else.
 QByteArray withEntryRenamed(QByteArray zip, const QByteArray& from, const QByteArray& to)
@@ -972,6 +983,15 @@ void TestLayoutFile::badInputIsRefused_data()
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()},
                      {QStringLiteral("images/0.png"), smallPng().left(smallPng().size() - 20)}})
         << "the image \"images/0.png\" cannot be used: its PNG data cannot be decoded";
+    QTest::newRow("local header reaching past the end")
+        << withLocalExtraLength(valid, "images/0.png", 0xffff)
+        << "the archive is damaged (it is shorter than its directory says)";
+    QTest::newRow("layout.json longer than announced")
+        << withAnnouncedSize(valid, "layout.json", 100)
+        << "the entry \"layout.json\" is damaged (its size is not the one the archive gives)";
+    QTest::newRow("image entry shorter than announced")
+        << withAnnouncedSize(valid, "images/0.png", 3000)
+        << "the entry \"images/0.png\" is damaged (its size is not the one the archive gives)";
     QTest::newRow("image entry unpacking to 2 GiB") << withAnnouncedSize(valid, "images/0.png", 0x80000000u)
                                                     << "the entry \"images/0.png\" would unpack to 2048 MiB";
 }

@@ -604,5 +604,13 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <source>the archive is damaged (two of its entries have the same name)</source>
         <translation>das Archiv ist beschädigt (zwei seiner Einträge haben denselben Namen)</translation>
     </message>
+    <message>
+        <source>its size is not the one the archive gives</source>
+        <translation>seine Größe ist nicht die, die das Archiv angibt</translation>
+    </message>
+    <message>
+        <source>the archive is damaged (it is shorter than its directory says)</source>
+        <translation>das Archiv ist beschädigt (es ist kürzer, als sein Verzeichnis angibt)</translation>
+    </message>
 </context>
 </TS>
