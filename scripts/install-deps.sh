@@ -23,6 +23,7 @@ PACKAGES=(
     # Layout files: zip archives of PNG images.
     libzip-dev
     libpng-dev
+    libtiff-dev             # quietens libtiff under Qt's TIFF reader
     # Independent readers that check what we write: each export format, printed PDF pages.
     dcmtk
     dicom3tools

@@ -45,8 +45,10 @@ CVXToolPluginBase* CVXToolPluginLoader::loadFile(const QString& strPath, QString
         strError = loader.errorString();
         return nullptr;
     }
-    if (auto* pPlugin = qobject_cast<CVXToolPluginBase*>(pObject))
+    if (auto* pPlugin = qobject_cast<CVXToolPluginBase*>(pObject)) {
+        qDebug("Loaded the tool plugin %s", qPrintable(QDir::toNativeSeparators(strPath)));
         return pPlugin;
+    }
     strError = tr("The plugin is not a tool plugin (its interface is \"%1\", tools need \"%2\").")
                    .arg(loader.metaData().value(QStringLiteral("IID")).toString(),
                         QStringLiteral(CVXToolPluginBase_iid));

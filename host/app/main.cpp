@@ -2,6 +2,7 @@
 #include "VXHostMainWindow.h"
 #include "VXToolPluginLoader.h"
 
+#include <VXLogging.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
@@ -22,6 +23,7 @@ void showLayoutWindow()
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
+    CVXLogging::showWarningsAndErrorsOnly();
     QApplication::setOrganizationName(QStringLiteral("Halvard"));
     QApplication::setApplicationName(QStringLiteral("Vexor"));
     QApplication::setApplicationDisplayName(QStringLiteral("Vexor"));

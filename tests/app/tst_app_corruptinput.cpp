@@ -1,3 +1,4 @@
+#include "FileDamage.h"
 #include "TestDicomFiles.h"
 #include "TestImageFiles.h"
 
@@ -264,29 +265,6 @@ QVector<int> truncationPoints(int nSize, int nHeaderBytes)
     return points;
 }
 
-QByteArray withRandomChanges(QByteArray bytes, int nHeaderBytes, QRandomGenerator& random)
-{
-    const int nChanges = 1 + int(random.bounded(kMaxChangesPerFile));
-    for (int i = 0; i < nChanges; ++i) {
-        const bool bInHeader = random.bounded(2) == 0;
-        const int nPos = int(random.bounded(bInHeader ? qMin(nHeaderBytes, bytes.size()) : bytes.size()));
-        auto& byte = reinterpret_cast<quint8&>(bytes.data()[nPos]);
-        switch (random.bounded(3)) {
-        case 0:
-            byte ^= quint8(1u << random.bounded(8));
-            break;
-        case 1:
-            byte = quint8(random.bounded(256));
-            break;
-        default:
-            // Extremes make lengths and counts as large or as small as they get.
-            byte = random.bounded(2) == 0 ? 0x00 : 0xff;
-            break;
-        }
-    }
-    return bytes;
-}
-
 quint32 pngCrc(const QByteArray& bytes)
 {
     quint32 nCrc = 0xffffffffu;
@@ -399,13 +377,8 @@ void TestAppCorruptInput::initTestCase()
     QVERIFY(m_dir.isValid());
     // The DICOM toolkit logs what it finds wrong in every damaged file to the console.
     OFLog::configure(OFLogger::FATAL_LOG_LEVEL);
-    bool bOk = false;
-    const quint32 nSeed = qEnvironmentVariable("VX_CORRUPT_SEED").toUInt(&bOk);
-    if (bOk)
-        m_nSeed = nSeed;
-    const int nFiles = qEnvironmentVariableIntValue("VX_CORRUPT_FILES", &bOk);
-    if (bOk && nFiles > 0)
-        m_nFilesPerFormat = nFiles;
+    m_nSeed = FileDamage::seed(kDefaultSeed);
+    m_nFilesPerFormat = FileDamage::changedFiles(kDefaultFilesPerFormat);
     qInfo("Seed %u (VX_CORRUPT_SEED), %d changed files per format (VX_CORRUPT_FILES), files in %s", m_nSeed,
           m_nFilesPerFormat, qPrintable(m_dir.path()));
 }
@@ -516,7 +489,8 @@ void TestAppCorruptInput::changedBytes()
     QRandomGenerator random(m_nSeed ^ qHash(QByteArray(QTest::currentDataTag())));
     for (int i = 0; i < m_nFilesPerFormat; ++i) {
         const QString strProblem =
-            tryDamaged(QStringLiteral("changed-%1").arg(i), withRandomChanges(valid, headerBytes, random));
+            tryDamaged(QStringLiteral("changed-%1").arg(i),
+                       FileDamage::withRandomChanges(valid, {{0, headerBytes}}, kMaxChangesPerFile, random));
         QVERIFY2(strProblem.isEmpty(), qPrintable(strProblem));
     }
     reportCounts("changed");

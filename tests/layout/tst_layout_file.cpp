@@ -284,6 +284,26 @@ QByteArray pngAnnouncing(quint32 nWidth, quint32 nHeight)
     return png;
 }
 
+// Sets the length of the extra field in an entry's local header, which its data follows.
+QByteArray withLocalExtraLength(QByteArray zip, const QByteArray& name, quint16 nLength)
+{
+    const QByteArray localSignature("PK\x03\x04", 4);
+    for (int nAt = zip.indexOf(localSignature); nAt >= 0; nAt = zip.indexOf(localSignature, nAt + 1)) {
+        if (zip.mid(nAt + 30, name.size()) == name)
+            qToLittleEndian(nLength, zip.data() + nAt + 28);
+    }
+    return zip;
+}
+
+// Renames an entry, in its local header and in the central directory, to a name of the same
+// length, as a hostile archive would; the name must occur nowhere else.
+QByteArray withEntryRenamed(QByteArray zip, const QByteArray& from, const QByteArray& to)
+{
+    for (int nAt = zip.indexOf(from); nAt >= 0; nAt = zip.indexOf(from, nAt + 1))
+        zip.replace(nAt, to.size(), to);
+    return zip;
+}
+
 // Sets the uncompressed size of an entry in its local header and in the central directory,
 // consistently, as a hostile archive would.
 QByteArray withAnnouncedSize(QByteArray zip, const QByteArray& name, quint32 nSize)
@@ -376,6 +396,19 @@ QJsonObject withItemValue(int nItem, const QString& strKey, const QJsonValue& va
     QJsonObject changed = items.at(nItem).toObject();
     changed.insert(strKey, value);
     items.replace(nItem, changed);
+    json.insert(QStringLiteral("items"), items);
+    return json;
+}
+
+// The hand-written layout's item nItem (0 the image, 1 the text) nCopies times, in place of
+// all items.
+QJsonObject withRepeatedItem(int nItem, int nCopies)
+{
+    QJsonObject json = baseJson();
+    const QJsonValue item = json.value(QStringLiteral("items")).toArray().at(nItem);
+    QJsonArray items;
+    for (int i = 0; i < nCopies; ++i)
+        items.append(item);
     json.insert(QStringLiteral("items"), items);
     return json;
 }
@@ -517,6 +550,8 @@ private slots:
     void nonAsciiFileName();
     void emptyLayout();
     void handWrittenFileIsReadable();
+    void filesAtTheLimitsAreReadable_data();
+    void filesAtTheLimitsAreReadable();
     void badInputIsRefused_data();
     void badInputIsRefused();
     void unreadablePaths_data();
@@ -794,6 +829,27 @@ void TestLayoutFile::handWrittenFileIsReadable()
     QCOMPARE(read.items.at(2).endPoint, QPoint(190, 130));
 }
 
+void TestLayoutFile::filesAtTheLimitsAreReadable_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("items");
+    QTest::newRow("10000 items") << layoutFile(withRepeatedItem(1, 10000)) << 10000;
+    QTest::newRow("255 images in one cell") << layoutFile(withRepeatedItem(0, 255)) << 255;
+}
+
+// The limits above refuse only what lies beyond them.
+void TestLayoutFile::filesAtTheLimitsAreReadable()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, items);
+    const QString strPath = path(QStringLiteral("limits.vxlayout"));
+    QVERIFY(writeBytes(strPath, content));
+    CVXSLayoutDocument read;
+    CVXSLayoutFile file;
+    QVERIFY2(file.read(strPath, read), qPrintable(file.errorText()));
+    QCOMPARE(read.items.size(), items);
+}
+
 void TestLayoutFile::badInputIsRefused_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -813,6 +869,12 @@ void TestLayoutFile::badInputIsRefused_data()
                                                                           {QStringLiteral("images/0.png"), smallPng()}},
                                                                          false))
                                         << "the entry \"images/0.png\" is damaged (CRC error)";
+    QTest::newRow("two entries of one name")
+        << withEntryRenamed(zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()},
+                                      {QStringLiteral("images/0.png"), smallPng()},
+                                      {QStringLiteral("images/1.png"), smallPng()}}),
+                            "images/1.png", "images/0.png")
+        << "the archive is damaged (two of its entries have the same name)";
     QTest::newRow("no layout.json") << zipBytes({{QStringLiteral("images/0.png"), smallPng()}})
                                     << "the entry \"layout.json\" is missing";
     QTest::newRow("layout.json not JSON") << layoutFileWithJsonText("{\"format\": \"vxlayout\", ")
@@ -849,6 +911,10 @@ void TestLayoutFile::badInputIsRefused_data()
                               << "item 1: \"cell\" is 300, outside -1 to 15";
     QTest::newRow("cell -2") << layoutFile(withItemValue(0, QStringLiteral("cell"), -2))
                              << "item 1: \"cell\" is -2, outside -1 to 15";
+    QTest::newRow("256 images in one cell") << layoutFile(withRepeatedItem(0, 256))
+                                            << "layout.json: 256 images are in cell 0; a cell holds at most 255";
+    QTest::newRow("10001 items") << layoutFile(withRepeatedItem(1, 10001))
+                                 << "layout.json: it holds 10001 items; a layout file keeps at most 10000";
     QTest::newRow("negative width") << layoutFile(withItemValue(0, QStringLiteral("rect"), QJsonArray{0, 0, -5, 10}))
                                     << "item 1: \"rect\" has a negative width or height";
     QTest::newRow("negative height") << layoutFile(withItemValue(1, QStringLiteral("rect"), QJsonArray{0, 0, 5, -1}))
@@ -900,6 +966,8 @@ void TestLayoutFile::badInputIsRefused_data()
     QTest::newRow("image entry not a PNG")
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()}, {QStringLiteral("images/0.png"), "GIF89a..."}})
         << "the image \"images/0.png\" cannot be used: it is not a PNG image";
+    QTest::newRow("image entry empty") << layoutFile(withItemValue(0, QStringLiteral("image"), ""))
+                                       << "item 1: \"image\" names no entry";
     QTest::newRow("image entry layout.json") << layoutFile(withItemValue(0, QStringLiteral("image"), "layout.json"))
                                              << "the image \"layout.json\" cannot be used: it is not a PNG image";
     QTest::newRow("PNG announcing 100000 x 100000")
@@ -915,6 +983,15 @@ void TestLayoutFile::badInputIsRefused_data()
         << zipBytes({{kJsonEntry, QJsonDocument(baseJson()).toJson()},
                      {QStringLiteral("images/0.png"), smallPng().left(smallPng().size() - 20)}})
         << "the image \"images/0.png\" cannot be used: its PNG data cannot be decoded";
+    QTest::newRow("local header reaching past the end")
+        << withLocalExtraLength(valid, "images/0.png", 0xffff)
+        << "the archive is damaged (it is shorter than its directory says)";
+    QTest::newRow("layout.json longer than announced")
+        << withAnnouncedSize(valid, "layout.json", 100)
+        << "the entry \"layout.json\" is damaged (its size is not the one the archive gives)";
+    QTest::newRow("image entry shorter than announced")
+        << withAnnouncedSize(valid, "images/0.png", 3000)
+        << "the entry \"images/0.png\" is damaged (its size is not the one the archive gives)";
     QTest::newRow("image entry unpacking to 2 GiB") << withAnnouncedSize(valid, "images/0.png", 0x80000000u)
                                                     << "the entry \"images/0.png\" would unpack to 2048 MiB";
 }

@@ -124,6 +124,9 @@ private slots:
     void quitQuestion_data();
     void quitQuestion();
     void openedIntoSmallerPageIsFitted();
+    void openedItemsKeepTheZRules_data();
+    void openedItemsKeepTheZRules();
+    void tinyPageInALargeViewKeepsItsItemsInRange();
     void fileOfFormatVersion1Opens();
     void recoveryCopyFollowsUnsavedChanges();
 
@@ -392,6 +395,96 @@ void TestLayoutFileCommands::openedIntoSmallerPageIsFitted()
             QVERIFY2(page.contains(state.rect), "an item stayed outside the smaller page");
         }
     }
+}
+
+void TestLayoutFileCommands::openedItemsKeepTheZRules_data()
+{
+    QTest::addColumn<QVector<qreal>>("fileZ");
+    QTest::addColumn<QVector<int>>("expectedZ");
+    QTest::newRow("as this program writes them") << QVector<qreal>{26, 33, 29, 40} << QVector<int>{26, 33, 29, 40};
+    QTest::newRow("below the cell frames") << QVector<qreal>{5, 30, -3, 40} << QVector<int>{27, 28, 26, 29};
+    QTest::newRow("at the lowest layout z") << QVector<qreal>{25, 30, 31, 32} << QVector<int>{26, 27, 28, 29};
+    QTest::newRow("fractional") << QVector<qreal>{26.5, 26.25, 30, 31} << QVector<int>{27, 26, 28, 29};
+    QTest::newRow("equal, kept in the file's order") << QVector<qreal>{30, 30, 30, 29} << QVector<int>{27, 28, 29, 26};
+    QTest::newRow("far apart") << QVector<qreal>{-1e9, 1e9, 0, 26} << QVector<int>{26, 29, 27, 28};
+}
+
+// Layout items keep distinct whole z values above the cell frames, which the z steps and new
+// items rely on; a file from elsewhere may hold any numbers.
+void TestLayoutFileCommands::openedItemsKeepTheZRules()
+{
+    QFETCH(QVector<qreal>, fileZ);
+    QFETCH(QVector<int>, expectedZ);
+    CVXSLayoutDocument document;
+    document.pageSize = QSize(996, 496);
+    for (int i = 0; i < fileZ.size(); ++i) {
+        CVXSLayoutItemState state;
+        state.nType = i % 2 ? EllipseItemType : RectangleItemType;
+        state.rect = QRectF(40 + 100 * i, 50, 80, 60);
+        state.z = fileZ.at(i);
+        state.brush = QBrush(QColor::fromHsv(70 * i, 200, 200));
+        document.items.append(state);
+    }
+    const QString strPath = m_dir.filePath(QStringLiteral("z %1.vxlayout").arg(QTest::currentDataTag()));
+    CVXSLayoutFile file;
+    QVERIFY2(file.write(strPath, document), qPrintable(file.errorText()));
+
+    LayoutFixture layout;
+    QVERIFY(layout.manager()->fileCommands()->openFile(strPath));
+    QList<QGraphicsItem*> items = layout.manager()->layoutItems();
+    std::sort(items.begin(), items.end(), [](const QGraphicsItem* a, const QGraphicsItem* b) {
+        return a->sceneBoundingRect().left() < b->sceneBoundingRect().left();
+    });
+    QVector<int> openedZ;
+    for (const QGraphicsItem* pItem : items)
+        openedZ.append(int(pItem->zValue()));
+    QCOMPARE(openedZ, expectedZ);
+    QCOMPARE(layout.view()->topZ(), *std::max_element(expectedZ.cbegin(), expectedZ.cend()));
+    // A new item goes on top of them all.
+    layout.triggerAction("m_pDrawRectAction");
+    layout.drag(QPoint(600, 300), QPoint(700, 380));
+    QCOMPARE(int(layout.view()->currentItem()->zValue()), layout.view()->topZ());
+    QVERIFY(layout.view()->topZ() > openedZ.last());
+}
+
+// A file may give a page of 1 x 1 with items a million units out; fitted to a view of 2600
+// they would lie billions out, beyond what ints hold. They stop at the largest coordinate a
+// file may hold.
+void TestLayoutFileCommands::tinyPageInALargeViewKeepsItsItemsInRange()
+{
+    CVXSLayoutDocument document;
+    document.pageSize = QSize(1, 1);
+    CVXSLayoutItemState arrow;
+    arrow.nType = ArrowItemType;
+    arrow.rect = QRectF(-40, -999040, 999080, 999080);
+    arrow.z = 26;
+    arrow.endPoint = QPoint(999000, -999000);
+    arrow.bEndHead = true;
+    arrow.dHeadLength = 10;
+    arrow.dHeadWidthRatio = 0.75;
+    CVXSLayoutItemState rectangle;
+    rectangle.nType = RectangleItemType;
+    rectangle.rect = QRectF(-1000000, 1, 1000000, 1000000);
+    rectangle.z = 27;
+    CVXSLayoutItemState text;
+    text.nType = TextItemType;
+    text.rect = QRectF(900000, -900000, 50, 20);
+    text.z = 28;
+    text.strText = QStringLiteral("far out");
+    document.items = {arrow, rectangle, text};
+    const QString strPath = m_dir.filePath(QStringLiteral("tiny page.vxlayout"));
+    CVXSLayoutFile file;
+    QVERIFY2(file.write(strPath, document), qPrintable(file.errorText()));
+
+    LayoutFixture layout(QSize(2600, 1000));
+    QVERIFY(layout.manager()->fileCommands()->openFile(strPath));
+    const LayoutRecord opened = LayoutRecord::take(*layout.manager());
+    QCOMPARE(opened.items.size(), 3);
+    QCOMPARE(opened.items[0].startPoint, QPoint(0, 0));
+    QCOMPARE(opened.items[0].endPoint, QPoint(1000000, -1000000));
+    QCOMPARE(opened.items[1].rect, QRectF(-1000000, 996, 1000000, 1000000));
+    QCOMPARE(opened.items[2].rect, QRectF(1000000, -1000000, 50, 20));
+    QVERIFY(!opened.rendered.isNull());
 }
 
 void TestLayoutFileCommands::fileOfFormatVersion1Opens()

@@ -15,6 +15,7 @@
 #include <QAction>
 #include <QDialog>
 #include <QGraphicsScene>
+#include <QScopeGuard>
 #include <QtTest>
 
 #include <memory>
@@ -97,6 +98,7 @@ private slots:
     void freshViewHasItsAuxiliaryItems();
     void sceneRectIsFourSmallerThanTheView_data();
     void sceneRectIsFourSmallerThanTheView();
+    void pressReportsTheItemCountAtDebugLevel();
     void pressOnEmptyCanvasClearsSelection();
     void pressOnGridCellsOnlyClearsSelection();
     void pressOnHandleKeepsSelection();
@@ -205,6 +207,18 @@ void TestLayoutView::sceneRectIsFourSmallerThanTheView()
     QFETCH(QSize, viewSize);
     LayoutFixture layout(viewSize);
     QCOMPARE(layout.scene()->sceneRect(), QRectF(0, 0, viewSize.width() - 4, viewSize.height() - 4));
+}
+
+// The programs keep debug messages off the terminal in everyday use; this one is still emitted.
+void TestLayoutView::pressReportsTheItemCountAtDebugLevel()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=true"));
+    const auto quietAgain = qScopeGuard([] { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); });
+    LayoutFixture layout;
+    layout.pasteImage(QSize(400, 200));
+    QTest::ignoreMessage(QtDebugMsg, "No.of Canvas Items;22");
+    layout.press(QPoint(50, 50));
+    layout.release(QPoint(50, 50));
 }
 
 void TestLayoutView::pressOnEmptyCanvasClearsSelection()

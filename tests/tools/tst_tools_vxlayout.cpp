@@ -204,6 +204,10 @@ private slots:
     void runsWithoutAPlatformChosen();
     void refusesBadInput_data();
     void refusesBadInput();
+    void damagedImageGivesOurMessageOnly_data();
+    void damagedImageGivesOurMessageOnly();
+    void debugMessagesShowWhenAskedFor_data();
+    void debugMessagesShowWhenAskedFor();
     void refusesUnwritableOutput_data();
     void refusesUnwritableOutput();
     void refusesUnwritableVectorPage_data();
@@ -598,6 +602,88 @@ void TestToolsVxLayout::refusesBadInput()
                  qPrintable(QStringLiteral("expected \"%1\" in:\n%2").arg(strMessage, run.strErr)));
     QVERIFY2(run.strErr.contains(QStringLiteral("vxlayout: ")), qPrintable(run.strErr));
     verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::damagedImageGivesOurMessageOnly_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QFile file(input("red.png"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray png = file.readAll();
+    // The width in the header, and a byte of the image data: both no longer match their
+    // chunk's checksum.
+    QByteArray header = png;
+    header[18] = char(header.at(18) ^ 0x40);
+    QByteArray data = png;
+    const int nData = data.indexOf("IDAT") + 20;
+    data[nData] = char(data.at(nData) ^ 0xff);
+    QVERIFY(CTestImageFiles::writeBytes(input("header.png"), header));
+    QVERIFY(CTestImageFiles::writeBytes(input("data.png"), data));
+    QVERIFY(CTestImageFiles::writeBytes(input("signature.png"), png.left(8)));
+    // A chunk a decoder must understand, after the image data; the checksum is right.
+    QByteArray critical = png;
+    critical.insert(critical.size() - 12, QByteArray("\0\0\0\0ABCD\xdb\x17\x20\xa5", 12));
+    QVERIFY(CTestImageFiles::writeBytes(input("critical.png"), critical));
+    QVERIFY(CTestImageFiles::writeBytes(input("directory.tif"), QByteArray("II*\0\x08\0\0\0\x40\0", 10)));
+    CTestDicomFiles::SHeader dicomHeader;
+    dicomHeader.size = QSize(40, 30);
+    QVERIFY(CTestDicomFiles::write(input("whole.dcm"), dicomHeader, QVector<quint16>(40 * 30, 90)));
+    QVERIFY(CTestImageFiles::writeTruncatedCopy(input("whole.dcm"), input("truncated.dcm")));
+
+    QTest::newRow("png cut short") << "truncated.png";
+    QTest::newRow("png header damaged") << "header.png";
+    QTest::newRow("png data damaged") << "data.png";
+    QTest::newRow("png signature only") << "signature.png";
+    QTest::newRow("png with an unknown critical chunk at its end") << "critical.png";
+    QTest::newRow("tiff directory cut short") << "directory.tif";
+    QTest::newRow("dicom cut short") << "truncated.dcm";
+}
+
+// A damaged image is reported once, in our words: the decoding libraries' own complaints
+// stay off the terminal.
+void TestToolsVxLayout::damagedImageGivesOurMessageOnly()
+{
+    QFETCH(QString, fileName);
+    QString strReason;
+    QVERIFY(CVXImageFileReader::read(input(fileName), strReason).isEmpty());
+    const ToolRun run = runTool({"--layout", "Layout 2x2", "--export", output("page.png"), input(fileName)});
+    QCOMPARE(run.nExitCode, 1);
+    const QString strMessage = QStringLiteral("vxlayout: Cannot read \"%1\": %2\n").arg(input(fileName), strReason);
+    QVERIFY2(run.strErr.count(strMessage) == 1, qPrintable(run.strErr));
+    // libpng's and libtiff's lines, and DCMTK's log lines ("E: ...").
+    static const QRegularExpression libraryLines(QStringLiteral("libpng|TIFF|^[EWF]: "), QRegularExpression::MultilineOption);
+    QVERIFY2(!run.strErr.contains(libraryLines), qPrintable(run.strErr));
+    verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::debugMessagesShowWhenAskedFor_data()
+{
+    QTest::addColumn<QString>("rules");
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("everyday run") << QString() << false;
+    QTest::newRow("QT_LOGGING_RULES *.debug=true") << "*.debug=true" << true;
+    QTest::newRow("QT_LOGGING_RULES default.debug=true") << "default.debug=true" << true;
+}
+
+// Debug messages are emitted but kept off the terminal unless the user asks for them.
+void TestToolsVxLayout::debugMessagesShowWhenAskedFor()
+{
+    QFETCH(QString, rules);
+    QFETCH(bool, shown);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    environment.remove(QStringLiteral("QT_LOGGING_CONF"));
+    // Every line says what kind of message it is.
+    environment.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{type}: %{message}"));
+    if (!rules.isEmpty())
+        environment.insert(QStringLiteral("QT_LOGGING_RULES"), rules);
+    const ToolRun run = runTool({"--layout", "Layout 2x1", "--export", output("page.png"), input("red.png")}, environment);
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    // Each image read is reported at debug level.
+    const QString strRead = QStringLiteral("debug: Read %1: 400 x 300 pixels\n").arg(input("red.png"));
+    QVERIFY2(run.strErr.contains(strRead) == shown, qPrintable(run.strErr.left(2000)));
+    static const QRegularExpression debugLines(QStringLiteral("^(debug|info): "), QRegularExpression::MultilineOption);
+    QVERIFY2(shown || !run.strErr.contains(debugLines), qPrintable(run.strErr.left(2000)));
 }
 
 void TestToolsVxLayout::refusesUnwritableOutput_data()

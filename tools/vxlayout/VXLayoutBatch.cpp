@@ -219,10 +219,13 @@ bool CVXLayoutBatch::readImages(const QStringList& paths, QVector<QImage>& image
     const QVector<DecodedFile> decoded = QtConcurrent::blockingMapped<QVector<DecodedFile>>(paths, decodeFile);
     QStringList errors;
     for (int i = 0; i < paths.size(); ++i) {
-        if (decoded[i].image.isNull())
+        const QImage& image = decoded[i].image;
+        if (image.isNull()) {
             errors << tr("Cannot read \"%1\": %2").arg(paths[i], decoded[i].strError);
-        else
-            images << decoded[i].image;
+            continue;
+        }
+        qDebug("Read %s: %d x %d pixels", qPrintable(paths[i]), image.width(), image.height());
+        images << image;
     }
     m_strError = errors.join(QLatin1Char('\n'));
     return errors.isEmpty();

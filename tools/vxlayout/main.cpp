@@ -4,6 +4,8 @@
 #include "VXLayoutBatch.h"
 #include "VXLayoutBatchOptions.h"
 
+#include <VXLogging.h>
+
 #include <QApplication>
 #include <QTextStream>
 
@@ -15,6 +17,7 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    CVXLogging::showWarningsAndErrorsOnly();
     QApplication::setApplicationName(QStringLiteral("vxlayout"));
 
     QTextStream out(stdout);

@@ -22,6 +22,10 @@ constexpr int BaseZ = 25;
 constexpr int HighlightZ = 999;
 constexpr int HandleZ = 1000;
 
+// Largest distance from the origin of any coordinate, width or height of an item, in a layout
+// file and however far a page is stretched to fit the view: ints and the painter hold these.
+constexpr double MaxCoordinate = 1000000.0;
+
 constexpr int HandleSize = 8;
 // Margin around an arrow's end points that its rectangle keeps, so repaints and picking
 // cover the heads.

@@ -11,6 +11,7 @@
 #include "host/VXSLayoutTranslator.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
+#include "VXSLayoutZOrder.h"
 
 #include <VXSMdiSubWindow.h>
 #include <VXSMessageBox.h>
@@ -313,7 +314,13 @@ void CVXSLayoutManager::fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell)
 
 QRectF CVXSLayoutManager::scaledRect(const QRectF& rect, double sx, double sy)
 {
-    return QRectF(rect.x() * sx, rect.y() * sy, rect.width() * sx, rect.height() * sy);
+    return QRectF(scaled(rect.x(), sx), scaled(rect.y(), sy), scaled(rect.width(), sx), scaled(rect.height(), sy));
+}
+
+double CVXSLayoutManager::scaled(double dCoordinate, double dScale)
+{
+    // A page from a file may be far smaller than the view it is fitted to.
+    return qBound(-MaxCoordinate, dCoordinate * dScale, MaxCoordinate);
 }
 
 void CVXSLayoutManager::scaleItem(QGraphicsItem* pItem, double sx, double sy)
@@ -329,16 +336,16 @@ void CVXSLayoutManager::scaleItem(QGraphicsItem* pItem, double sx, double sy)
         int x = 0;
         int y = 0;
         pArrow->getStartPoint(x, y);
-        pArrow->setStartPoint(int(x * sx), int(y * sy));
+        pArrow->setStartPoint(int(scaled(x, sx)), int(scaled(y, sy)));
         pArrow->getEndPoint(x, y);
-        pArrow->setEndPoint(int(x * sx), int(y * sy));
+        pArrow->setEndPoint(int(scaled(x, sx)), int(scaled(y, sy)));
         pArrow->fitRectToPoints();
         break;
     }
     case TextItemType: {
         auto* pText = static_cast<QGraphicsRectItem*>(pItem);
         const QRectF r = pText->rect();
-        pText->setRect(r.x() * sx, r.y() * sy, r.width(), r.height());
+        pText->setRect(scaled(r.x(), sx), scaled(r.y(), sy), r.width(), r.height());
         break;
     }
     default:
@@ -418,15 +425,21 @@ void CVXSLayoutManager::removeAllItems()
 
 void CVXSLayoutManager::placeDocumentItems(const CVXSLayoutDocument& document)
 {
+    QVector<qreal> fileZ;
+    for (const CVXSLayoutItemState& state : document.items)
+        fileZ.append(state.z);
+    const QVector<int> placedZ = CVXSLayoutZOrder::placedValues(fileZ);
     int topZ = BaseZ;
-    for (const CVXSLayoutItemState& state : document.items) {
+    for (int i = 0; i < document.items.size(); ++i) {
+        const CVXSLayoutItemState& state = document.items.at(i);
         QGraphicsItem* pItem = state.createItem();
         if (!pItem)
             continue;
+        pItem->setZValue(placedZ.at(i));
         m_scene.addItem(pItem);
         if (state.nType == ImageItemType && state.nCellIndex != -1)
             setCellUsed(state.nCellIndex, true);
-        topZ = qMax(topZ, int(state.z));
+        topZ = qMax(topZ, placedZ.at(i));
     }
     m_pLayoutView->setTopZ(topZ);
 }

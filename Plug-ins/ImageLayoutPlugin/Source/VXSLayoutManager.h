@@ -97,6 +97,8 @@ private:
     void fitImageIntoCell(CVXSLayoutItemImage* pImage, int nCell);
     static void scaleItem(QGraphicsItem* pItem, double sx, double sy);
     static QRectF scaledRect(const QRectF& rect, double sx, double sy);
+    // The coordinate scaled, kept within MaxCoordinate.
+    static double scaled(double dCoordinate, double dScale);
     void removeAllItems();
     void placeDocumentItems(const CVXSLayoutDocument& document);
     void fitToPage(const QSizeF& documentPage);

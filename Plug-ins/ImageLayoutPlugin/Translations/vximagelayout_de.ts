@@ -138,6 +138,14 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
         <source>it is not an object</source>
         <translation>es ist kein Objekt</translation>
     </message>
+    <message>
+        <source>layout.json: %1 images are in cell %2; a cell holds at most %3</source>
+        <translation>layout.json: In Zelle %2 liegen %1 Bilder; eine Zelle nimmt höchstens %3 auf</translation>
+    </message>
+    <message>
+        <source>layout.json: it holds %1 items; a layout file keeps at most %2</source>
+        <translation>layout.json: sie enthält %1 Elemente; eine Layout-Datei nimmt höchstens %2 auf</translation>
+    </message>
 </context>
 <context>
     <name>CVXSLayoutFile</name>
@@ -275,6 +283,10 @@ Möchten Sie sie speichern?</translation>
     <message>
         <source>&quot;%1&quot; is %2, which is no such style</source>
         <translation>&quot;%1&quot; ist %2, einen solchen Stil gibt es nicht</translation>
+    </message>
+    <message>
+        <source>&quot;image&quot; names no entry</source>
+        <translation>&quot;image&quot; nennt keinen Eintrag</translation>
     </message>
 </context>
 <context>
@@ -587,6 +599,18 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>the archive is damaged (its directory contradicts its entries)</source>
         <translation>das Archiv ist beschädigt (sein Verzeichnis widerspricht seinen Einträgen)</translation>
+    </message>
+    <message>
+        <source>the archive is damaged (two of its entries have the same name)</source>
+        <translation>das Archiv ist beschädigt (zwei seiner Einträge haben denselben Namen)</translation>
+    </message>
+    <message>
+        <source>its size is not the one the archive gives</source>
+        <translation>seine Größe ist nicht die, die das Archiv angibt</translation>
+    </message>
+    <message>
+        <source>the archive is damaged (it is shorter than its directory says)</source>
+        <translation>das Archiv ist beschädigt (es ist kürzer, als sein Verzeichnis angibt)</translation>
     </message>
 </context>
 </TS>

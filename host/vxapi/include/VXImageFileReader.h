@@ -29,6 +29,8 @@ public:
 
 private:
     static QVector<QImage> readFile(const QString& strPath, QString& strError);
+    static bool fitsInMemory(const QString& strPath, QString& strError);
+    static QVector<QImage> refuseDamaged(QString& strError);
     static void labelPages(QVector<QImage>& pages, const QString& strFileName);
     static QVector<QImage> readDicom(const QString& strPath, QString& strError);
     static QVector<QImage> readPages(QImageReader& reader, QString& strError);

@@ -3,9 +3,14 @@
 #include "VXDicomFileReader.h"
 #include "VXImageProvenance.h"
 #include "VXImageWindowing.h"
+#include "VXPngCheck.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+
+#include <dcmtk/oflog/oflog.h>
+#include <tiffio.h>
 
 namespace {
 
@@ -15,6 +20,19 @@ constexpr int kDefaultBytesPerPixel = 4;
 // Headers can announce sizes whose bytes overflow 64 bits; such files are refused anyway,
 // so the sums stop growing here.
 constexpr qint64 kBytesCap = qint64(1) << 61;
+
+// The TIFF and DICOM libraries print what they find wrong in a file straight on the terminal,
+// next to the reason the reader gives; for the whole process, once.
+void quietenDecoderLibraries()
+{
+    static const bool s_bQuiet = [] {
+        TIFFSetErrorHandler(nullptr);
+        TIFFSetWarningHandler(nullptr);
+        OFLog::configure(OFLogger::FATAL_LOG_LEVEL);
+        return true;
+    }();
+    Q_UNUSED(s_bQuiet)
+}
 
 // Single-image formats report no count or 1; a reader that cannot start reports 0.
 int pageCount(const QImageReader& reader)
@@ -34,6 +52,7 @@ QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strErr
 QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& strError)
 {
     strError.clear();
+    quietenDecoderLibraries();
     const QFileInfo info(strPath);
     // The reader would call an empty file an unsupported format, which misleads.
     if (info.isFile() && info.size() == 0) {
@@ -42,6 +61,22 @@ QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& st
     }
     if (CVXDicomFileReader::isDicomFile(strPath))
         return readDicom(strPath, strError);
+    // A damaged PNG is found before Qt's decoder meets it: its header before the size is
+    // read from it, its data once that size is known to fit.
+    QFile file(strPath);
+    const bool bPng = file.open(QIODevice::ReadOnly) && CVXPngCheck::isPng(file);
+    if (bPng && !CVXPngCheck::headerIsIntact(file))
+        return refuseDamaged(strError);
+    if (!fitsInMemory(strPath, strError))
+        return {};
+    if (bPng && (!file.seek(0) || !CVXPngCheck::dataIsIntact(file)))
+        return refuseDamaged(strError);
+    QImageReader reader(strPath);
+    return readPages(reader, strError);
+}
+
+bool CVXImageFileReader::fitsInMemory(const QString& strPath, QString& strError)
+{
     // The headers tell the sizes, so a file too large for memory is refused before any
     // of it is decoded.
     QImageReader sizer(strPath);
@@ -51,10 +86,15 @@ QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& st
     const qint64 nBytes = decodedBytes(sizer, nPages);
     if (nBytes > kMaxDecodedBytes) {
         strError = tooLargeError(firstSize, nBytes);
-        return {};
+        return false;
     }
-    QImageReader reader(strPath);
-    return readPages(reader, strError);
+    return true;
+}
+
+QVector<QImage> CVXImageFileReader::refuseDamaged(QString& strError)
+{
+    strError = CVXPngCheck::damagedText();
+    return {};
 }
 
 void CVXImageFileReader::labelPages(QVector<QImage>& pages, const QString& strFileName)

@@ -6,6 +6,7 @@
 
 #include <QJsonArray>
 
+#include <array>
 #include <limits>
 
 namespace {
@@ -43,7 +44,11 @@ bool CVXSLayoutDocumentCodec::decode(const QJsonObject& object, CVXSLayoutDocume
         strError = reader.errorText();
         return false;
     }
-    if (!decodeItems(items, decoded, entries, strError))
+    if (items.size() > MaxItems) {
+        strError = tr("layout.json: it holds %1 items; a layout file keeps at most %2").arg(items.size()).arg(MaxItems);
+        return false;
+    }
+    if (!decodeItems(items, decoded, entries, strError) || !checkCells(decoded, strError))
         return false;
     document = decoded;
     imageEntries = entries;
@@ -103,6 +108,25 @@ bool CVXSLayoutDocumentCodec::decodeItems(const QJsonArray& items, CVXSLayoutDoc
         }
         document.items.append(state);
         imageEntries.append(strEntry);
+    }
+    return true;
+}
+
+bool CVXSLayoutDocumentCodec::checkCells(const CVXSLayoutDocument& document, QString& strError)
+{
+    std::array<int, VXSLayout::MaxCellCount> images {};
+    for (const CVXSLayoutItemState& item : document.items) {
+        if (item.nType == VXSLayout::ImageItemType && item.nCellIndex >= 0)
+            ++images[size_t(item.nCellIndex)];
+    }
+    for (int nCell = 0; nCell < VXSLayout::MaxCellCount; ++nCell) {
+        if (images[size_t(nCell)] > MaxImagesPerCell) {
+            strError = tr("layout.json: %1 images are in cell %2; a cell holds at most %3")
+                           .arg(images[size_t(nCell)])
+                           .arg(nCell)
+                           .arg(MaxImagesPerCell);
+            return false;
+        }
     }
     return true;
 }

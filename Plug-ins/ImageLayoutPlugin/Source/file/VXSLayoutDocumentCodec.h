@@ -15,6 +15,11 @@ class CVXSLayoutDocumentCodec
 public:
     static constexpr int FormatVersion = 1;
     static constexpr int MaxPageSide = 100000;
+    // The window counts the images of a cell in eight bits.
+    static constexpr int MaxImagesPerCell = 255;
+    // Far beyond any layout made by hand; every item is drawn on each repaint, so a file of
+    // a hundred thousand would keep the window busy for many seconds at each.
+    static constexpr int MaxItems = 10000;
 
     // The document's object; imageEntries holds, for every item, the entry of its image
     // (ignored for items of other kinds).
@@ -28,4 +33,5 @@ private:
     static bool decodeHeader(const QJsonObject& object, CVXSLayoutDocument& document, QString& strError);
     static bool decodeItems(const QJsonArray& items, CVXSLayoutDocument& document, QVector<QString>& imageEntries,
                             QString& strError);
+    static bool checkCells(const CVXSLayoutDocument& document, QString& strError);
 };

@@ -2,6 +2,8 @@
 
 #include "file/archive/VXSPngEncoder.h"
 
+#include <VXPngCheck.h>
+
 #include <QBuffer>
 #include <QImageReader>
 #include <QImageWriter>
@@ -75,13 +77,14 @@ qint64 CVXSLayoutImageCodec::decodedBytes(const QByteArray& png, QString& strErr
     }
     QBuffer buffer;
     buffer.setData(png);
-    QImageReader reader(&buffer, "png");
-    const QSize size = reader.size();
-    if (!size.isValid()) {
+    buffer.open(QIODevice::ReadOnly);
+    if (!CVXPngCheck::headerIsIntact(buffer)) {
         strError = tr("its PNG header is damaged");
         return -1;
     }
-    return decodedBytes(size, reader.imageFormat());
+    buffer.seek(0);
+    QImageReader reader(&buffer, "png");
+    return decodedBytes(reader.size(), reader.imageFormat());
 }
 
 qint64 CVXSLayoutImageCodec::decodedBytes(const QSize& size, QImage::Format format)
@@ -97,9 +100,17 @@ QImage CVXSLayoutImageCodec::decode(const QByteArray& png, QString& strError)
 {
     QBuffer buffer;
     buffer.setData(png);
-    QImageReader reader(&buffer, "png");
-    const QImage image = reader.read();
+    buffer.open(QIODevice::ReadOnly);
+    // Damaged data is found quietly before Qt's decoder meets it.
+    QImage image;
+    QString strWhy = CVXPngCheck::damagedText();
+    if (CVXPngCheck::dataIsIntact(buffer)) {
+        buffer.seek(0);
+        QImageReader reader(&buffer, "png");
+        image = reader.read();
+        strWhy = reader.errorString();
+    }
     if (image.isNull())
-        strError = tr("its PNG data cannot be decoded (%1)").arg(reader.errorString());
+        strError = tr("its PNG data cannot be decoded (%1)").arg(strWhy);
     return image;
 }

@@ -208,8 +208,12 @@ bool CVXSLayoutItemCodec::decodeArrow(const QJsonObject& object, CVXSJsonReader&
 bool CVXSLayoutItemCodec::decodeImage(const QJsonObject& object, CVXSJsonReader& reader, CVXSLayoutItemState& state,
                                       QString& strImageEntry)
 {
-    return reader.string(object, QStringLiteral("image"), MaxEntryNameLength, strImageEntry)
-        && reader.integer(object, QStringLiteral("cell"), -1, MaxCellCount - 1, state.nCellIndex);
+    if (!reader.string(object, QStringLiteral("image"), MaxEntryNameLength, strImageEntry))
+        return false;
+    // An image item without its image would be an empty frame nothing can fill.
+    if (strImageEntry.isEmpty())
+        return reader.fail(tr("\"image\" names no entry"));
+    return reader.integer(object, QStringLiteral("cell"), -1, MaxCellCount - 1, state.nCellIndex);
 }
 
 bool CVXSLayoutItemCodec::decodePoint(const QJsonObject& object, const QString& strKey, CVXSJsonReader& reader,

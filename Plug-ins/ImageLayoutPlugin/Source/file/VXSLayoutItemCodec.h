@@ -15,8 +15,6 @@ class CVXSLayoutItemCodec
 {
     Q_DECLARE_TR_FUNCTIONS(CVXSLayoutItemCodec)
 public:
-    // Largest distance from the origin of any coordinate, width or height.
-    static constexpr double MaxCoordinate = 1000000.0;
     static constexpr double MaxZ = 1e9;
     static constexpr double MaxPenWidth = 1000.0;
     static constexpr double MaxHeadWidthRatio = 100.0;

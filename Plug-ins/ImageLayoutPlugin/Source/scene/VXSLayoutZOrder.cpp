@@ -3,9 +3,12 @@
 #include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QPair>
+#include <QSet>
 #include <QVector>
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
 
 using namespace VXSLayout;
 
@@ -58,6 +61,27 @@ QList<QGraphicsItem*> CVXSLayoutZOrder::list(const QGraphicsScene* pScene)
     for (const auto& pair : pairs)
         list.append(pair.second);
     return list;
+}
+
+QVector<int> CVXSLayoutZOrder::placedValues(const QVector<qreal>& values)
+{
+    QSet<qreal> seen;
+    bool bKept = true;
+    for (const qreal z : values) {
+        bKept = bKept && z > BaseZ && z == std::floor(z) && !seen.contains(z);
+        seen.insert(z);
+    }
+    QVector<int> placed(values.size());
+    if (bKept) {
+        std::transform(values.cbegin(), values.cend(), placed.begin(), [](qreal z) { return int(z); });
+        return placed;
+    }
+    QVector<int> order(values.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&values](int a, int b) { return values[a] < values[b]; });
+    for (int nRank = 0; nRank < order.size(); ++nRank)
+        placed[order[nRank]] = BaseZ + 1 + nRank;
+    return placed;
 }
 
 int CVXSLayoutZOrder::reorder(const QGraphicsScene* pScene, QGraphicsItem* pItem, int nCommand,

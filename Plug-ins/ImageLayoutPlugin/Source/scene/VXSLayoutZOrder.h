@@ -3,6 +3,7 @@
 #include "VXSLayoutConstants.h"
 
 #include <QList>
+#include <QVector>
 
 #include <functional>
 
@@ -24,6 +25,11 @@ public:
     static QList<QGraphicsItem*> list(const QGraphicsScene* pScene);
     // Tells the view's own items (cell frames, highlight, handles) apart.
     using ViewItemTest = std::function<bool(QGraphicsItem*)>;
+
+    // The z values items placed from a layout file take: distinct whole numbers above BaseZ,
+    // as the z steps need them. Values that are so already stay; otherwise the items keep
+    // their order (the given order among equal values) and are numbered from BaseZ + 1.
+    static QVector<int> placedValues(const QVector<qreal>& values);
 
     // Applies a z command (bring forward, send backward, bring to front, send to back)
     // to the item; 16 when there is no item, else 0.

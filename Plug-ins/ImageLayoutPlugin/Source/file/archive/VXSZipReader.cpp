@@ -79,7 +79,11 @@ bool CVXSZipReader::fail(const QString& strError)
 
 bool CVXSZipReader::failEntry(const QString& strName, zip_error_t* pError)
 {
-    return fail(tr("the entry \"%1\" is damaged (%2)").arg(strName, QString::fromLocal8Bit(zip_error_strerror(pError))));
+    // An entry shorter or longer than its stated size reads without an error of libzip's.
+    const QString strWhy = zip_error_code_zip(pError) == ZIP_ER_OK
+                               ? tr("its size is not the one the archive gives")
+                               : QString::fromLocal8Bit(zip_error_strerror(pError));
+    return fail(tr("the entry \"%1\" is damaged (%2)").arg(strName, strWhy));
 }
 
 QString CVXSZipReader::openError(int nZipError)
@@ -89,6 +93,11 @@ QString CVXSZipReader::openError(int nZipError)
         return tr("it is not a layout file (no zip archive), or its end is missing");
     case ZIP_ER_INCONS:
         return tr("the archive is damaged (its directory contradicts its entries)");
+    // libzip's own words, "File already exists", would speak of the file being opened.
+    case ZIP_ER_EXISTS:
+        return tr("the archive is damaged (two of its entries have the same name)");
+    case ZIP_ER_EOF:
+        return tr("the archive is damaged (it is shorter than its directory says)");
     case ZIP_ER_OPEN:
     case ZIP_ER_READ:
     case ZIP_ER_SEEK:
