@@ -6,16 +6,16 @@
 
 #include <VXImageFileReader.h>
 #include <VXSLayoutConstants.h>
-#include <VXSLayoutDocument.h>
-#include <VXSLayoutFile.h>
-#include <VXSLayoutFileCommands.h>
+#include <file/VXSLayoutDocument.h>
+#include <file/VXSLayoutFile.h>
+#include <file/VXSLayoutFileCommands.h>
 #include <VXSLayoutItemArrow.h>
-#include <VXSLayoutItemCodec.h>
+#include <file/VXSLayoutItemCodec.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutItemText.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
-#include <VXSZipReader.h>
+#include <file/archive/VXSZipReader.h>
 
 #include <QAbstractButton>
 #include <QElapsedTimer>

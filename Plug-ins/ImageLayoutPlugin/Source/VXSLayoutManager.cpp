@@ -11,7 +11,7 @@
 #include "host/VXSLayoutTranslator.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
-#include "VXSLayoutZOrder.h"
+#include "scene/VXSLayoutZOrder.h"
 
 #include <VXSMdiSubWindow.h>
 #include <VXSMessageBox.h>
