@@ -2,22 +2,9 @@
 #include "VXHostMainWindow.h"
 #include "VXToolPluginLoader.h"
 
-#include <VXUtilityFns.h>
-
-#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTimer>
-
-namespace {
-
-void showLayoutWindow()
-{
-    if (QAction* pAction = CVXUtilityFns::getAction(QStringLiteral("Image Layout Window")))
-        pAction->setChecked(true);
-}
-
-} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -51,7 +38,7 @@ int main(int argc, char* argv[])
         window.loadToolPlugins(CVXToolPluginLoader::defaultFolders());
         if (bSamples)
             window.openSamples();
-        showLayoutWindow();
+        window.showDocumentTools();
         window.openImageFiles(files);
         window.offerRecovery();
     });
