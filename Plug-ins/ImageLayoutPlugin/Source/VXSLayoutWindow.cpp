@@ -57,8 +57,6 @@ const unsigned char DeleteIconPng[] = {
     0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82,
 };
 
-// The host's menu entry that shows and hides this window.
-const QString LayoutWindowActionName = QStringLiteral("Image Layout Window");
 // Where a text wider or taller than the page may start.
 constexpr int OversizeTextRange = 10;
 constexpr int TextPadding = 5;
@@ -520,7 +518,7 @@ void CVXSLayoutWindow::setDocumentName(const QString& strName)
 
 void CVXSLayoutWindow::updateWindowTitle()
 {
-    QString strTitle = tr("Image Layout Window");
+    QString strTitle = QCoreApplication::translate(ToolNameContext, ToolName);
     if (!m_strDocumentName.isEmpty())
         strTitle += QStringLiteral(" - ") + m_strDocumentName;
     if (m_pMngr && !m_pMngr->undoStack()->isClean())
@@ -1026,7 +1024,7 @@ void CVXSLayoutWindow::onLayoutItemSelectionChange(QGraphicsItem* pSelItem)
 void CVXSLayoutWindow::closeEvent(QCloseEvent* pEvent)
 {
     // Closing only hides the window; its layout stays for the next time it is shown.
-    if (QAction* pMenuAction = CVXUtilityFns::getAction(LayoutWindowActionName))
+    if (QAction* pMenuAction = CVXUtilityFns::getAction(QLatin1String(ToolName)))
         pMenuAction->setChecked(false);
     pEvent->ignore();
     if (auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(parentWidget()))

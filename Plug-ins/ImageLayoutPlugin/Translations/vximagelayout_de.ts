@@ -4,10 +4,6 @@
 <context>
     <name>CVXImageLayoutPlugin</name>
     <message>
-        <source>Image Layout Window</source>
-        <translation>Bildlayout-Fenster</translation>
-    </message>
-    <message>
         <source>The Image Layout window was not closed normally.
 Restore the layout as it was on %1?</source>
         <translation>Das Bildlayout-Fenster wurde nicht ordnungsgemäß geschlossen.
@@ -364,10 +360,6 @@ Vorhandene Datei überschreiben?</translation>
         <translation>Zeiger</translation>
     </message>
     <message>
-        <source>Image Layout Window</source>
-        <translation>Bildlayout-Fenster</translation>
-    </message>
-    <message>
         <source>Annotation</source>
         <translation>Beschriftung</translation>
     </message>
@@ -587,6 +579,13 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>the archive is damaged (its directory contradicts its entries)</source>
         <translation>das Archiv ist beschädigt (sein Verzeichnis widerspricht seinen Einträgen)</translation>
+    </message>
+</context>
+<context>
+    <name>VXSLayout</name>
+    <message>
+        <source>Image Layout Window</source>
+        <translation>Bildlayout-Fenster</translation>
     </message>
 </context>
 </TS>
