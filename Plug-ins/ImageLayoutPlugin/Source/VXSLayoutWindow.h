@@ -112,24 +112,10 @@ protected:
     void changeEvent(QEvent* pEvent) override;
 
 private:
-    void buildCentralArea();
-    void buildAnnotationGroup(QWidget* pParent);
-    void createActions();
-    void setToolBarIcons();
-    void fillToolBar();
-    void createArrowMenu();
-    void createMoveZMenu();
-    void createLayoutStyleBox();
-    void connectControls();
-    void connectToolBar();
-    QAction* createAction(const char* pObjectName);
-    QAction* createPopupAction(QMenu* pMenu, const char* pObjectName, const QString& text, const QString& iconPath,
-                               const QString& whatsThis);
-    QToolButton* createToolButton(QWidget* pParent, const char* pObjectName);
-    QToolButton* createPopupButton(const char* pObjectName, QMenu* pMenu, const QString& iconPath);
+    // Fills the members and builds the window's controls.
+    friend class CVXSLayoutWindowBuilder;
+
     void switchDrawingToolsOff();
-    static void setActionTexts(QAction* pAction, const QString& strText, const QString& strToolTip,
-                               const char* pWhatsThis);
     void setChecked(QAction* pAction, bool bChecked);
     void setArrowToolChecked(bool bChecked);
     // The text item selected in the view, or null.
