@@ -1,19 +1,23 @@
 #include "VXSLayoutWindow.h"
 
-#include "host/VXSActiveDatasetGrabber.h"
-#include "VXSEditText.h"
 #include "undo/VXSLayoutChange.h"
+#include "VXSEditText.h"
 #include "VXSLayoutConstants.h"
-#include "VXSLayoutItemImage.h"
 #include "VXSLayoutItemText.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutView.h"
+#include "window/VXSLayoutDrawingTools.h"
+#include "window/VXSLayoutImagePaster.h"
+#include "window/VXSLayoutItemDeleter.h"
+#include "window/VXSLayoutStyleCheck.h"
+#include "window/VXSLayoutTextEditor.h"
+#include "window/VXSLayoutTextPlacer.h"
+#include "window/VXSLayoutUndoActions.h"
 #include "window/VXSLayoutWindowBuilder.h"
 #include "window/VXSLayoutZMove.h"
 
 #include <VXSChildWindow.h>
 #include <VXSMdiSubWindow.h>
-#include <VXSMessageBox.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
@@ -24,17 +28,13 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFontDialog>
-#include <QFontMetrics>
 #include <QFrame>
 #include <QGraphicsScene>
 #include <QLineEdit>
 #include <QMenu>
 #include <QSizeGrip>
 #include <QTimer>
-#include <QUndoStack>
 #include <QToolButton>
-
-#include <cstdlib>
 
 using namespace VXSLayout;
 
@@ -53,21 +53,6 @@ const unsigned char DeleteIconPng[] = {
     0x18, 0xac, 0x0d, 0x6c, 0x00, 0x08, 0x00, 0x00, 0x2b, 0x0e, 0x14, 0x6f, 0x3d, 0x1d, 0x2a, 0x67,
     0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82,
 };
-
-// Where a text wider or taller than the page may start.
-constexpr int OversizeTextRange = 10;
-constexpr int TextPadding = 5;
-constexpr int DeleteRepaintMargin = 40;
-
-// A random start in [0, nFreeRange). One pseudo-random number is drawn per call, also
-// when the text fits exactly (range 0), which then starts at 0.
-int randomStart(int nFreeRange)
-{
-    const int nRandom = std::rand();
-    if (nFreeRange < 0)
-        return nRandom % OversizeTextRange;
-    return nFreeRange == 0 ? 0 : nRandom % nFreeRange;
-}
 
 } // namespace
 
@@ -98,7 +83,7 @@ CVXSLayoutWindow::~CVXSLayoutWindow() = default;
 
 void CVXSLayoutWindow::languageChange()
 {
-    updateWindowTitle();
+    m_title.update();
     CVXSLayoutWindowBuilder(*this).setTexts();
 }
 
@@ -138,51 +123,24 @@ void CVXSLayoutWindow::initialize()
     connect(m_pEditTextDlg, &CVXSEditText::updateAnnotation, this, &CVXSLayoutWindow::updateAnnotation);
     connect(m_pEditTextDlg, &CVXSEditText::updateLayoutText, this, &CVXSLayoutWindow::updateLayoutText);
     connect(m_pEditTextDlg, &QDialog::rejected, this, &CVXSLayoutWindow::restoreAnnotationText);
-    createUndoActions();
+    CVXSLayoutUndoActions::addTo(this, m_pMngr->undoStack());
+    m_title.follow(m_pMngr->undoStack());
     m_pMultiLineTextBtn->setFocus();
-}
-
-void CVXSLayoutWindow::createUndoActions()
-{
-    QUndoStack* pStack = m_pMngr->undoStack();
-    // Window actions, not toolbar entries; their shortcuts work while the focus is in here.
-    m_pUndoAction = pStack->createUndoAction(this, tr("Undo"));
-    m_pUndoAction->setObjectName(QStringLiteral("m_pUndoAction"));
-    m_pUndoAction->setShortcuts(undoShortcuts());
-    m_pRedoAction = pStack->createRedoAction(this, tr("Redo"));
-    m_pRedoAction->setObjectName(QStringLiteral("m_pRedoAction"));
-    m_pRedoAction->setShortcuts(redoShortcuts());
-    for (QAction* pAction : {m_pUndoAction, m_pRedoAction}) {
-        pAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        addAction(pAction);
-    }
-    connect(pStack, &QUndoStack::cleanChanged, this, &CVXSLayoutWindow::updateWindowTitle);
 }
 
 QList<QKeySequence> CVXSLayoutWindow::undoShortcuts()
 {
-    return {QKeySequence(Qt::CTRL | Qt::Key_Z)};
+    return CVXSLayoutUndoActions::undoShortcuts();
 }
 
 QList<QKeySequence> CVXSLayoutWindow::redoShortcuts()
 {
-    return {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)};
+    return CVXSLayoutUndoActions::redoShortcuts();
 }
 
 void CVXSLayoutWindow::setDocumentName(const QString& strName)
 {
-    m_strDocumentName = strName;
-    updateWindowTitle();
-}
-
-void CVXSLayoutWindow::updateWindowTitle()
-{
-    QString strTitle = QCoreApplication::translate(ToolNameContext, ToolName);
-    if (!m_strDocumentName.isEmpty())
-        strTitle += QStringLiteral(" - ") + m_strDocumentName;
-    if (m_pMngr && !m_pMngr->undoStack()->isClean())
-        strTitle += QLatin1Char('*');
-    setWindowTitle(strTitle);
+    m_title.setDocumentName(strName);
 }
 
 void CVXSLayoutWindow::setLayoutManager(CVXSLayoutManager* pMngr)
@@ -242,30 +200,16 @@ void CVXSLayoutWindow::onSequenceStatusChanged(CVXSSequenceDataset* /*pDataset*/
 
 bool CVXSLayoutWindow::canPasteImage()
 {
-    if (m_pMngr && m_pLayoutStyleCombo->currentIndex() != 0 && m_pMngr->getFirstEmptyCell(true) == -1) {
-        CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
-                                tr("There is no cell currently empty! Delete one or more images to continue."),
-                                QString(), QString(), QString(), 0, -1);
+    if (!CVXSLayoutImagePaster(m_pMngr, m_pView).hasRoom(m_pLayoutStyleCombo->currentIndex(), this))
         return false;
-    }
-    switchDrawingToolsOff();
+    drawingTools().switchAllOff();
     return true;
 }
 
 void CVXSLayoutWindow::addImageToLayout(QImage& image)
 {
     image = image.convertToFormat(QImage::Format_ARGB32);
-    QGraphicsScene* pScene = m_pView ? m_pView->scene() : nullptr;
-    if (pScene && m_pMngr && !image.isNull()) {
-        CVXSLayoutChange change(m_pMngr, tr("Paste Image"));
-        auto* pItem = new CVXSLayoutItemImage(image, nullptr);
-        pScene->addItem(pItem);
-        m_pMngr->addImageItem(pItem, true);
-        m_pView->setCurrentItem(pItem);
-        m_pView->showHandles(pItem);
-        pScene->update();
-        m_pView->setSelectedItem(pItem);
-    }
+    CVXSLayoutImagePaster(m_pMngr, m_pView).add(image);
     setCursorStyle();
 }
 
@@ -281,25 +225,17 @@ void CVXSLayoutWindow::onClickActiveDSetPaste()
 {
     if (!canPasteImage())
         return;
-    QImage image;
-    if (CVXSChildWindow* pChild = CVXSChildWindow::getActiveChildWnd())
-        image = CVXSActiveDatasetGrabber([this](const QString& strTabName) { emit copyToClipBoard(strTabName); })
-                    .grab(pChild);
+    QImage image = CVXSLayoutImagePaster::activeDatasetImage(
+        [this](const QString& strTabName) { emit copyToClipBoard(strTabName); });
     addImageToLayout(image);
 }
 
 // ---- annotations -----------------------------------------------------------------
 
-QGraphicsItem* CVXSLayoutWindow::selectedTextItem() const
+CVXSLayoutItemText* CVXSLayoutWindow::selectedTextItem() const
 {
     QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr;
-    return pItem && pItem->type() == TextItemType ? pItem : nullptr;
-}
-
-void CVXSLayoutWindow::updateWholeScene()
-{
-    if (m_pView && m_pView->scene())
-        m_pView->scene()->update();
+    return pItem && pItem->type() == TextItemType ? static_cast<CVXSLayoutItemText*>(pItem) : nullptr;
 }
 
 void CVXSLayoutWindow::onAnnotationEnter()
@@ -307,113 +243,45 @@ void CVXSLayoutWindow::onAnnotationEnter()
     Q_ASSERT_X(m_pView != nullptr, "VXSLayoutWindow", "m_pView != NULL");
     if (!m_pView || !m_pView->scene())
         return;
-    switchDrawingToolsOff();
+    drawingTools().switchAllOff();
     const QString strText = m_pAnnotationEdit->text();
-    const bool bEmpty = strText.trimmed().isEmpty();
-
-    CVXSLayoutChange change(m_pMngr, tr("Add Text"));
-    if (QGraphicsItem* pSelected = selectedTextItem()) {
-        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
-        m_pView->scene()->update(pTextItem->boundingRect());
-        if (bEmpty) {
-            change.setText(tr("Delete"));
-            m_pMngr->removeLayoutItem(pTextItem);
-            m_pView->setCurrentItem(nullptr);
-            m_pView->setSelectedItem(nullptr);
-            m_pView->hideHandles();
-            return;
-        }
-        change.setText(tr("Edit Text"));
-        pTextItem->setText(strText);
-        pTextItem->setTextFlags(m_nTextFlags);
-        pTextItem->setFont(m_oAnnFont);
-        pTextItem->setColor(m_oAnnColor);
-        m_pView->showHandles(pTextItem);
-        updateWholeScene();
-        m_pView->setSelectedItem(pTextItem);
+    if (CVXSLayoutItemText* pTextItem = selectedTextItem()) {
+        CVXSLayoutTextEditor(m_pMngr, *m_pView, *pTextItem).setText(strText, m_nTextFlags, m_oAnnFont, m_oAnnColor);
         return;
     }
-    if (!bEmpty)
-        createTextItem(strText);
-}
-
-void CVXSLayoutWindow::createTextItem(const QString& strText)
-{
-    QGraphicsScene* pScene = m_pView->scene();
-    auto* pItem = new CVXSLayoutItemText(strText, nullptr, pScene);
-    pScene->addItem(pItem);
-    pItem->setFont(m_oAnnFont);
-    pItem->setColor(m_oAnnColor);
-    pItem->setTextFlags(m_nTextFlags);
-
-    const QRect page = pScene->sceneRect().toRect();
-    const QRect extent = QFontMetrics(pItem->getFont()).boundingRect(page.x(), page.y(), page.width(), page.height(),
-                                                                     int(m_nTextFlags), strText);
-    const int nWidth = extent.width() + TextPadding;
-    const int nHeight = extent.height() + TextPadding;
-    // A text larger than the page starts within its first units; y is drawn first.
-    const int y = randomStart(page.height() - nHeight);
-    const int x = randomStart(page.width() - nWidth);
-    pItem->setRect(x, y, nWidth, nHeight);
-
-    const int z = m_pView->nextZ();
-    pItem->setZValue(z);
-    m_pView->setTopZ(z);
-    pItem->show();
-    pScene->update(pItem->boundingRect());
-    m_pView->setCurrentItem(pItem);
-    m_pView->showHandles(pItem);
-    updateWholeScene();
-    m_pView->setSelectedItem(pItem);
-}
-
-void CVXSLayoutWindow::repaintChangedText(QGraphicsItem* pTextItem)
-{
-    m_pView->scene()->update(pTextItem->boundingRect());
-    m_pView->showHandles(pTextItem);
-    updateWholeScene();
+    if (strText.trimmed().isEmpty())
+        return;
+    CVXSLayoutChange change(m_pMngr, tr("Add Text"));
+    CVXSLayoutTextPlacer(*m_pView).place(strText, m_oAnnFont, m_oAnnColor, m_nTextFlags);
 }
 
 void CVXSLayoutWindow::onClickAnnFont()
 {
-    if (QGraphicsItem* pSelected = selectedTextItem()) {
-        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
-        bool bAccepted = false;
-        const QFont font = QFontDialog::getFont(&bAccepted, pTextItem->getFont(), this);
-        if (!bAccepted)
-            return;
-        CVXSLayoutChange change(m_pMngr, tr("Change Font"));
-        m_oAnnFont = font;
-        pTextItem->setFont(font);
-        repaintChangedText(pTextItem);
-        return;
-    }
-    if (m_pAnnotationEdit->text().isEmpty())
+    CVXSLayoutItemText* pTextItem = selectedTextItem();
+    if (!pTextItem && m_pAnnotationEdit->text().isEmpty())
         return;
     bool bAccepted = false;
-    const QFont font = QFontDialog::getFont(&bAccepted, m_oAnnFont, this);
-    if (bAccepted)
-        m_oAnnFont = font;
+    const QFont font = QFontDialog::getFont(&bAccepted, pTextItem ? pTextItem->getFont() : m_oAnnFont, this);
+    if (!bAccepted)
+        return;
+    // Without a text item selected, the font is for the next one.
+    m_oAnnFont = font;
+    if (pTextItem)
+        CVXSLayoutTextEditor(m_pMngr, *m_pView, *pTextItem).setFont(font);
 }
 
 void CVXSLayoutWindow::onClickAnnClr()
 {
-    if (QGraphicsItem* pSelected = selectedTextItem()) {
-        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
-        const QColor color = QColorDialog::getColor(pTextItem->getColor(), this);
-        if (!color.isValid())
-            return;
-        CVXSLayoutChange change(m_pMngr, tr("Change Colour"));
-        m_oAnnColor = color;
-        pTextItem->setColor(color);
-        repaintChangedText(pTextItem);
+    CVXSLayoutItemText* pTextItem = selectedTextItem();
+    if (!pTextItem && m_pAnnotationEdit->text().isEmpty())
         return;
-    }
-    if (m_pAnnotationEdit->text().isEmpty())
+    const QColor color = QColorDialog::getColor(pTextItem ? pTextItem->getColor() : m_oAnnColor, this);
+    if (!color.isValid())
         return;
-    const QColor color = QColorDialog::getColor(m_oAnnColor, this);
-    if (color.isValid())
-        m_oAnnColor = color;
+    // Without a text item selected, the colour is for the next one.
+    m_oAnnColor = color;
+    if (pTextItem)
+        CVXSLayoutTextEditor(m_pMngr, *m_pView, *pTextItem).setColor(color);
 }
 
 void CVXSLayoutWindow::onClickMultiLineEditText()
@@ -454,22 +322,9 @@ void CVXSLayoutWindow::selChngLayoutStyle()
     Q_ASSERT_X(m_pMngr != nullptr, "VXSLayoutWindow", "m_pMngr");
     if (!m_pMngr)
         return;
-    const int nCells = m_pMngr->getCellCount(nStyle);
-    if (nStyle != 0) {
-        int nImages = 0;
-        const QList<QGraphicsItem*> items = m_pMngr->getScene()->items();
-        for (const QGraphicsItem* pItem : items) {
-            if (pItem->type() == ImageItemType)
-                ++nImages;
-        }
-        if (nImages > nCells) {
-            CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
-                                    tr("No. of images are more than the no. of expected cells!\n"
-                                       "Delete few images before changing the layout style."),
-                                    QString(), QString(), QString(), 0, -1);
-            m_pLayoutStyleCombo->setCurrentIndex(m_nCurLayoutStyle);
-            return;
-        }
+    if (!CVXSLayoutStyleCheck(*m_pMngr).allows(nStyle, this)) {
+        m_pLayoutStyleCombo->setCurrentIndex(m_nCurLayoutStyle);
+        return;
     }
     // Undo records the style laid out, which is still the old one here.
     CVXSLayoutChange change(m_pMngr, tr("Change Layout Style"));
@@ -491,21 +346,8 @@ void CVXSLayoutWindow::restoreLayoutStyle(int nStyle)
 
 void CVXSLayoutWindow::onClickDelete()
 {
-    QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr;
-    if (!pItem)
-        return;
-    const QRect dirty = pItem->boundingRect().toRect().adjusted(-DeleteRepaintMargin, -DeleteRepaintMargin,
-                                                                 DeleteRepaintMargin, DeleteRepaintMargin);
-    CVXSLayoutChange change(m_pMngr, tr("Delete"));
-    if (m_pMngr)
-        m_pMngr->removeLayoutItem(pItem);
-    else
-        delete pItem;
-    if (m_pView->scene())
-        m_pView->scene()->update(dirty);
-    m_pView->setCurrentItem(nullptr);
-    m_pView->setSelectedItem(nullptr);
-    m_pView->hideHandles();
+    if (QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr)
+        CVXSLayoutItemDeleter(m_pMngr, *m_pView).deleteItem(pItem);
 }
 
 // ---- tools -----------------------------------------------------------------------
@@ -525,50 +367,24 @@ int CVXSLayoutWindow::isDrawArrowOn()
     return m_pArrowToolBtn->isChecked() ? m_nArrowType : NoArrowTool;
 }
 
-void CVXSLayoutWindow::setChecked(QAction* pAction, bool bChecked)
+CVXSLayoutDrawingTools CVXSLayoutWindow::drawingTools() const
 {
-    if (pAction->isChecked() != bChecked)
-        pAction->setChecked(bChecked);
-}
-
-void CVXSLayoutWindow::setArrowToolChecked(bool bChecked)
-{
-    if (m_pArrowToolBtn->isChecked() != bChecked)
-        m_pArrowToolBtn->setChecked(bChecked);
-}
-
-void CVXSLayoutWindow::switchDrawingToolsOff()
-{
-    setChecked(m_pDrawRectAction, false);
-    setChecked(m_pDrawEllipseAction, false);
-    setArrowToolChecked(false);
+    return CVXSLayoutDrawingTools(*m_pDrawRectAction, *m_pDrawEllipseAction, *m_pArrowToolBtn, m_pView);
 }
 
 void CVXSLayoutWindow::onClickRectangleShapeBtn(bool bVal)
 {
-    if (bVal) {
-        setChecked(m_pDrawEllipseAction, false);
-        setArrowToolChecked(false);
-    }
-    setCursorStyle();
+    drawingTools().toolToggled(m_pDrawRectAction, bVal);
 }
 
 void CVXSLayoutWindow::onClickEllipseShapeBtn(bool bVal)
 {
-    if (bVal) {
-        setChecked(m_pDrawRectAction, false);
-        setArrowToolChecked(false);
-    }
-    setCursorStyle();
+    drawingTools().toolToggled(m_pDrawEllipseAction, bVal);
 }
 
 void CVXSLayoutWindow::onClickArrowShapeBtn(bool bVal)
 {
-    if (bVal) {
-        setChecked(m_pDrawEllipseAction, false);
-        setChecked(m_pDrawRectAction, false);
-    }
-    setCursorStyle();
+    drawingTools().toolToggled(m_pArrowToolBtn, bVal);
 }
 
 void CVXSLayoutWindow::onSelectArrowToolPopup(QAction* pAction)
@@ -578,33 +394,17 @@ void CVXSLayoutWindow::onSelectArrowToolPopup(QAction* pAction)
         m_nArrowType = pAction->data().toInt();
         m_pArrowToolBtn->setIcon(pAction->icon());
     }
-    setArrowToolChecked(true);
-    setChecked(m_pDrawEllipseAction, false);
-    setChecked(m_pDrawRectAction, false);
-    setCursorStyle();
+    drawingTools().useArrowTool();
 }
 
 void CVXSLayoutWindow::onClickArrow()
 {
-    // Only the first tool found on is switched off; at most one is on at a time.
-    if (m_pArrowToolBtn->isChecked())
-        m_pArrowToolBtn->setChecked(false);
-    else if (m_pDrawEllipseAction->isChecked())
-        m_pDrawEllipseAction->setChecked(false);
-    else if (m_pDrawRectAction->isChecked())
-        m_pDrawRectAction->setChecked(false);
-    if (m_pView)
-        m_pView->unsetCursor();
+    drawingTools().usePointer();
 }
 
 void CVXSLayoutWindow::setCursorStyle()
 {
-    if (!m_pView)
-        return;
-    if (m_pArrowToolBtn->isChecked() || m_pDrawEllipseAction->isChecked() || m_pDrawRectAction->isChecked())
-        m_pView->setCursor(Qt::CrossCursor);
-    else
-        m_pView->unsetCursor();
+    drawingTools().updateCursor();
 }
 
 void CVXSLayoutWindow::onSelMoveZType(QAction* pActionItem)
