@@ -186,6 +186,15 @@ void CVXHostMainWindow::offerRecovery()
     m_pDocumentMenus->offerRecovery();
 }
 
+void CVXHostMainWindow::showDocumentTools()
+{
+    for (const std::unique_ptr<CVXToolPluginBase>& pTool : m_tools) {
+        QAction* pAction = pTool->hasDocuments() ? pTool->getToolAction() : nullptr;
+        if (pAction)
+            pAction->setChecked(true);
+    }
+}
+
 void CVXHostMainWindow::closeEvent(QCloseEvent* pEvent)
 {
     if (!m_pDocumentMenus->queryClose()) {

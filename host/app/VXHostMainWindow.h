@@ -47,6 +47,9 @@ public:
     void attachTool(CVXToolPluginBase* pTool);
     // Lets the tools offer what a session that ended abnormally left unsaved.
     void offerRecovery();
+    // Shows the windows of the tools that hold documents, as checking their menu entries
+    // does.
+    void showDocumentTools();
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;

@@ -3,22 +3,10 @@
 #include "VXToolPluginLoader.h"
 
 #include <VXLogging.h>
-#include <VXUtilityFns.h>
 
-#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTimer>
-
-namespace {
-
-void showLayoutWindow()
-{
-    if (QAction* pAction = CVXUtilityFns::getAction(QStringLiteral("Image Layout Window")))
-        pAction->setChecked(true);
-}
-
-} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -53,7 +41,7 @@ int main(int argc, char* argv[])
         window.loadToolPlugins(CVXToolPluginLoader::defaultFolders());
         if (bSamples)
             window.openSamples();
-        showLayoutWindow();
+        window.showDocumentTools();
         window.openImageFiles(files);
         window.offerRecovery();
     });

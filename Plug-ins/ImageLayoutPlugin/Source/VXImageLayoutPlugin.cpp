@@ -1,8 +1,9 @@
 #include "VXImageLayoutPlugin.h"
 
 #include "file/VXSLayoutFileCommands.h"
-#include "VXSLayoutManager.h"
 #include "file/VXSLayoutRecovery.h"
+#include "VXSLayoutConstants.h"
+#include "VXSLayoutManager.h"
 #include "VXSLayoutWindow.h"
 
 #include <VXSMdiSubWindow.h>
@@ -20,9 +21,9 @@
 #include <QPixmap>
 #include <QUndoStack>
 
+using namespace VXSLayout;
+
 namespace {
-// The host and the window find the menu entry and the window by this name.
-const QString kToolName = QStringLiteral("Image Layout Window");
 // Tool type for which the host makes no menu entry.
 constexpr int kToolTypeWithoutMenu = 5;
 constexpr int kToolType = 3;
@@ -47,8 +48,8 @@ int CVXImageLayoutPlugin::getToolType()
 QAction* CVXImageLayoutPlugin::getToolAction()
 {
     if (getToolType() != kToolTypeWithoutMenu && !m_pToolAction) {
-        m_pToolAction = new QAction(tr("Image Layout Window"), this);
-        m_pToolAction->setObjectName(kToolName);
+        m_pToolAction = new QAction(QCoreApplication::translate(ToolNameContext, ToolName), this);
+        m_pToolAction->setObjectName(QLatin1String(ToolName));
         m_pToolAction->setCheckable(true);
         m_pToolAction->setChecked(false);
         forwardToolPluginValidity(m_pToolAction, true, false);
@@ -63,7 +64,7 @@ QIcon CVXImageLayoutPlugin::getToolIcon()
 
 QString CVXImageLayoutPlugin::getToolName()
 {
-    return kToolName;
+    return QLatin1String(ToolName);
 }
 
 QString CVXImageLayoutPlugin::getToolDescription()
@@ -80,7 +81,7 @@ void CVXImageLayoutPlugin::onToolActionToggled()
 {
     if (!m_pLayoutMngr)
         return;
-    const QAction* pAction = CVXUtilityFns::getAction(kToolName);
+    const QAction* pAction = CVXUtilityFns::getAction(QLatin1String(ToolName));
     m_pLayoutMngr->showLayoutWindow(pAction && pAction->isChecked());
 }
 
@@ -93,7 +94,7 @@ bool CVXImageLayoutPlugin::initializeTool()
     CVXSLayoutWindow* pWindow = m_pLayoutMngr->getLayoutWindow();
     connect(pWindow, &CVXSLayoutWindow::copyToClipBoard, this,
             &CVXImageLayoutPlugin::onSignalCopyContentToClipBoard);
-    pWindow->setObjectName(kToolName);
+    pWindow->setObjectName(QLatin1String(ToolName));
     signalAddWidgetToWorkspace(pWindow);
     auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(pWindow->parentWidget());
     if (!pSubWindow)

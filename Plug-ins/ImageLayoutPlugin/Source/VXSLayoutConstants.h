@@ -1,7 +1,15 @@
 #pragma once
 
-// Numbers shared by the layout manager, the view and the window.
+#include <QtGlobal>
+
+// Numbers and names shared by the plugin, the layout manager, the view and the window.
 namespace VXSLayout {
+
+// The tool's name. As it stands it is the object name of the tool's menu entry and of its
+// window, by which the host and the window find them; translated in ToolNameContext it is
+// the entry's text and the window's title.
+constexpr char ToolNameContext[] = "VXSLayout";
+constexpr char ToolName[] = QT_TRANSLATE_NOOP("VXSLayout", "Image Layout Window");
 
 // Item type ids answered by type(); fixed numbers that other code compares against.
 constexpr int ImageItemType = 32784;

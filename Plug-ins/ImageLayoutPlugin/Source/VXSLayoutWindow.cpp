@@ -1,17 +1,23 @@
 #include "VXSLayoutWindow.h"
 
-#include "host/VXSActiveDatasetGrabber.h"
-#include "VXSEditText.h"
 #include "undo/VXSLayoutChange.h"
+#include "VXSEditText.h"
 #include "VXSLayoutConstants.h"
-#include "VXSLayoutItemImage.h"
 #include "VXSLayoutItemText.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutView.h"
+#include "window/VXSLayoutDrawingTools.h"
+#include "window/VXSLayoutImagePaster.h"
+#include "window/VXSLayoutItemDeleter.h"
+#include "window/VXSLayoutStyleCheck.h"
+#include "window/VXSLayoutTextEditor.h"
+#include "window/VXSLayoutTextPlacer.h"
+#include "window/VXSLayoutUndoActions.h"
+#include "window/VXSLayoutWindowBuilder.h"
+#include "window/VXSLayoutZMove.h"
 
 #include <VXSChildWindow.h>
 #include <VXSMdiSubWindow.h>
-#include <VXSMessageBox.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
@@ -22,22 +28,13 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFontDialog>
-#include <QFontMetrics>
 #include <QFrame>
 #include <QGraphicsScene>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
 #include <QSizeGrip>
 #include <QTimer>
-#include <QUndoStack>
-#include <QToolBar>
 #include <QToolButton>
-
-#include <cstdlib>
 
 using namespace VXSLayout;
 
@@ -57,37 +54,6 @@ const unsigned char DeleteIconPng[] = {
     0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82,
 };
 
-// The host's menu entry that shows and hides this window.
-const QString LayoutWindowActionName = QStringLiteral("Image Layout Window");
-// Where a text wider or taller than the page may start.
-constexpr int OversizeTextRange = 10;
-constexpr int TextPadding = 5;
-constexpr int DeleteRepaintMargin = 40;
-
-QIcon normalIcon(const QString& strPath)
-{
-    QIcon icon;
-    icon.addFile(strPath, QSize(), QIcon::Normal, QIcon::Off);
-    return icon;
-}
-
-QIcon enabledDisabledIcon(const QString& strEnabledPath, const QString& strDisabledPath)
-{
-    QIcon icon = normalIcon(strEnabledPath);
-    icon.addFile(strDisabledPath, QSize(), QIcon::Disabled, QIcon::Off);
-    return icon;
-}
-
-// A random start in [0, nFreeRange). One pseudo-random number is drawn per call, also
-// when the text fits exactly (range 0), which then starts at 0.
-int randomStart(int nFreeRange)
-{
-    const int nRandom = std::rand();
-    if (nFreeRange < 0)
-        return nRandom % OversizeTextRange;
-    return nFreeRange == 0 ? 0 : nRandom % nFreeRange;
-}
-
 } // namespace
 
 // The icons live in the static core library; naming the resource keeps the linker from
@@ -105,166 +71,20 @@ CVXSLayoutWindow::CVXSLayoutWindow(QWidget* pParent, const char* pName, Qt::Wind
     setObjectName(pName ? QString::fromLatin1(pName) : QStringLiteral("CVXSLayoutWindow"));
     setMinimumSize(450, 447);
 
-    buildCentralArea();
-    createActions();
-    if (!m_pSizeGrip) {
-        m_pSizeGrip = new QSizeGrip(this);
-        m_pSizeGrip->setObjectName(QStringLiteral("m_pSizeGrip"));
-        m_pSizeGrip->setGeometry(0, 0, 12, 12);
-    }
+    CVXSLayoutWindowBuilder builder(*this);
+    builder.buildControls();
     languageChange();
     resize(QSize(621, 447).expandedTo(minimumSizeHint()));
-    connectControls();
+    builder.connectControls();
     createToolBar();
 }
 
 CVXSLayoutWindow::~CVXSLayoutWindow() = default;
 
-void CVXSLayoutWindow::buildCentralArea()
-{
-    auto* pCentral = new QWidget(this);
-    pCentral->setObjectName(QStringLiteral("centralWidget"));
-    setCentralWidget(pCentral);
-    m_pCentralLayout = new QVBoxLayout(pCentral);
-    m_pCentralLayout->setContentsMargins(2, 2, 2, 2);
-    m_pCentralLayout->setSpacing(3);
-    m_pCentralGrid = new QGridLayout();
-    m_pCentralLayout->addLayout(m_pCentralGrid);
-
-    m_pLayoutFrame = new QFrame(pCentral);
-    m_pLayoutFrame->setObjectName(QStringLiteral("m_pLayoutFrame"));
-    m_pLayoutFrame->setMinimumSize(440, 330);
-    m_pLayoutFrame->setFrameShape(QFrame::StyledPanel);
-    m_pLayoutFrame->setFrameShadow(QFrame::Raised);
-    m_pCentralGrid->addWidget(m_pLayoutFrame, 0, 0);
-
-    m_pBottomLayout = new QHBoxLayout();
-    buildAnnotationGroup(pCentral);
-    m_pBottomLayout->addWidget(m_pAnnotationGroup);
-    m_pCloseSpacer = new QSpacerItem(16, 30, QSizePolicy::Expanding, QSizePolicy::Minimum);
-    m_pBottomLayout->addItem(m_pCloseSpacer);
-    m_pCloseBtn = new QPushButton(QStringLiteral("m_pCloseBtn"), pCentral);
-    m_pCloseBtn->setObjectName(QStringLiteral("m_pCloseBtn"));
-    m_pBottomLayout->addWidget(m_pCloseBtn);
-    m_pCentralGrid->addLayout(m_pBottomLayout, 1, 0);
-}
-
-void CVXSLayoutWindow::buildAnnotationGroup(QWidget* pParent)
-{
-    m_pAnnotationGroup = new QGroupBox(pParent);
-    m_pAnnotationGroup->setObjectName(QStringLiteral("m_pAnnotationGroup"));
-    auto* pGroupLayout = new QVBoxLayout(m_pAnnotationGroup);
-    pGroupLayout->setSpacing(2);
-    pGroupLayout->setContentsMargins(6, 6, 6, 6);
-    m_pAnnotationGrid = new QGridLayout();
-    m_pAnnotationGrid->setAlignment(Qt::AlignTop);
-    pGroupLayout->addLayout(m_pAnnotationGrid);
-
-    m_pAnnotationEdit = new QLineEdit(m_pAnnotationGroup);
-    m_pAnnotationEdit->setObjectName(QStringLiteral("m_pAnnotationEdit"));
-    m_pAnnotationEdit->setMinimumWidth(150);
-    m_pAnnotationEdit->setMaximumSize(32767, 32767);
-    m_pAnnotationGrid->addWidget(m_pAnnotationEdit, 0, 0);
-    m_pAnnFontBtn = createToolButton(m_pAnnotationGroup, "m_pAnnFontBtn");
-    m_pAnnotationGrid->addWidget(m_pAnnFontBtn, 0, 1);
-    m_pAnnColorBtn = createToolButton(m_pAnnotationGroup, "m_pAnnColorBtn");
-    m_pAnnotationGrid->addWidget(m_pAnnColorBtn, 0, 2);
-    m_pMultiLineTextBtn = createToolButton(m_pAnnotationGroup, "m_pMultiLineTextBtn");
-    m_pMultiLineTextBtn->setIcon(normalIcon(QStringLiteral(":/Resource/text.xpm")));
-    m_pMultiLineTextBtn->setToolTip(tr("Multiline text edit"));
-    m_pMultiLineTextBtn->setWhatsThis(
-        QStringLiteral("<b>Multiline Text Edit:</b><br>Adds a new text item into the image layout.</br>"));
-    m_pAnnotationGrid->addWidget(m_pMultiLineTextBtn, 0, 3);
-}
-
-QToolButton* CVXSLayoutWindow::createToolButton(QWidget* pParent, const char* pObjectName)
-{
-    auto* pButton = new QToolButton(pParent);
-    pButton->setObjectName(QString::fromLatin1(pObjectName));
-    return pButton;
-}
-
-QAction* CVXSLayoutWindow::createAction(const char* pObjectName)
-{
-    // Until languageChange names it, an action shows its member name.
-    auto* pAction = new QAction(QString::fromLatin1(pObjectName), this);
-    pAction->setObjectName(QString::fromLatin1(pObjectName));
-    return pAction;
-}
-
-void CVXSLayoutWindow::createActions()
-{
-    m_pPasteAction = createAction("m_pPasteAction");
-    m_pExportAction = createAction("m_pExportAction");
-    m_pPrintAction = createAction("m_pPrintAction");
-    m_pNewAction = createAction("m_pNewAction");
-    m_pDrawRectAction = createAction("m_pDrawRectAction");
-    m_pDrawEllipseAction = createAction("m_pDrawEllipseAction");
-    m_pDeleteAction = createAction("m_pDeleteAction");
-    m_pDeleteAction->setIcon(QIcon(m_oDeleteIcon));
-    m_pCopyAction = createAction("m_pCopyAction");
-    // The pointer keeps its member name as text: languageChange leaves it alone.
-    m_pArrowAction = createAction("m_pArrowAction");
-    m_pArrowAction->setToolTip(tr("Pointer"));
-    m_pArrowAction->setWhatsThis(
-        QStringLiteral("<b>Pointer:</b><br>Reset mouse cursor back to Pointer/Picking mode.</br."));
-}
-
-void CVXSLayoutWindow::connectControls()
-{
-    connect(m_pAnnColorBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickAnnClr);
-    connect(m_pAnnFontBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickAnnFont);
-    connect(m_pAnnotationEdit, &QLineEdit::returnPressed, this, &CVXSLayoutWindow::onAnnotationEnter);
-    connect(m_pCloseBtn, &QPushButton::clicked, this, &CVXSLayoutWindow::onClickClose);
-    connect(m_pPasteAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickClipBoardPaste);
-    connect(m_pExportAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickExport);
-    connect(m_pPrintAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickPrint);
-    connect(m_pNewAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickNew);
-    connect(m_pDrawRectAction, &QAction::toggled, this, &CVXSLayoutWindow::onClickRectangleShapeBtn);
-    connect(m_pDrawEllipseAction, &QAction::toggled, this, &CVXSLayoutWindow::onClickEllipseShapeBtn);
-    connect(m_pDeleteAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickDelete);
-    connect(this, &CVXSLayoutWindow::updateToolStatus, this, &CVXSLayoutWindow::updateButtonStatus);
-    connect(m_pCopyAction, &QAction::triggered, this, &CVXSLayoutWindow::onCopyToClipboard);
-    connect(m_pMultiLineTextBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickMultiLineEditText);
-    connect(m_pArrowAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickArrow);
-}
-
 void CVXSLayoutWindow::languageChange()
 {
-    updateWindowTitle();
-    m_pAnnotationGroup->setTitle(tr("Annotation"));
-    m_pAnnotationGroup->setWhatsThis(QStringLiteral(
-        "<b>Annotation: </b><br>To apply notes to an image, enter text in the annotation box and press Enter."
-        "Drag the text to the location of interest in the image.</br>"));
-    m_pCloseBtn->setText(tr("Close"));
-    m_pCloseBtn->setWhatsThis(QStringLiteral("<b>Close:</b><br>Closes the image layout window.</br>"));
-    // These three show their name only as a tooltip; "Action" appears where a toolbar
-    // shows texts, in its overflow menu.
-    setActionTexts(m_pPasteAction, tr("Action"), tr("Paste from Clipboard"),
-                   "<b>Paste from Clipboard:</b><br>Paste the system clipboard contents into the current image "
-                   "layout.</br>");
-    setActionTexts(m_pExportAction, tr("Action"), tr("Export"),
-                   "<b>Export:</b><br>Export the active Image Layout contents in the selected image format.</br>");
-    setActionTexts(m_pPrintAction, tr("Action"), tr("Print"),
-                   "<b>Print:</b><br>Print the current image layout contents.</br>");
-    setActionTexts(m_pNewAction, tr("New"), QString(),
-                   "<b>New:</b><br>Clear the active image layout contents and starts a new one.</br>");
-    setActionTexts(m_pDrawRectAction, tr("Draw rectangle"), QString(),
-                   "<b>Draw Rectangle:</b><br>Draw a Rectangle.</br>");
-    setActionTexts(m_pDrawEllipseAction, tr("Draw Ellipse"), QString(), "<b>Draw Ellipse:</b><br>Draw an Ellipse.</br>");
-    setActionTexts(m_pDeleteAction, tr("Delete"), QString(), "<b>Delete:</b><br>Delete selected item/image.</br>");
-    setActionTexts(m_pCopyAction, tr("Copy to Clipboard"), QString(),
-                   "<b>Copy to Clipboard:</b><br>Copy the active image layout contents to the system clipboard.</br>");
-}
-
-void CVXSLayoutWindow::setActionTexts(QAction* pAction, const QString& strText, const QString& strToolTip,
-                                      const char* pWhatsThis)
-{
-    pAction->setText(strText);
-    // An empty tooltip leaves the action showing its text as the tooltip.
-    pAction->setToolTip(strToolTip);
-    // What's-this texts are set as they stand, untranslated.
-    pAction->setWhatsThis(QString::fromLatin1(pWhatsThis));
+    m_title.update();
+    CVXSLayoutWindowBuilder(*this).setTexts();
 }
 
 void CVXSLayoutWindow::createToolBar()
@@ -272,188 +92,10 @@ void CVXSLayoutWindow::createToolBar()
     m_nTextFlags = Qt::AlignLeft;
     m_pView = nullptr;
     m_pMngr = nullptr;
-
-    m_pPasteActiveDSetAction = new QAction(tr("Paste Active Dataset"), this);
-    m_pPasteActiveDSetAction->setObjectName(QStringLiteral("m_pPasteActiveDSetAction"));
-    m_pPasteActiveDSetAction->setIcon(normalIcon(QStringLiteral(":/Resource/PasteActiveDataset.xpm")));
-    m_pPasteActiveDSetAction->setToolTip(tr("Paste from active dataset"));
-    m_pPasteActiveDSetAction->setWhatsThis(QStringLiteral(
-        "<b>Paste From Active Dataset:</b><br>Paste active image/sequence window contents into the current "
-        "image layout.</br>"));
-    setToolBarIcons();
-
-    m_pToolBar = addToolBar(tr("Layout Toolbar"));
-    m_pToolBar->setObjectName(QStringLiteral("Layout Toolbar"));
-    m_pToolBar->setMovable(false);
-    m_pToolBar->setFloatable(false);
-    createArrowMenu();
-    createMoveZMenu();
-    m_pDeleteAction->setEnabled(false);
-    createLayoutStyleBox();
-    fillToolBar();
-
-    m_pAnnFontBtn->setIcon(normalIcon(QStringLiteral(":/Resource/fontchange.xpm")));
-    m_pAnnFontBtn->setToolTip(tr("Font"));
-    m_pAnnFontBtn->setWhatsThis(
-        QStringLiteral("<b>Font:</b><br>Sets font, font style and font size to the selected test item.</br>"));
-    m_pAnnColorBtn->setIcon(normalIcon(QStringLiteral(":/Resource/fontcolor.xpm")));
-    m_pAnnColorBtn->setToolTip(tr("Font color"));
-    m_pAnnColorBtn->setWhatsThis(QStringLiteral("<b>Font Color:</b><br>Sets text color to the selected text item.</br>"));
-
-    m_pDeleteAction->setShortcut(QKeySequence(Qt::Key_Delete));
-    m_pPasteAction->setShortcut(QKeySequence(tr("Ctrl+V")));
-    m_pPrintAction->setShortcut(QKeySequence(tr("Ctrl+P")));
-    m_pNewAction->setShortcut(QKeySequence(tr("Ctrl+N")));
-
-    connectToolBar();
+    CVXSLayoutWindowBuilder(*this).buildToolBar();
     setWindowIcon(CVXUtilityFns::appIcon());
     m_nCurLayoutStyle = 0;
     emit updateToolStatus();
-}
-
-void CVXSLayoutWindow::setToolBarIcons()
-{
-    m_pNewAction->setIcon(normalIcon(QStringLiteral(":/Resource/filenew.xpm")));
-    m_pPasteAction->setIcon(normalIcon(QStringLiteral(":/Resource/paste.xpm")));
-    m_pDrawRectAction->setIcon(normalIcon(QStringLiteral(":/Resource/rectangle.xpm")));
-    m_pDrawRectAction->setCheckable(true);
-    m_pDrawEllipseAction->setIcon(normalIcon(QStringLiteral(":/Resource/ellipse.xpm")));
-    m_pDrawEllipseAction->setCheckable(true);
-    m_pExportAction->setIcon(enabledDisabledIcon(QStringLiteral(":/Resource/filesave_enabled.xpm"),
-                                                 QStringLiteral(":/Resource/filesave_disabled.xpm")));
-    m_pPrintAction->setIcon(enabledDisabledIcon(QStringLiteral(":/Resource/fileprint_enabled.xpm"),
-                                                QStringLiteral(":/Resource/fileprint_disabled.xpm")));
-    m_pCopyAction->setIcon(enabledDisabledIcon(QStringLiteral(":/Resource/filecopy_enabled.xpm"),
-                                               QStringLiteral(":/Resource/filecopy_disabled.xpm")));
-    m_pArrowAction->setIcon(normalIcon(QStringLiteral(":/Resource/arrow1.xpm")));
-}
-
-void CVXSLayoutWindow::fillToolBar()
-{
-    m_pToolBar->addAction(m_pNewAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addAction(m_pExportAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addAction(m_pPasteActiveDSetAction);
-    m_pToolBar->addAction(m_pCopyAction);
-    m_pToolBar->addAction(m_pPasteAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addAction(m_pDrawRectAction);
-    m_pToolBar->addAction(m_pDrawEllipseAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addAction(m_pArrowAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addWidget(m_pArrowToolBtn);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addWidget(m_pMoveZBtn);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addAction(m_pDeleteAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addAction(m_pPrintAction);
-    m_pToolBar->addSeparator();
-    m_pToolBar->addWidget(m_pLayoutStyleLabel);
-    m_pToolBar->addWidget(m_pLayoutStyleCombo);
-}
-
-QAction* CVXSLayoutWindow::createPopupAction(QMenu* pMenu, const char* pObjectName, const QString& text,
-                                             const QString& iconPath, const QString& whatsThis)
-{
-    auto* pAction = new QAction(text, pMenu);
-    pAction->setObjectName(QString::fromLatin1(pObjectName));
-    pAction->setIcon(normalIcon(iconPath));
-    pAction->setWhatsThis(whatsThis);
-    // Each entry goes in above the one made before it, so the menu lists them in reverse.
-    const QList<QAction*> entries = pMenu->actions();
-    if (entries.isEmpty())
-        pMenu->addAction(pAction);
-    else
-        pMenu->insertAction(entries.first(), pAction);
-    return pAction;
-}
-
-QToolButton* CVXSLayoutWindow::createPopupButton(const char* pObjectName, QMenu* pMenu, const QString& iconPath)
-{
-    QToolButton* pButton = createToolButton(m_pToolBar, pObjectName);
-    pButton->setMenu(pMenu);
-    pButton->setPopupMode(QToolButton::MenuButtonPopup);
-    pButton->setIcon(normalIcon(iconPath));
-    return pButton;
-}
-
-void CVXSLayoutWindow::createArrowMenu()
-{
-    m_pArrowMenu = new QMenu(this);
-    m_pArrowMenu->setObjectName(QStringLiteral("m_pArrowMenu"));
-    m_pDrawLineAction = createPopupAction(m_pArrowMenu, "m_pDrawLineAction", QString(),
-                                          QStringLiteral(":/Resource/line.xpm"), QStringLiteral("Draw Line"));
-    m_pDrawSingleArrowAction =
-        createPopupAction(m_pArrowMenu, "m_pDrawSingleArrowAction", QString(),
-                          QStringLiteral(":/Resource/singleHeadArrow.xpm"), QStringLiteral("Draw Single Headed Arrow"));
-    m_pDrawDoubleArrowAction =
-        createPopupAction(m_pArrowMenu, "m_pDrawDoubleArrowAction", QString(),
-                          QStringLiteral(":/Resource/doubleHeadArrow.xpm"), QStringLiteral("Draw Double Headed Arrow"));
-    m_pArrowMenu->setActiveAction(m_pDrawLineAction);
-
-    m_pArrowToolBtn = createPopupButton("m_pArrowToolBtn", m_pArrowMenu, QStringLiteral(":/Resource/line.xpm"));
-    m_pArrowToolBtn->setToolTip(tr("Draw Line/Arrow"));
-    m_pArrowToolBtn->setWhatsThis(QStringLiteral("<b>Draw Line/Arrow:</b><br>Set the Arrow/Line option.</br>"));
-    m_pArrowToolBtn->setCheckable(true);
-}
-
-void CVXSLayoutWindow::createMoveZMenu()
-{
-    m_pMoveZMenu = new QMenu(this);
-    m_pMoveZMenu->setObjectName(QStringLiteral("m_pMoveZMenu"));
-    m_pBringToFrontAction = createPopupAction(m_pMoveZMenu, "m_pBringToFrontAction", tr("Bring to front"),
-                                              QStringLiteral(":/Resource/thickUpAllArrow.xpm"),
-                                              QStringLiteral("Moves the selected item to top of Z-order"));
-    m_pBringForwardAction = createPopupAction(m_pMoveZMenu, "m_pBringForwardAction", tr("Bring forward"),
-                                              QStringLiteral(":/Resource/thickUpArrow.xpm"),
-                                              QStringLiteral("Moves the selected item up the Z-order (by 1)"));
-    m_pSendBackwardAction = createPopupAction(m_pMoveZMenu, "m_pSendBackwardAction", tr("Send backward"),
-                                              QStringLiteral(":/Resource/thickDownArrow.xpm"),
-                                              QStringLiteral("Moves the selected item down the Z-order (by 1)"));
-    m_pSendToBackAction = createPopupAction(m_pMoveZMenu, "m_pSendToBackAction", tr("Send to back"),
-                                            QStringLiteral(":/Resource/thickDownAllArrow.xpm"),
-                                            QStringLiteral("Moves the selected item to bottom of Z-order"));
-    m_pMoveZMenu->setActiveAction(m_pBringToFrontAction);
-    m_pCurMoveZAction = nullptr;
-
-    m_pMoveZBtn = createPopupButton("m_pMoveZBtn", m_pMoveZMenu, QStringLiteral(":/Resource/thickUpAllArrow.xpm"));
-    m_pMoveZBtn->setToolTip(tr("Move selected item in Z"));
-    m_pMoveZBtn->setWhatsThis(QStringLiteral(
-        "<b>Move Selected Item in Z:</b><br>Move the selected item to front or back as needed compared to other "
-        "items to control its visibility and order of rendering.</br>"));
-    m_pMoveZBtn->setCheckable(false);
-    m_pMoveZBtn->setEnabled(false);
-}
-
-void CVXSLayoutWindow::createLayoutStyleBox()
-{
-    m_pLayoutStyleLabel = new QLabel(QStringLiteral("Layout Style TextBox"), m_pToolBar);
-    m_pLayoutStyleLabel->setObjectName(QStringLiteral("m_pLayoutStyleLabel"));
-    m_pLayoutStyleLabel->setText(tr("Layout Style : "));
-    m_pLayoutStyleLabel->setWhatsThis(QStringLiteral(
-        "<b>Layout Style:</b><br>Sets a predefined image layout option. For example a 2x2 layout provides 4 "
-        "separate areas to arrange images and items. A different image can be pasted into each layout area.</br>"));
-
-    m_pLayoutStyleCombo = new QComboBox(m_pToolBar);
-    m_pLayoutStyleCombo->setObjectName(QStringLiteral("m_pLayoutStyleCombo"));
-    m_pLayoutStyleCombo->clear();
-    m_pLayoutStyleCombo->addItems({tr("Free style"), tr("Layout 1x1"), tr("Layout 2x1"), tr("Layout 2x2"),
-                                   tr("Layout 3x2"), tr("Layout 3x3"), tr("Layout 4x2"), tr("Layout 4x3"),
-                                   tr("Layout 4x4")});
-}
-
-void CVXSLayoutWindow::connectToolBar()
-{
-    connect(m_pPasteActiveDSetAction, &QAction::triggered, this, &CVXSLayoutWindow::onClickActiveDSetPaste);
-    connect(m_pArrowToolBtn, &QToolButton::toggled, this, &CVXSLayoutWindow::onClickArrowShapeBtn);
-    connect(m_pArrowMenu, &QMenu::triggered, this, &CVXSLayoutWindow::onSelectArrowToolPopup);
-    connect(m_pLayoutStyleCombo, QOverload<int>::of(&QComboBox::activated), this,
-            &CVXSLayoutWindow::selChngLayoutStyle);
-    connect(m_pMoveZBtn, &QToolButton::clicked, this, &CVXSLayoutWindow::onClickMoveZ);
-    connect(m_pMoveZMenu, &QMenu::triggered, this, &CVXSLayoutWindow::onSelMoveZType);
 }
 
 QFrame* CVXSLayoutWindow::viewContainer() const
@@ -481,51 +123,24 @@ void CVXSLayoutWindow::initialize()
     connect(m_pEditTextDlg, &CVXSEditText::updateAnnotation, this, &CVXSLayoutWindow::updateAnnotation);
     connect(m_pEditTextDlg, &CVXSEditText::updateLayoutText, this, &CVXSLayoutWindow::updateLayoutText);
     connect(m_pEditTextDlg, &QDialog::rejected, this, &CVXSLayoutWindow::restoreAnnotationText);
-    createUndoActions();
+    CVXSLayoutUndoActions::addTo(this, m_pMngr->undoStack());
+    m_title.follow(m_pMngr->undoStack());
     m_pMultiLineTextBtn->setFocus();
-}
-
-void CVXSLayoutWindow::createUndoActions()
-{
-    QUndoStack* pStack = m_pMngr->undoStack();
-    // Window actions, not toolbar entries; their shortcuts work while the focus is in here.
-    m_pUndoAction = pStack->createUndoAction(this, tr("Undo"));
-    m_pUndoAction->setObjectName(QStringLiteral("m_pUndoAction"));
-    m_pUndoAction->setShortcuts(undoShortcuts());
-    m_pRedoAction = pStack->createRedoAction(this, tr("Redo"));
-    m_pRedoAction->setObjectName(QStringLiteral("m_pRedoAction"));
-    m_pRedoAction->setShortcuts(redoShortcuts());
-    for (QAction* pAction : {m_pUndoAction, m_pRedoAction}) {
-        pAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        addAction(pAction);
-    }
-    connect(pStack, &QUndoStack::cleanChanged, this, &CVXSLayoutWindow::updateWindowTitle);
 }
 
 QList<QKeySequence> CVXSLayoutWindow::undoShortcuts()
 {
-    return {QKeySequence(Qt::CTRL | Qt::Key_Z)};
+    return CVXSLayoutUndoActions::undoShortcuts();
 }
 
 QList<QKeySequence> CVXSLayoutWindow::redoShortcuts()
 {
-    return {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)};
+    return CVXSLayoutUndoActions::redoShortcuts();
 }
 
 void CVXSLayoutWindow::setDocumentName(const QString& strName)
 {
-    m_strDocumentName = strName;
-    updateWindowTitle();
-}
-
-void CVXSLayoutWindow::updateWindowTitle()
-{
-    QString strTitle = tr("Image Layout Window");
-    if (!m_strDocumentName.isEmpty())
-        strTitle += QStringLiteral(" - ") + m_strDocumentName;
-    if (m_pMngr && !m_pMngr->undoStack()->isClean())
-        strTitle += QLatin1Char('*');
-    setWindowTitle(strTitle);
+    m_title.setDocumentName(strName);
 }
 
 void CVXSLayoutWindow::setLayoutManager(CVXSLayoutManager* pMngr)
@@ -585,30 +200,16 @@ void CVXSLayoutWindow::onSequenceStatusChanged(CVXSSequenceDataset* /*pDataset*/
 
 bool CVXSLayoutWindow::canPasteImage()
 {
-    if (m_pMngr && m_pLayoutStyleCombo->currentIndex() != 0 && m_pMngr->getFirstEmptyCell(true) == -1) {
-        CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
-                                tr("There is no cell currently empty! Delete one or more images to continue."),
-                                QString(), QString(), QString(), 0, -1);
+    if (!CVXSLayoutImagePaster(m_pMngr, m_pView).hasRoom(m_pLayoutStyleCombo->currentIndex(), this))
         return false;
-    }
-    switchDrawingToolsOff();
+    drawingTools().switchAllOff();
     return true;
 }
 
 void CVXSLayoutWindow::addImageToLayout(QImage& image)
 {
     image = image.convertToFormat(QImage::Format_ARGB32);
-    QGraphicsScene* pScene = m_pView ? m_pView->scene() : nullptr;
-    if (pScene && m_pMngr && !image.isNull()) {
-        CVXSLayoutChange change(m_pMngr, tr("Paste Image"));
-        auto* pItem = new CVXSLayoutItemImage(image, nullptr);
-        pScene->addItem(pItem);
-        m_pMngr->addImageItem(pItem, true);
-        m_pView->setCurrentItem(pItem);
-        m_pView->showHandles(pItem);
-        pScene->update();
-        m_pView->setSelectedItem(pItem);
-    }
+    CVXSLayoutImagePaster(m_pMngr, m_pView).add(image);
     setCursorStyle();
 }
 
@@ -624,25 +225,17 @@ void CVXSLayoutWindow::onClickActiveDSetPaste()
 {
     if (!canPasteImage())
         return;
-    QImage image;
-    if (CVXSChildWindow* pChild = CVXSChildWindow::getActiveChildWnd())
-        image = CVXSActiveDatasetGrabber([this](const QString& strTabName) { emit copyToClipBoard(strTabName); })
-                    .grab(pChild);
+    QImage image = CVXSLayoutImagePaster::activeDatasetImage(
+        [this](const QString& strTabName) { emit copyToClipBoard(strTabName); });
     addImageToLayout(image);
 }
 
 // ---- annotations -----------------------------------------------------------------
 
-QGraphicsItem* CVXSLayoutWindow::selectedTextItem() const
+CVXSLayoutItemText* CVXSLayoutWindow::selectedTextItem() const
 {
     QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr;
-    return pItem && pItem->type() == TextItemType ? pItem : nullptr;
-}
-
-void CVXSLayoutWindow::updateWholeScene()
-{
-    if (m_pView && m_pView->scene())
-        m_pView->scene()->update();
+    return pItem && pItem->type() == TextItemType ? static_cast<CVXSLayoutItemText*>(pItem) : nullptr;
 }
 
 void CVXSLayoutWindow::onAnnotationEnter()
@@ -650,113 +243,45 @@ void CVXSLayoutWindow::onAnnotationEnter()
     Q_ASSERT_X(m_pView != nullptr, "VXSLayoutWindow", "m_pView != NULL");
     if (!m_pView || !m_pView->scene())
         return;
-    switchDrawingToolsOff();
+    drawingTools().switchAllOff();
     const QString strText = m_pAnnotationEdit->text();
-    const bool bEmpty = strText.trimmed().isEmpty();
-
-    CVXSLayoutChange change(m_pMngr, tr("Add Text"));
-    if (QGraphicsItem* pSelected = selectedTextItem()) {
-        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
-        m_pView->scene()->update(pTextItem->boundingRect());
-        if (bEmpty) {
-            change.setText(tr("Delete"));
-            m_pMngr->removeLayoutItem(pTextItem);
-            m_pView->setCurrentItem(nullptr);
-            m_pView->setSelectedItem(nullptr);
-            m_pView->hideHandles();
-            return;
-        }
-        change.setText(tr("Edit Text"));
-        pTextItem->setText(strText);
-        pTextItem->setTextFlags(m_nTextFlags);
-        pTextItem->setFont(m_oAnnFont);
-        pTextItem->setColor(m_oAnnColor);
-        m_pView->showHandles(pTextItem);
-        updateWholeScene();
-        m_pView->setSelectedItem(pTextItem);
+    if (CVXSLayoutItemText* pTextItem = selectedTextItem()) {
+        CVXSLayoutTextEditor(m_pMngr, *m_pView, *pTextItem).setText(strText, m_nTextFlags, m_oAnnFont, m_oAnnColor);
         return;
     }
-    if (!bEmpty)
-        createTextItem(strText);
-}
-
-void CVXSLayoutWindow::createTextItem(const QString& strText)
-{
-    QGraphicsScene* pScene = m_pView->scene();
-    auto* pItem = new CVXSLayoutItemText(strText, nullptr, pScene);
-    pScene->addItem(pItem);
-    pItem->setFont(m_oAnnFont);
-    pItem->setColor(m_oAnnColor);
-    pItem->setTextFlags(m_nTextFlags);
-
-    const QRect page = pScene->sceneRect().toRect();
-    const QRect extent = QFontMetrics(pItem->getFont()).boundingRect(page.x(), page.y(), page.width(), page.height(),
-                                                                     int(m_nTextFlags), strText);
-    const int nWidth = extent.width() + TextPadding;
-    const int nHeight = extent.height() + TextPadding;
-    // A text larger than the page starts within its first units; y is drawn first.
-    const int y = randomStart(page.height() - nHeight);
-    const int x = randomStart(page.width() - nWidth);
-    pItem->setRect(x, y, nWidth, nHeight);
-
-    const int z = m_pView->nextZ();
-    pItem->setZValue(z);
-    m_pView->setTopZ(z);
-    pItem->show();
-    pScene->update(pItem->boundingRect());
-    m_pView->setCurrentItem(pItem);
-    m_pView->showHandles(pItem);
-    updateWholeScene();
-    m_pView->setSelectedItem(pItem);
-}
-
-void CVXSLayoutWindow::repaintChangedText(QGraphicsItem* pTextItem)
-{
-    m_pView->scene()->update(pTextItem->boundingRect());
-    m_pView->showHandles(pTextItem);
-    updateWholeScene();
+    if (strText.trimmed().isEmpty())
+        return;
+    CVXSLayoutChange change(m_pMngr, tr("Add Text"));
+    CVXSLayoutTextPlacer(*m_pView).place(strText, m_oAnnFont, m_oAnnColor, m_nTextFlags);
 }
 
 void CVXSLayoutWindow::onClickAnnFont()
 {
-    if (QGraphicsItem* pSelected = selectedTextItem()) {
-        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
-        bool bAccepted = false;
-        const QFont font = QFontDialog::getFont(&bAccepted, pTextItem->getFont(), this);
-        if (!bAccepted)
-            return;
-        CVXSLayoutChange change(m_pMngr, tr("Change Font"));
-        m_oAnnFont = font;
-        pTextItem->setFont(font);
-        repaintChangedText(pTextItem);
-        return;
-    }
-    if (m_pAnnotationEdit->text().isEmpty())
+    CVXSLayoutItemText* pTextItem = selectedTextItem();
+    if (!pTextItem && m_pAnnotationEdit->text().isEmpty())
         return;
     bool bAccepted = false;
-    const QFont font = QFontDialog::getFont(&bAccepted, m_oAnnFont, this);
-    if (bAccepted)
-        m_oAnnFont = font;
+    const QFont font = QFontDialog::getFont(&bAccepted, pTextItem ? pTextItem->getFont() : m_oAnnFont, this);
+    if (!bAccepted)
+        return;
+    // Without a text item selected, the font is for the next one.
+    m_oAnnFont = font;
+    if (pTextItem)
+        CVXSLayoutTextEditor(m_pMngr, *m_pView, *pTextItem).setFont(font);
 }
 
 void CVXSLayoutWindow::onClickAnnClr()
 {
-    if (QGraphicsItem* pSelected = selectedTextItem()) {
-        auto* pTextItem = static_cast<CVXSLayoutItemText*>(pSelected);
-        const QColor color = QColorDialog::getColor(pTextItem->getColor(), this);
-        if (!color.isValid())
-            return;
-        CVXSLayoutChange change(m_pMngr, tr("Change Colour"));
-        m_oAnnColor = color;
-        pTextItem->setColor(color);
-        repaintChangedText(pTextItem);
+    CVXSLayoutItemText* pTextItem = selectedTextItem();
+    if (!pTextItem && m_pAnnotationEdit->text().isEmpty())
         return;
-    }
-    if (m_pAnnotationEdit->text().isEmpty())
+    const QColor color = QColorDialog::getColor(pTextItem ? pTextItem->getColor() : m_oAnnColor, this);
+    if (!color.isValid())
         return;
-    const QColor color = QColorDialog::getColor(m_oAnnColor, this);
-    if (color.isValid())
-        m_oAnnColor = color;
+    // Without a text item selected, the colour is for the next one.
+    m_oAnnColor = color;
+    if (pTextItem)
+        CVXSLayoutTextEditor(m_pMngr, *m_pView, *pTextItem).setColor(color);
 }
 
 void CVXSLayoutWindow::onClickMultiLineEditText()
@@ -797,22 +322,9 @@ void CVXSLayoutWindow::selChngLayoutStyle()
     Q_ASSERT_X(m_pMngr != nullptr, "VXSLayoutWindow", "m_pMngr");
     if (!m_pMngr)
         return;
-    const int nCells = m_pMngr->getCellCount(nStyle);
-    if (nStyle != 0) {
-        int nImages = 0;
-        const QList<QGraphicsItem*> items = m_pMngr->getScene()->items();
-        for (const QGraphicsItem* pItem : items) {
-            if (pItem->type() == ImageItemType)
-                ++nImages;
-        }
-        if (nImages > nCells) {
-            CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),
-                                    tr("No. of images are more than the no. of expected cells!\n"
-                                       "Delete few images before changing the layout style."),
-                                    QString(), QString(), QString(), 0, -1);
-            m_pLayoutStyleCombo->setCurrentIndex(m_nCurLayoutStyle);
-            return;
-        }
+    if (!CVXSLayoutStyleCheck(*m_pMngr).allows(nStyle, this)) {
+        m_pLayoutStyleCombo->setCurrentIndex(m_nCurLayoutStyle);
+        return;
     }
     // Undo records the style laid out, which is still the old one here.
     CVXSLayoutChange change(m_pMngr, tr("Change Layout Style"));
@@ -834,21 +346,8 @@ void CVXSLayoutWindow::restoreLayoutStyle(int nStyle)
 
 void CVXSLayoutWindow::onClickDelete()
 {
-    QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr;
-    if (!pItem)
-        return;
-    const QRect dirty = pItem->boundingRect().toRect().adjusted(-DeleteRepaintMargin, -DeleteRepaintMargin,
-                                                                 DeleteRepaintMargin, DeleteRepaintMargin);
-    CVXSLayoutChange change(m_pMngr, tr("Delete"));
-    if (m_pMngr)
-        m_pMngr->removeLayoutItem(pItem);
-    else
-        delete pItem;
-    if (m_pView->scene())
-        m_pView->scene()->update(dirty);
-    m_pView->setCurrentItem(nullptr);
-    m_pView->setSelectedItem(nullptr);
-    m_pView->hideHandles();
+    if (QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr)
+        CVXSLayoutItemDeleter(m_pMngr, *m_pView).deleteItem(pItem);
 }
 
 // ---- tools -----------------------------------------------------------------------
@@ -868,120 +367,61 @@ int CVXSLayoutWindow::isDrawArrowOn()
     return m_pArrowToolBtn->isChecked() ? m_nArrowType : NoArrowTool;
 }
 
-void CVXSLayoutWindow::setChecked(QAction* pAction, bool bChecked)
+CVXSLayoutDrawingTools CVXSLayoutWindow::drawingTools() const
 {
-    if (pAction->isChecked() != bChecked)
-        pAction->setChecked(bChecked);
-}
-
-void CVXSLayoutWindow::setArrowToolChecked(bool bChecked)
-{
-    if (m_pArrowToolBtn->isChecked() != bChecked)
-        m_pArrowToolBtn->setChecked(bChecked);
-}
-
-void CVXSLayoutWindow::switchDrawingToolsOff()
-{
-    setChecked(m_pDrawRectAction, false);
-    setChecked(m_pDrawEllipseAction, false);
-    setArrowToolChecked(false);
+    return CVXSLayoutDrawingTools(*m_pDrawRectAction, *m_pDrawEllipseAction, *m_pArrowToolBtn, m_pView);
 }
 
 void CVXSLayoutWindow::onClickRectangleShapeBtn(bool bVal)
 {
-    if (bVal) {
-        setChecked(m_pDrawEllipseAction, false);
-        setArrowToolChecked(false);
-    }
-    setCursorStyle();
+    drawingTools().toolToggled(m_pDrawRectAction, bVal);
 }
 
 void CVXSLayoutWindow::onClickEllipseShapeBtn(bool bVal)
 {
-    if (bVal) {
-        setChecked(m_pDrawRectAction, false);
-        setArrowToolChecked(false);
-    }
-    setCursorStyle();
+    drawingTools().toolToggled(m_pDrawEllipseAction, bVal);
 }
 
 void CVXSLayoutWindow::onClickArrowShapeBtn(bool bVal)
 {
-    if (bVal) {
-        setChecked(m_pDrawEllipseAction, false);
-        setChecked(m_pDrawRectAction, false);
-    }
-    setCursorStyle();
+    drawingTools().toolToggled(m_pArrowToolBtn, bVal);
 }
 
 void CVXSLayoutWindow::onSelectArrowToolPopup(QAction* pAction)
 {
-    if (pAction == m_pDrawLineAction) {
-        m_nArrowType = LineTool;
-        m_pArrowToolBtn->setIcon(normalIcon(QStringLiteral(":/Resource/line.xpm")));
-    } else if (pAction == m_pDrawSingleArrowAction) {
-        m_nArrowType = SingleArrowTool;
-        m_pArrowToolBtn->setIcon(normalIcon(QStringLiteral(":/Resource/singleHeadArrow.xpm")));
-    } else if (pAction == m_pDrawDoubleArrowAction) {
-        m_nArrowType = DoubleArrowTool;
-        m_pArrowToolBtn->setIcon(normalIcon(QStringLiteral(":/Resource/doubleHeadArrow.xpm")));
+    // Each entry of the popup carries its kind; the button shows it with the entry's picture.
+    if (m_pArrowMenu->actions().contains(pAction)) {
+        m_nArrowType = pAction->data().toInt();
+        m_pArrowToolBtn->setIcon(pAction->icon());
     }
-    setArrowToolChecked(true);
-    setChecked(m_pDrawEllipseAction, false);
-    setChecked(m_pDrawRectAction, false);
-    setCursorStyle();
+    drawingTools().useArrowTool();
 }
 
 void CVXSLayoutWindow::onClickArrow()
 {
-    // Only the first tool found on is switched off; at most one is on at a time.
-    if (m_pArrowToolBtn->isChecked())
-        m_pArrowToolBtn->setChecked(false);
-    else if (m_pDrawEllipseAction->isChecked())
-        m_pDrawEllipseAction->setChecked(false);
-    else if (m_pDrawRectAction->isChecked())
-        m_pDrawRectAction->setChecked(false);
-    if (m_pView)
-        m_pView->unsetCursor();
+    drawingTools().usePointer();
 }
 
 void CVXSLayoutWindow::setCursorStyle()
 {
-    if (!m_pView)
-        return;
-    if (m_pArrowToolBtn->isChecked() || m_pDrawEllipseAction->isChecked() || m_pDrawRectAction->isChecked())
-        m_pView->setCursor(Qt::CrossCursor);
-    else
-        m_pView->unsetCursor();
+    drawingTools().updateCursor();
 }
 
 void CVXSLayoutWindow::onSelMoveZType(QAction* pActionItem)
 {
     m_pCurMoveZAction = pActionItem;
-    const bool bZEntry = pActionItem && pActionItem->parent() == m_pMoveZMenu;
+    const bool bZEntry = m_pMoveZMenu->actions().contains(pActionItem);
     m_pMoveZBtn->setIcon(bZEntry ? pActionItem->icon() : QIcon());
     onClickMoveZ();
 }
 
 void CVXSLayoutWindow::onClickMoveZ()
 {
-    // Before any choice from the popup the button moves one step forward, although it
-    // shows the "Bring to front" picture.
-    int nCommand = BringForward;
-    QString strText = tr("Bring Forward");
-    if (m_pCurMoveZAction == m_pBringToFrontAction) {
-        nCommand = BringToFront;
-        strText = tr("Bring to Front");
-    } else if (m_pCurMoveZAction == m_pSendBackwardAction) {
-        nCommand = SendBackward;
-        strText = tr("Send Backward");
-    } else if (m_pCurMoveZAction == m_pSendToBackAction) {
-        nCommand = SendToBack;
-        strText = tr("Send to Back");
-    }
-    CVXSLayoutChange change(m_pMngr, strText);
+    // Each entry of the popup carries its command. Before any choice the button moves one
+    // step forward, although it shows the "Bring to front" picture.
+    const bool bChosen = m_pMoveZMenu->actions().contains(m_pCurMoveZAction);
     if (m_pView)
-        m_pView->reorderZ(m_pView->currentItem(), nCommand);
+        CVXSLayoutZMove(m_pMngr, *m_pView).apply(bChosen ? m_pCurMoveZAction->data().toInt() : BringForward);
 }
 
 // ---- status ----------------------------------------------------------------------
@@ -1026,7 +466,7 @@ void CVXSLayoutWindow::onLayoutItemSelectionChange(QGraphicsItem* pSelItem)
 void CVXSLayoutWindow::closeEvent(QCloseEvent* pEvent)
 {
     // Closing only hides the window; its layout stays for the next time it is shown.
-    if (QAction* pMenuAction = CVXUtilityFns::getAction(LayoutWindowActionName))
+    if (QAction* pMenuAction = CVXUtilityFns::getAction(QLatin1String(ToolName)))
         pMenuAction->setChecked(false);
     pEvent->ignore();
     if (auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(parentWidget()))

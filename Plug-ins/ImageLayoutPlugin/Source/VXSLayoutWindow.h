@@ -1,5 +1,7 @@
 #pragma once
 
+#include "window/VXSLayoutWindowTitle.h"
+
 #include <QColor>
 #include <QFont>
 #include <QKeySequence>
@@ -24,9 +26,10 @@ class QSpacerItem;
 class QToolBar;
 class QToolButton;
 class QVBoxLayout;
-class CVXSChildWindow;
 class CVXSDataset;
 class CVXSEditText;
+class CVXSLayoutDrawingTools;
+class CVXSLayoutItemText;
 class CVXSLayoutManager;
 class CVXSLayoutView;
 class CVXSSequenceDataset;
@@ -112,36 +115,13 @@ protected:
     void changeEvent(QEvent* pEvent) override;
 
 private:
-    void buildCentralArea();
-    void buildAnnotationGroup(QWidget* pParent);
-    void createActions();
-    void setToolBarIcons();
-    void fillToolBar();
-    void createArrowMenu();
-    void createMoveZMenu();
-    void createLayoutStyleBox();
-    void connectControls();
-    void connectToolBar();
-    QAction* createAction(const char* pObjectName);
-    QAction* createPopupAction(QMenu* pMenu, const char* pObjectName, const QString& text, const QString& iconPath,
-                               const QString& whatsThis);
-    QToolButton* createToolButton(QWidget* pParent, const char* pObjectName);
-    QToolButton* createPopupButton(const char* pObjectName, QMenu* pMenu, const QString& iconPath);
-    void switchDrawingToolsOff();
-    static void setActionTexts(QAction* pAction, const QString& strText, const QString& strToolTip,
-                               const char* pWhatsThis);
-    void setChecked(QAction* pAction, bool bChecked);
-    void setArrowToolChecked(bool bChecked);
+    // Fills the members and builds the window's controls.
+    friend class CVXSLayoutWindowBuilder;
+
+    CVXSLayoutDrawingTools drawingTools() const;
     // The text item selected in the view, or null.
-    QGraphicsItem* selectedTextItem() const;
-    void createTextItem(const QString& strText);
-    // After the selected text's font or colour changed: its old area, its handles, the page.
-    void repaintChangedText(QGraphicsItem* pTextItem);
+    CVXSLayoutItemText* selectedTextItem() const;
     void restoreAnnotationText();
-    void updateWholeScene();
-    void createUndoActions();
-    // The title names the layout file and ends with * while changes are unsaved.
-    void updateWindowTitle();
 
     QFrame* m_pLayoutFrame = nullptr;
     QGroupBox* m_pAnnotationGroup = nullptr;
@@ -192,7 +172,5 @@ private:
     QPixmap m_oDeleteIcon;
     // The annotation box's text when the Edit Text dialog opened; Cancel puts it back.
     QString m_strTextBeforeEdit;
-    QAction* m_pUndoAction = nullptr; // child of the window, made by the manager's undo stack
-    QAction* m_pRedoAction = nullptr;
-    QString m_strDocumentName;
+    CVXSLayoutWindowTitle m_title {*this};
 };

@@ -4,10 +4,6 @@
 <context>
     <name>CVXImageLayoutPlugin</name>
     <message>
-        <source>Image Layout Window</source>
-        <translation>Bildlayout-Fenster</translation>
-    </message>
-    <message>
         <source>The Image Layout window was not closed normally.
 Restore the layout as it was on %1?</source>
         <translation>Das Bildlayout-Fenster wurde nicht ordnungsgemäß geschlossen.
@@ -376,10 +372,6 @@ Vorhandene Datei überschreiben?</translation>
         <translation>Zeiger</translation>
     </message>
     <message>
-        <source>Image Layout Window</source>
-        <translation>Bildlayout-Fenster</translation>
-    </message>
-    <message>
         <source>Annotation</source>
         <translation>Beschriftung</translation>
     </message>
@@ -611,6 +603,13 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>the archive is damaged (it is shorter than its directory says)</source>
         <translation>das Archiv ist beschädigt (es ist kürzer, als sein Verzeichnis angibt)</translation>
+    </message>
+</context>
+<context>
+    <name>VXSLayout</name>
+    <message>
+        <source>Image Layout Window</source>
+        <translation>Bildlayout-Fenster</translation>
     </message>
 </context>
 </TS>
