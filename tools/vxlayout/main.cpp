@@ -4,6 +4,8 @@
 #include "VXLayoutBatch.h"
 #include "VXLayoutBatchOptions.h"
 
+#include <VXVersion.h>
+
 #include <QApplication>
 #include <QTextStream>
 
@@ -28,6 +30,10 @@ int main(int argc, char** argv)
     CVXLayoutBatch batch;
     if (options.isHelpRequested()) {
         out << CVXLayoutBatchOptions::helpText(batch.styleNames());
+        return 0;
+    }
+    if (options.isVersionRequested()) {
+        out << "vxlayout " << VX_VERSION_STRING << "\n";
         return 0;
     }
     if (!batch.run(options)) {
