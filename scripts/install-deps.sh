@@ -42,6 +42,13 @@ PACKAGES=(
     libimage-exiftool-perl  # exiftool: the resolution vxlayout writes into raster files
     qpdf                    # uncompresses PDF pages, to read the resolution they are described at
     stress-ng               # scripts/test-under-load.sh keeps the cores busy while the tests run
+    # Desktop integration: Qt's own German dialog texts, and the checkers of what the install
+    # puts into the desktop (the .desktop file, the MIME type, rsvg-convert for the icons).
+    qttranslations5-l10n
+    desktop-file-utils      # desktop-file-validate, update-desktop-database
+    shared-mime-info        # update-mime-database
+    libxml2-utils           # xmllint
+    libglib2.0-bin          # gio: how file managers see the types of installed files
 )
 
 missing=()

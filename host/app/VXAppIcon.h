@@ -1,15 +1,12 @@
 #pragma once
 
 #include <QIcon>
-#include <QPixmap>
 
-// The application's icon, drawn at start-up so no image file has to ship with it:
-// a lens over a dark field with a glowing spot, as seen through the imaging camera.
+// The application's icon: every size rendered at build time from desktop/vxhost.svg, the
+// same files the installed icon theme gets, up to twice the largest theme size so that the
+// icon stays sharp on screens of double pixel density.
 class CVXAppIcon
 {
 public:
     static QIcon create();
-
-private:
-    static QPixmap render(int nSide);
 };

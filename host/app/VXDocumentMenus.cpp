@@ -9,7 +9,7 @@
 #include <QUndoGroup>
 #include <QUndoStack>
 
-CVXDocumentMenus::CVXDocumentMenus(const Tools& tools, QMdiArea* pArea, QObject* pParent)
+CVXDocumentMenus::CVXDocumentMenus(const CVXToolList& tools, QMdiArea* pArea, QObject* pParent)
     : QObject(pParent)
     , m_tools(tools)
     , m_pArea(pArea)
@@ -29,9 +29,12 @@ void CVXDocumentMenus::addFileActions(QMenu* pFileMenu)
 {
     m_pOpen = addAction(pFileMenu, QStringLiteral("actionOpenLayout"), tr("Open &Layout..."));
     m_pSave = addAction(pFileMenu, QStringLiteral("actionSaveLayout"), tr("Save La&yout"));
-    m_pSave->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    m_pSave->setShortcut(QKeySequence::Save);
     m_pSaveAs = addAction(pFileMenu, QStringLiteral("actionSaveLayoutAs"), tr("Save Layout &As..."));
-    m_pSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    m_pSaveAs->setShortcuts(QKeySequence::SaveAs);
+    // Where the platform knows no key for it (Windows conventions), the usual one.
+    if (m_pSaveAs->shortcuts().isEmpty())
+        m_pSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     connect(m_pOpen, &QAction::triggered, this, &CVXDocumentMenus::open);
     connect(m_pSave, &QAction::triggered, this, [this] { save(false); });
     connect(m_pSaveAs, &QAction::triggered, this, [this] { save(true); });
@@ -41,14 +44,19 @@ void CVXDocumentMenus::addFileActions(QMenu* pFileMenu)
 
 void CVXDocumentMenus::fillEditMenu(QMenu* pEditMenu)
 {
-    // No shortcuts here: the tool windows' own Undo and Redo have them while they have
-    // the focus, and one key must not mean two actions.
     QAction* pUndo = m_pUndoGroup->createUndoAction(pEditMenu, tr("&Undo"));
     pUndo->setObjectName(QStringLiteral("actionUndo"));
     QAction* pRedo = m_pUndoGroup->createRedoAction(pEditMenu, tr("&Redo"));
     pRedo->setObjectName(QStringLiteral("actionRedo"));
-    pEditMenu->addAction(pUndo);
-    pEditMenu->addAction(pRedo);
+    // The menu shows the standard keys, but the keys belong to the tool windows' own Undo
+    // and Redo, which act on the same history while the window has the focus: one key must
+    // not mean two actions, which would leave both silent. Here the keys act only while the
+    // menu itself has the focus.
+    for (const auto& [pAction, key] : {std::pair(pUndo, QKeySequence::Undo), std::pair(pRedo, QKeySequence::Redo)}) {
+        pAction->setShortcuts(key);
+        pAction->setShortcutContext(Qt::WidgetShortcut);
+        pEditMenu->addAction(pAction);
+    }
 }
 
 bool CVXDocumentMenus::queryClose()
@@ -106,12 +114,21 @@ void CVXDocumentMenus::updateFileActions()
 
 void CVXDocumentMenus::save(bool bChooseName)
 {
-    if (CVXToolPluginBase* pTool = targetTool())
-        pTool->saveDocument(bChooseName);
+    CVXToolPluginBase* pTool = targetTool();
+    if (pTool && pTool->saveDocument(bChooseName))
+        announceFile(pTool);
 }
 
 void CVXDocumentMenus::open()
 {
-    if (CVXToolPluginBase* pTool = targetTool())
-        pTool->openDocument();
+    CVXToolPluginBase* pTool = targetTool();
+    if (pTool && pTool->openDocument())
+        announceFile(pTool);
+}
+
+void CVXDocumentMenus::announceFile(CVXToolPluginBase* pTool)
+{
+    const QString strPath = pTool->documentFilePath();
+    if (!strPath.isEmpty())
+        emit documentFileUsed(strPath);
 }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QObject>
+#include "VXToolList.h"
 
-#include <memory>
-#include <vector>
+#include <QObject>
 
 class QAction;
 class QMdiArea;
@@ -19,10 +18,8 @@ class CVXDocumentMenus : public QObject
 {
     Q_OBJECT
 public:
-    using Tools = std::vector<std::unique_ptr<CVXToolPluginBase>>;
-
     // tools is the host's list, read each time a command runs.
-    CVXDocumentMenus(const Tools& tools, QMdiArea* pArea, QObject* pParent);
+    CVXDocumentMenus(const CVXToolList& tools, QMdiArea* pArea, QObject* pParent);
 
     void addFileActions(QMenu* pFileMenu);
     void fillEditMenu(QMenu* pEditMenu);
@@ -33,6 +30,10 @@ public:
     // The file commands are there while some tool has documents.
     void updateFileActions();
 
+signals:
+    // A document was opened from or saved to this file through the File menu.
+    void documentFileUsed(const QString& strPath);
+
 private:
     // The tool whose window is active, else the first tool with documents.
     CVXToolPluginBase* targetTool() const;
@@ -40,9 +41,11 @@ private:
     void followActiveWindow(QMdiSubWindow* pSubWindow);
     void save(bool bChooseName);
     void open();
+    // After a command succeeded: tells which file the tool's document now has.
+    void announceFile(CVXToolPluginBase* pTool);
     QAction* addAction(QMenu* pMenu, const QString& strObjectName, const QString& strText);
 
-    const Tools& m_tools;
+    const CVXToolList& m_tools;
     QMdiArea* m_pArea = nullptr;
     QUndoGroup* m_pUndoGroup = nullptr; // child
     QAction* m_pSave = nullptr;

@@ -1,6 +1,10 @@
 #include "VXHostMainWindow.h"
 
 #include "VXDocumentMenus.h"
+#include "VXFileDrops.h"
+#include "VXFileOpener.h"
+#include "VXHelpMenu.h"
+#include "VXRecentFilesMenu.h"
 #include "VXSampleData.h"
 #include "VXToolPluginLoader.h"
 
@@ -23,7 +27,6 @@
 #include <QActionGroup>
 #include <QCloseEvent>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMenuBar>
@@ -71,10 +74,17 @@ CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
     CVXSWorkspace::instance()->setMdiArea(m_pArea);
 
     m_pDocumentMenus = new CVXDocumentMenus(m_tools, m_pArea, this);
+    m_pFileOpener = new CVXFileOpener(m_tools, this);
+    m_pRecentFiles = new CVXRecentFilesMenu(*CVXPreference::getSettings(), this);
+    connect(m_pFileOpener, &CVXFileOpener::fileOpened, m_pRecentFiles, &CVXRecentFilesMenu::addFile);
+    connect(m_pDocumentMenus, &CVXDocumentMenus::documentFileUsed, m_pRecentFiles, &CVXRecentFilesMenu::addFile);
+    connect(m_pRecentFiles, &CVXRecentFilesMenu::fileChosen, this, [this](const QString& strPath) { openFiles({strPath}); });
+    new CVXFileDrops(this, m_pFileOpener);
     createFileMenu();
     createEditMenu();
     createToolsMenu();
     createWindowMenu();
+    new CVXHelpMenu(m_tools, menuBar(), this);
 }
 
 CVXHostMainWindow::~CVXHostMainWindow()
@@ -93,15 +103,23 @@ QMdiArea* CVXHostMainWindow::mdiArea() const
     return m_pArea;
 }
 
-void CVXHostMainWindow::openImageFiles(const QStringList& paths)
+QStringList CVXHostMainWindow::openImageFiles(const QStringList& paths, QStringList failures)
 {
-    QStringList failures;
+    QStringList opened;
     for (const QString& strPath : paths) {
         const QVector<QImage> pages = readFile(strPath, failures);
-        if (!pages.isEmpty())
-            openFrames(pages, QFileInfo(strPath).fileName());
+        if (pages.isEmpty())
+            continue;
+        openFrames(pages, QFileInfo(strPath).fileName());
+        opened << strPath;
     }
     reportUnreadable(failures, QString());
+    return opened;
+}
+
+void CVXHostMainWindow::openFiles(const QStringList& paths)
+{
+    m_pFileOpener->open(paths);
 }
 
 void CVXHostMainWindow::openSequenceFiles(const QStringList& paths)
@@ -220,6 +238,8 @@ void CVXHostMainWindow::createFileMenu()
     pMenu->addSeparator();
     m_pDocumentMenus->addFileActions(pMenu);
     pMenu->addSeparator();
+    m_pRecentFiles->addTo(pMenu);
+    pMenu->addSeparator();
     QAction* pQuit = addMenuAction(pMenu, QStringLiteral("actionQuit"), tr("&Quit"));
     pQuit->setShortcut(QKeySequence::Quit);
     connect(pQuit, &QAction::triggered, this, &QWidget::close);
@@ -332,14 +352,12 @@ QAction* CVXHostMainWindow::addMenuAction(QMenu* pMenu, const QString& strObject
 
 void CVXHostMainWindow::chooseImageFiles()
 {
-    openImageFiles(QFileDialog::getOpenFileNames(this, tr("Open Images"), QString(),
-                                                 CVXImageFileReader::dialogFilter()));
+    openFiles(m_pFileOpener->choose(tr("Open Images"), CVXImageFileReader::dialogFilter()));
 }
 
 void CVXHostMainWindow::chooseSequenceFiles()
 {
-    openSequenceFiles(QFileDialog::getOpenFileNames(this, tr("Open Sequence"), QString(),
-                                                    CVXImageFileReader::dialogFilter()));
+    openSequenceFiles(m_pFileOpener->choose(tr("Open Sequence"), CVXImageFileReader::dialogFilter()));
 }
 
 void CVXHostMainWindow::addToolAction(QAction* pAction)

@@ -1,18 +1,19 @@
 #pragma once
 
+#include "VXToolList.h"
+
 #include <QImage>
 #include <QMainWindow>
 #include <QStringList>
 #include <QVector>
-
-#include <memory>
-#include <vector>
 
 class QActionGroup;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class CVXDocumentMenus;
+class CVXFileOpener;
+class CVXRecentFilesMenu;
 class CVXSChildWindow;
 class CVXToolPluginBase;
 
@@ -28,8 +29,12 @@ public:
     QMdiArea* mdiArea() const;
 
     // Opens each file in an image window of its own, a multi-page file in a sequence
-    // window. Files that cannot be read are reported together in one message.
-    void openImageFiles(const QStringList& paths);
+    // window. Files that cannot be read are reported together in one message, after the
+    // lines given in failures. Returns the files opened.
+    QStringList openImageFiles(const QStringList& paths, QStringList failures = QStringList());
+    // Opens files of any kind: images as openImageFiles does, the tools' documents in
+    // their tool's window; folders and files of other kinds are reported.
+    void openFiles(const QStringList& paths);
     // Opens the files together, pages of multi-page files included, as one sequence.
     // If any file cannot be read, the sequence is not opened.
     void openSequenceFiles(const QStringList& paths);
@@ -82,10 +87,12 @@ private:
 
     QMdiArea* m_pArea = nullptr; // central widget
     CVXDocumentMenus* m_pDocumentMenus = nullptr; // child
+    CVXFileOpener* m_pFileOpener = nullptr; // child
+    CVXRecentFilesMenu* m_pRecentFiles = nullptr; // child
     QMenu* m_pToolsMenu = nullptr;
     QMenu* m_pWindowMenu = nullptr;
     QActionGroup* m_pWindowList = nullptr; // child of the main window; one action per window
     // A tool deletes its windows, which live in the area, so the tools are deleted in the
     // destructor while the workspace still exists.
-    std::vector<std::unique_ptr<CVXToolPluginBase>> m_tools;
+    CVXToolList m_tools;
 };

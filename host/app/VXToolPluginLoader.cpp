@@ -12,7 +12,7 @@ QStringList CVXToolPluginLoader::defaultFolders()
 {
     const QString strAppDir = QCoreApplication::applicationDirPath();
     return {strAppDir + QStringLiteral("/plugins/tools"),
-            strAppDir + QStringLiteral("/../") + QStringLiteral(VX_TOOL_PLUGIN_INSTALL_DIR)};
+            QDir::cleanPath(strAppDir + QLatin1Char('/') + QStringLiteral(VX_BIN_TO_TOOL_PLUGIN_DIR))};
 }
 
 QVector<CVXToolPluginBase*> CVXToolPluginLoader::load(const QStringList& folders, QStringList& failures)

@@ -1,51 +1,46 @@
-#include "VXAppIcon.h"
+#include "VXHostCommandLine.h"
 #include "VXHostMainWindow.h"
-#include "VXToolPluginLoader.h"
-
-#include <VXLogging.h>
+#include "VXHostSetup.h"
+#include "VXHostStartup.h"
+#include "VXHostTranslator.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QTimer>
+
+namespace {
+
+QStringList argumentsOf(int argc, char* argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
-    QApplication app(argc, argv);
-    CVXLogging::showWarningsAndErrorsOnly();
-    QApplication::setOrganizationName(QStringLiteral("Halvard"));
-    QApplication::setApplicationName(QStringLiteral("Vexor"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Vexor"));
-    QApplication::setWindowIcon(CVXAppIcon::create());
+    CVXHostSetup::beforeApplication();
+    // The help and the version are printed without a display.
+    if (CVXHostCommandLine::asksForInformation(argumentsOf(argc, argv))) {
+        QCoreApplication application(argc, argv);
+        CVXHostTranslator::install();
+        CVXHostCommandLine().process(application); // prints and ends the program
+        return 0;
+    }
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QApplication::translate("main", "Pre-clinical optical and X-ray imaging."));
-    parser.addHelpOption();
-    const QCommandLineOption noSamples(QStringLiteral("no-samples"),
-                                       QApplication::translate("main", "Do not open the built-in samples."));
-    parser.addOption(noSamples);
-    // Lets automated runs start the whole application and end it unattended.
-    QCommandLineOption quitAfter(QStringLiteral("quit-after-ms"), QString(), QStringLiteral("ms"));
-    quitAfter.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(quitAfter);
-    parser.addPositionalArgument(QStringLiteral("files"), QApplication::translate("main", "Images to open."),
-                                 QStringLiteral("[files...]"));
-    parser.process(app);
+    QApplication app(argc, argv);
+    CVXHostSetup::afterApplication();
+    CVXHostCommandLine commandLine;
+    commandLine.process(app);
 
     CVXHostMainWindow window;
     window.showWithLastGeometry();
     // Opening may show a message box; its loop must run inside the application's loop so
     // that quitting ends both.
-    const bool bSamples = !parser.isSet(noSamples);
-    const QStringList files = parser.positionalArguments();
-    QTimer::singleShot(0, &window, [&window, bSamples, files] {
-        window.loadToolPlugins(CVXToolPluginLoader::defaultFolders());
-        if (bSamples)
-            window.openSamples();
-        window.showDocumentTools();
-        window.openImageFiles(files);
-        window.offerRecovery();
-    });
-    if (parser.isSet(quitAfter))
-        QTimer::singleShot(parser.value(quitAfter).toInt(), &app, &QCoreApplication::quit);
+    QTimer::singleShot(0, &window, [&window, &commandLine] { CVXHostStartup::run(window, commandLine); });
+    if (commandLine.quitAfterMs() >= 0)
+        QTimer::singleShot(commandLine.quitAfterMs(), &app, &QCoreApplication::quit);
     return QApplication::exec();
 }

@@ -6,12 +6,19 @@
 #include <VXUtilityFns.h>
 
 #include <QAction>
+#include <QGraphicsItem>
+#include <QGraphicsView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+
+#include <algorithm>
 
 namespace {
 // Tools' windows are main windows of their own; the layout window is known by its title.
 const QString kLayoutWindowName = QStringLiteral("Image Layout Window");
+// The view keeps its cell frames below and its highlight and handles above these.
+constexpr double kLowestItemZ = 26;
+constexpr double kHighlightZ = 999;
 } // namespace
 
 CHostFixture::CHostFixture()
@@ -77,4 +84,15 @@ QMdiSubWindow* CHostFixture::layoutSubWindow() const
             return pSubWindow;
     }
     return nullptr;
+}
+
+int CHostFixture::layoutItemCount() const
+{
+    const QMdiSubWindow* pSubWindow = layoutSubWindow();
+    if (!pSubWindow)
+        return -1;
+    const QList<QGraphicsItem*> items = pSubWindow->widget()->findChild<QGraphicsView*>()->scene()->items();
+    return int(std::count_if(items.cbegin(), items.cend(), [](const QGraphicsItem* pItem) {
+        return pItem->zValue() >= kLowestItemZ && pItem->zValue() < kHighlightZ && pItem->isVisible();
+    }));
 }

@@ -29,6 +29,9 @@ public:
     CVXSChildWindow* imageWindow(int nIndex) const;
     // The sub-window of the Image Layout window, null before the tool was first used.
     QMdiSubWindow* layoutSubWindow() const;
+    // The items of the layout the Image Layout window shows (not the view's own frames and
+    // handles); -1 before the tool was first used.
+    int layoutItemCount() const;
 
 private:
     std::unique_ptr<CVXHostMainWindow> m_pWindow;

@@ -101,7 +101,7 @@ void TestAppMainWindow::menusHoldTheirActions_data()
     QTest::newRow("File") << "menuFile"
                           << QStringList {"actionOpenImages", "actionOpenSequence", "actionOpenSamples", "-",
                                           "actionOpenLayout", "actionSaveLayout", "actionSaveLayoutAs", "-",
-                                          "actionQuit"};
+                                          "actionOpenRecent", "-", "actionQuit"};
     // Undo and Redo follow the active tool window.
     QTest::newRow("Edit") << "menuEdit" << QStringList {"actionUndo", "actionRedo"};
     // Tools start with what the built-in tools announce; plugins add theirs.

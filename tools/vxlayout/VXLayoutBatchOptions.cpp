@@ -57,6 +57,12 @@ QCommandLineOption helpOption()
                               CVXLayoutBatchOptions::tr("Show this help."));
 }
 
+QCommandLineOption versionOption()
+{
+    return QCommandLineOption({QStringLiteral("v"), QStringLiteral("version")},
+                              CVXLayoutBatchOptions::tr("Show the version."));
+}
+
 void addOptions(QCommandLineParser& parser)
 {
     parser.addOption(layoutOption());
@@ -66,6 +72,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(provenanceOption());
     parser.addOption(methodsOption());
     parser.addOption(helpOption());
+    parser.addOption(versionOption());
     parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
                                  QStringLiteral("image..."));
 }
@@ -82,7 +89,8 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
         return false;
     }
     m_bHelp = parser.isSet(helpOption());
-    if (m_bHelp)
+    m_bVersion = parser.isSet(versionOption());
+    if (m_bHelp || m_bVersion)
         return true;
 
     m_strLayoutStyle = parser.value(layoutOption());
@@ -142,6 +150,11 @@ bool CVXLayoutBatchOptions::parseDpi(const QString& strValue)
 bool CVXLayoutBatchOptions::isHelpRequested() const
 {
     return m_bHelp;
+}
+
+bool CVXLayoutBatchOptions::isVersionRequested() const
+{
+    return m_bVersion;
 }
 
 QString CVXLayoutBatchOptions::layoutStyle() const

@@ -15,10 +15,12 @@ public:
     static constexpr int MinDpi = 72;
     static constexpr int MaxDpi = 2400;
 
-    // False with errorText() set when the arguments are not usable; help requests parse.
+    // False with errorText() set when the arguments are not usable; help and version
+    // requests parse.
     bool parse(const QStringList& arguments);
 
     bool isHelpRequested() const;
+    bool isVersionRequested() const;
     QString layoutStyle() const;
     QSize sceneSize() const;
     QString exportPath() const;
@@ -40,6 +42,7 @@ private:
     bool parseDpi(const QString& strValue);
 
     bool m_bHelp = false;
+    bool m_bVersion = false;
     QString m_strLayoutStyle;
     QSize m_sceneSize {1000, 800};
     QString m_strExportPath;

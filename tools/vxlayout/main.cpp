@@ -5,6 +5,7 @@
 #include "VXLayoutBatchOptions.h"
 
 #include <VXLogging.h>
+#include <VXVersion.h>
 
 #include <QApplication>
 #include <QTextStream>
@@ -31,6 +32,10 @@ int main(int argc, char** argv)
     CVXLayoutBatch batch;
     if (options.isHelpRequested()) {
         out << CVXLayoutBatchOptions::helpText(batch.styleNames());
+        return 0;
+    }
+    if (options.isVersionRequested()) {
+        out << "vxlayout " << VX_VERSION_STRING << "\n";
         return 0;
     }
     if (!batch.run(options)) {

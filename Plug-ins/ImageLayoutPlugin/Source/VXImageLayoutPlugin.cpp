@@ -1,6 +1,8 @@
 #include "VXImageLayoutPlugin.h"
 
 #include "file/VXSLayoutFileCommands.h"
+#include "host/VXSLayoutLibraries.h"
+#include "host/VXSLayoutTranslator.h"
 #include "file/VXSLayoutRecovery.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutManager.h"
@@ -48,6 +50,8 @@ int CVXImageLayoutPlugin::getToolType()
 QAction* CVXImageLayoutPlugin::getToolAction()
 {
     if (getToolType() != kToolTypeWithoutMenu && !m_pToolAction) {
+        // The host's menu shows the entry before the tool has built its window.
+        CVXSLayoutTranslator::install();
         m_pToolAction = new QAction(QCoreApplication::translate(ToolNameContext, ToolName), this);
         m_pToolAction->setObjectName(QLatin1String(ToolName));
         m_pToolAction->setCheckable(true);
@@ -142,6 +146,22 @@ bool CVXImageLayoutPlugin::openDocument()
     return m_pLayoutMngr && m_pLayoutMngr->fileCommands()->open();
 }
 
+bool CVXImageLayoutPlugin::openDocumentFile(const QString& strPath)
+{
+    showToolWindow();
+    return m_pLayoutMngr && m_pLayoutMngr->fileCommands()->openFile(strPath);
+}
+
+QString CVXImageLayoutPlugin::documentFilePath()
+{
+    return m_pLayoutMngr ? m_pLayoutMngr->fileCommands()->filePath() : QString();
+}
+
+QStringList CVXImageLayoutPlugin::documentFileSuffixes()
+{
+    return {QLatin1String(CVXSLayoutFileCommands::Suffix)};
+}
+
 bool CVXImageLayoutPlugin::queryClose()
 {
     return !m_pLayoutMngr || m_pLayoutMngr->fileCommands()->queryClose();
@@ -166,6 +186,11 @@ void CVXImageLayoutPlugin::offerRecovery()
     showToolWindow();
     if (m_pLayoutMngr)
         m_pLayoutMngr->fileCommands()->restoreRecovery(strPath);
+}
+
+QVector<CVXLibraryInfo> CVXImageLayoutPlugin::toolLibraries()
+{
+    return CVXSLayoutLibraries::used();
 }
 
 void CVXImageLayoutPlugin::showToolWindow()

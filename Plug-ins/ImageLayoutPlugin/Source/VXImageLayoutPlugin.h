@@ -36,8 +36,12 @@ public:
     QWidget* documentWidget() override;
     bool saveDocument(bool bChooseName) override;
     bool openDocument() override;
+    bool openDocumentFile(const QString& strPath) override;
+    QString documentFilePath() override;
+    QStringList documentFileSuffixes() override;
     bool queryClose() override;
     void offerRecovery() override;
+    QVector<CVXLibraryInfo> toolLibraries() override;
 
     // Null before first use and after resetTool.
     CVXSLayoutManager* layoutManager() const;

@@ -26,6 +26,9 @@ public:
     static QVector<QImage> read(const QString& strPath, QString& strError);
     // The filter offered by the open dialogs.
     static QString dialogFilter();
+    // Whether the file is of a kind the reader knows, by its suffix or, for files without
+    // one it knows, by its content; says nothing about whether it reads cleanly.
+    static bool isImageKind(const QString& strPath);
 
 private:
     static QVector<QImage> readFile(const QString& strPath, QString& strError);

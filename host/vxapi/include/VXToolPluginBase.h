@@ -1,11 +1,14 @@
 #pragma once
 
+#include "VXLibraryInfo.h"
 #include "VxApiGlobal.h"
 
 #include <QIcon>
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
+#include <QVector>
 
 class QAction;
 class QPixmap;
@@ -51,10 +54,20 @@ public:
     // Lets the user choose a file and opens it in place of the document; false when
     // nothing was opened.
     virtual bool openDocument();
+    // Opens the named file in place of the document (asking first about what would be
+    // lost, as openDocument does); a file that cannot be read is reported to the user.
+    // False when nothing was opened.
+    virtual bool openDocumentFile(const QString& strPath);
+    // The file the document was last saved to or opened from; empty while it has none.
+    virtual QString documentFilePath();
+    // The suffixes (without dot, lower case) of the files openDocumentFile opens.
+    virtual QStringList documentFileSuffixes();
     // Before the host quits: asks about unsaved changes; false when the user cancelled.
     virtual bool queryClose();
     // At start: offers what a session that ended abnormally left unsaved.
     virtual void offerRecovery();
+    // The libraries the tool links beyond the host's, for the host's About box.
+    virtual QVector<CVXLibraryInfo> toolLibraries();
 
 public slots:
     virtual int getToolType();

@@ -115,6 +115,14 @@ QString CVXImageFileReader::dialogFilter()
     return tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.dcm);;All files (*)");
 }
 
+bool CVXImageFileReader::isImageKind(const QString& strPath)
+{
+    static const QStringList suffixes {QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
+                                       QStringLiteral("bmp"), QStringLiteral("tif"), QStringLiteral("tiff")};
+    return suffixes.contains(QFileInfo(strPath).suffix().toLower()) || CVXDicomFileReader::isDicomFile(strPath)
+           || !QImageReader::imageFormat(strPath).isEmpty();
+}
+
 QVector<QImage> CVXImageFileReader::readDicom(const QString& strPath, QString& strError)
 {
     CVXDicomFileReader reader(strPath);

@@ -79,6 +79,21 @@ bool CVXToolPluginBase::openDocument()
     return false;
 }
 
+bool CVXToolPluginBase::openDocumentFile(const QString&)
+{
+    return false;
+}
+
+QString CVXToolPluginBase::documentFilePath()
+{
+    return QString();
+}
+
+QStringList CVXToolPluginBase::documentFileSuffixes()
+{
+    return {};
+}
+
 bool CVXToolPluginBase::queryClose()
 {
     return true;
@@ -86,6 +101,11 @@ bool CVXToolPluginBase::queryClose()
 
 void CVXToolPluginBase::offerRecovery()
 {
+}
+
+QVector<CVXLibraryInfo> CVXToolPluginBase::toolLibraries()
+{
+    return {};
 }
 
 int CVXToolPluginBase::getToolType()

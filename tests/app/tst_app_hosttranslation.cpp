@@ -1,0 +1,152 @@
+#include "HostFixture.h"
+
+#include "ModalDialogAnswer.h"
+#include "WidgetLeaks.h"
+
+#include <VXHostMainWindow.h>
+#include <VXHostSetup.h>
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPushButton>
+#include <QtTest>
+
+namespace {
+
+QStringList entryTexts(const QMenu* pMenu)
+{
+    QStringList texts;
+    const QList<QAction*> actions = pMenu->actions();
+    for (const QAction* pAction : actions)
+        texts << (pAction->isSeparator() ? QStringLiteral("-") : pAction->text());
+    return texts;
+}
+
+// The texts of the standard buttons of the next dialog of the kind the action opens,
+// which is then cancelled, and its title first.
+QStringList titleAndButtonsShownBy(QAction* pAction, const QMetaObject& kind)
+{
+    QStringList texts;
+    answerNextModalDialog(kind, [&texts](QDialog* pDialog) {
+        texts << pDialog->windowTitle();
+        const QList<QAbstractButton*> buttons = pDialog->findChild<QDialogButtonBox*>()->buttons();
+        for (const QAbstractButton* pButton : buttons)
+            texts << pButton->text();
+        pDialog->reject();
+    });
+    pAction->trigger();
+    return texts;
+}
+
+} // namespace
+
+// Runs with a German system locale (see CMakeLists.txt): the host installs its German
+// catalogue and Qt's own, as main does, so its menus and Qt's standard dialogs speak German.
+class TestAppHostTranslation : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void menusSpeakGerman();
+    void fileMenuSpeaksGerman();
+    void standardDialogSpeaksGerman();
+    void aboutBoxSpeaksGerman();
+    void screenshotOfMenus();
+
+private:
+    QMenu* menu(const QString& strObjectName) const;
+
+    QScopedPointer<CHostFixture> m_pHost;
+};
+
+void TestAppHostTranslation::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY2(QLocale::system().name().startsWith(QLatin1String("de")), qPrintable(QLocale::system().name()));
+    QVERIFY(qEnvironmentVariableIsEmpty("LANGUAGE"));
+    CVXHostSetup::afterApplication();
+}
+
+void TestAppHostTranslation::init()
+{
+    m_pHost.reset(new CHostFixture);
+    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+}
+
+void TestAppHostTranslation::cleanup()
+{
+    m_pHost.reset();
+    VERIFY_NO_LEAKED_WINDOWS();
+}
+
+QMenu* TestAppHostTranslation::menu(const QString& strObjectName) const
+{
+    return m_pHost->window()->menuBar()->findChild<QMenu*>(strObjectName);
+}
+
+void TestAppHostTranslation::menusSpeakGerman()
+{
+    QStringList titles;
+    const QList<QAction*> menus = m_pHost->window()->menuBar()->actions();
+    for (const QAction* pAction : menus)
+        titles << pAction->text();
+    QCOMPARE(titles, QStringList({"&Datei", "&Bearbeiten", "&Werkzeuge", "&Fenster", "&Hilfe"}));
+    QCOMPARE(entryTexts(menu("menuEdit")), QStringList({"&Rückgängig", "&Wiederherstellen"}));
+    QCOMPARE(entryTexts(menu("menuWindow")).mid(0, 2), QStringList({"&Nebeneinander", "Ü&berlappend"}));
+    QCOMPARE(entryTexts(menu("menuHelp")), QStringList({"Ü&ber " + QGuiApplication::applicationDisplayName(), "Über &Qt"}));
+    // The layout tool's entry comes in German from the tool's own catalogue.
+    QCOMPARE(entryTexts(menu("menuTools")), QStringList {"Bildlayout-Fenster"});
+}
+
+void TestAppHostTranslation::fileMenuSpeaksGerman()
+{
+    QCOMPARE(entryTexts(menu("menuFile")),
+             QStringList({"&Bilder öffnen...", "&Sequenz öffnen...", "Beispiele öffnen", "-", "&Layout öffnen...",
+                          "Layout s&peichern", "Layout speichern &unter...", "-", "&Zuletzt geöffnet", "-",
+                          "B&eenden"}));
+    QCOMPARE(entryTexts(menu("menuOpenRecent")), QStringList({"-", "Menü &leeren"}));
+}
+
+void TestAppHostTranslation::standardDialogSpeaksGerman()
+{
+    // The dialog is Qt's own: its buttons come from Qt's German catalogue.
+    const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionOpenImages"), QFileDialog::staticMetaObject);
+    QCOMPARE(texts, QStringList({"Bilder öffnen", "&Öffnen", "Abbrechen"}));
+}
+
+void TestAppHostTranslation::aboutBoxSpeaksGerman()
+{
+    const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionAbout"), QDialog::staticMetaObject);
+    QCOMPARE(texts, QStringList({"Über " + QGuiApplication::applicationDisplayName(), "Schließen"}));
+}
+
+void TestAppHostTranslation::screenshotOfMenus()
+{
+    // Writes the README's picture of the German File menu when asked to (see README.md).
+    const QString strOutput = qEnvironmentVariable("VX_HOST_MENU_SCREENSHOT");
+    if (strOutput.isEmpty())
+        QSKIP("VX_HOST_MENU_SCREENSHOT names no file to write");
+    CVXHostMainWindow* pWindow = m_pHost->window();
+    pWindow->resize(900, 560);
+    pWindow->openSamples();
+    QMenu* pFile = menu("menuFile");
+    pWindow->menuBar()->setActiveAction(pFile->menuAction());
+    QTRY_VERIFY(pFile->isVisible());
+    // The menu is a window of its own; it goes into the picture where it lies on the main window.
+    QImage picture = pWindow->grab().toImage();
+    QPainter painter(&picture);
+    painter.drawPixmap(pWindow->mapFromGlobal(pFile->pos()), pFile->grab());
+    painter.end();
+    pFile->hide();
+    QVERIFY(picture.save(strOutput));
+}
+
+QTEST_MAIN(TestAppHostTranslation)
+#include "tst_app_hosttranslation.moc"
