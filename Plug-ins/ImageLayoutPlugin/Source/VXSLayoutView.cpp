@@ -104,11 +104,22 @@ void CVXSLayoutView::deleteSelected()
 {
     if (!m_pSelectedItem)
         return;
+    // An arrow draws its heads beyond its line's bounds.
+    const QRectF dirty = m_pSelectedItem->boundingRect().adjusted(-ArrowMargin, -ArrowMargin, ArrowMargin, ArrowMargin);
     CVXSLayoutChange change(m_pManager, tr("Delete"));
     deleteItem(m_pSelectedItem);
+    updateScene(dirty);
     // The empty selection is announced before the handles go, as the Delete key always did.
     emit selectionChanged(nullptr);
     hideHandles();
+}
+
+void CVXSLayoutView::presentNewItem(QGraphicsItem* pItem)
+{
+    m_pSelectedItem = pItem;
+    showHandles(pItem);
+    updateWholeScene();
+    emit selectionChanged(pItem);
 }
 
 int CVXSLayoutView::targetCell() const

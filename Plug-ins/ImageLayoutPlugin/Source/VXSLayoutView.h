@@ -42,8 +42,12 @@ public:
     // keeps the item for undo; without a manager the item is deleted. A selected item is
     // forgotten without announcing it.
     void deleteItem(QGraphicsItem* pItem);
-    // Deletes the selected item as one change and clears the selection.
+    // Deletes the selected item as one change, repaints where it was and clears the
+    // selection (announced before the handles go).
     void deleteSelected();
+    // How a new item appears: it becomes the selected item, gets its handles, the page is
+    // repainted and the selection announced.
+    void presentNewItem(QGraphicsItem* pItem);
 
     void hideHandles();
     void showHandles(QGraphicsItem* pItem);

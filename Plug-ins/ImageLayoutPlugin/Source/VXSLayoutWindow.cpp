@@ -8,7 +8,6 @@
 #include "VXSLayoutView.h"
 #include "window/VXSLayoutDrawingTools.h"
 #include "window/VXSLayoutImagePaster.h"
-#include "window/VXSLayoutItemDeleter.h"
 #include "window/VXSLayoutStyleCheck.h"
 #include "window/VXSLayoutTextEditor.h"
 #include "window/VXSLayoutTextPlacer.h"
@@ -346,8 +345,8 @@ void CVXSLayoutWindow::restoreLayoutStyle(int nStyle)
 
 void CVXSLayoutWindow::onClickDelete()
 {
-    if (QGraphicsItem* pItem = m_pView ? m_pView->currentItem() : nullptr)
-        CVXSLayoutItemDeleter(m_pMngr, *m_pView).deleteItem(pItem);
+    if (m_pView)
+        m_pView->deleteSelected();
 }
 
 // ---- tools -----------------------------------------------------------------------

@@ -37,10 +37,7 @@ void CVXSLayoutImagePaster::add(const QImage& image) const
     auto* pItem = new CVXSLayoutItemImage(image, nullptr);
     pScene->addItem(pItem);
     m_pMngr->addImageItem(pItem, true);
-    m_pView->setCurrentItem(pItem);
-    m_pView->showHandles(pItem);
-    pScene->update();
-    m_pView->setSelectedItem(pItem);
+    m_pView->presentNewItem(pItem);
 }
 
 QImage CVXSLayoutImagePaster::activeDatasetImage(const CVXSActiveDatasetGrabber::TabCopyRequest& requestTabCopy)

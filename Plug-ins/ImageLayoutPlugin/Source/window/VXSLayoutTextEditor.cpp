@@ -3,7 +3,6 @@
 #include "undo/VXSLayoutChange.h"
 #include "VXSLayoutItemText.h"
 #include "VXSLayoutView.h"
-#include "window/VXSLayoutItemDeleter.h"
 
 #include <QGraphicsScene>
 
@@ -18,7 +17,7 @@ void CVXSLayoutTextEditor::setText(const QString& strText, Qt::Alignment textFla
                                    const QColor& color) const
 {
     if (strText.trimmed().isEmpty()) {
-        CVXSLayoutItemDeleter(m_pMngr, m_view).deleteItem(&m_item);
+        m_view.deleteSelected();
         return;
     }
     CVXSLayoutChange change(m_pMngr, tr("Edit Text"));

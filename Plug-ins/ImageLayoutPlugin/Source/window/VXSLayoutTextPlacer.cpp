@@ -44,10 +44,7 @@ void CVXSLayoutTextPlacer::place(const QString& strText, const QFont& font, cons
     m_view.setTopZ(z);
     pItem->show();
     pScene->update(pItem->boundingRect());
-    m_view.setCurrentItem(pItem);
-    m_view.showHandles(pItem);
-    pScene->update();
-    m_view.setSelectedItem(pItem);
+    m_view.presentNewItem(pItem);
 }
 
 int CVXSLayoutTextPlacer::randomStart(int nFreeRange)
