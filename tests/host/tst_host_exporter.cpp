@@ -1,6 +1,6 @@
 #include "ExportReadBack.h"
-#include "RequireTool.h"
-#include "SolidImage.h"
+#include "OutsideProgram.h"
+#include "TestPictures.h"
 #include "VXSImageExporter.h"
 
 #include <QImageReader>
@@ -261,8 +261,8 @@ void TestHostExporter::writesAndReadsBack()
 
 void TestHostExporter::dicomReadByDcmtk()
 {
-    VX_REQUIRE_TOOL("dcmdump");
-    VX_REQUIRE_TOOL("dcm2pnm");
+    VX_REQUIRE_PROGRAM("dcmdump");
+    VX_REQUIRE_PROGRAM("dcm2pnm");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(QStringLiteral("layout.dcm"));
@@ -290,7 +290,7 @@ void TestHostExporter::dicomReadByDcmtk()
 
 void TestHostExporter::dicomPassesIodValidation()
 {
-    VX_REQUIRE_TOOL("dciodvfy");
+    VX_REQUIRE_PROGRAM("dciodvfy");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(QStringLiteral("layout.dcm"));
@@ -304,7 +304,7 @@ void TestHostExporter::dicomPassesIodValidation()
 
 void TestHostExporter::dicomGetsFreshUids()
 {
-    VX_REQUIRE_TOOL("dcmdump");
+    VX_REQUIRE_PROGRAM("dcmdump");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     QVector<QByteArray> dumps;
@@ -325,7 +325,7 @@ void TestHostExporter::dicomGetsFreshUids()
 
 void TestHostExporter::epsRenderedByGhostscript()
 {
-    VX_REQUIRE_TOOL("gs");
+    VX_REQUIRE_PROGRAM("gs");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(QStringLiteral("layout.eps"));
@@ -344,8 +344,8 @@ void TestHostExporter::epsRenderedByGhostscript()
 
 void TestHostExporter::emfRenderedThroughSvg()
 {
-    VX_REQUIRE_TOOL("emf2svg-conv");
-    VX_REQUIRE_TOOL("rsvg-convert");
+    VX_REQUIRE_PROGRAM("emf2svg-conv");
+    VX_REQUIRE_PROGRAM("rsvg-convert");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(QStringLiteral("layout.emf"));
@@ -359,8 +359,8 @@ void TestHostExporter::emfRenderedThroughSvg()
 
 void TestHostExporter::wmfRenderedThroughSvg()
 {
-    VX_REQUIRE_TOOL("wmf2svg");
-    VX_REQUIRE_TOOL("rsvg-convert");
+    VX_REQUIRE_PROGRAM("wmf2svg");
+    VX_REQUIRE_PROGRAM("rsvg-convert");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(QStringLiteral("layout.wmf"));
@@ -374,7 +374,7 @@ void TestHostExporter::wmfRenderedThroughSvg()
 
 void TestHostExporter::tiffReadByLibtiff()
 {
-    VX_REQUIRE_TOOL("tiffinfo");
+    VX_REQUIRE_PROGRAM("tiffinfo");
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     const QString strPath = dir.filePath(QStringLiteral("layout.tif"));

@@ -1,5 +1,5 @@
-#include "RequireTool.h"
-#include "SolidImage.h"
+#include "OutsideProgram.h"
+#include "TestPictures.h"
 
 #include <VXImageProvenance.h>
 #include <VXSImageExporter.h>
@@ -255,7 +255,7 @@ void TestHostExportProvenance::readBackByExiftool_data()
 
 void TestHostExportProvenance::readBackByExiftool()
 {
-    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_PROGRAM("exiftool");
     QFETCH(QByteArray, suffix);
     QFETCH(Keys, keys);
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.") + QString::fromLatin1(suffix));
@@ -275,7 +275,7 @@ void TestHostExportProvenance::readBackByExiftool()
 
 void TestHostExportProvenance::jpegCommentTooLongIsCut()
 {
-    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_PROGRAM("exiftool");
     const QString strPatient = QString::fromLatin1(CVXImageProvenance::PatientId);
     // Two bytes a character, so that a cut at the byte limit would fall inside one.
     const QString strPath = save(keyedImage({{strPatient, QString(40000, QChar(0xC4))}}), QStringLiteral("long.jpg"));
@@ -311,8 +311,8 @@ void TestHostExportProvenance::dicomReferencesItsSources_data()
 
 void TestHostExportProvenance::dicomReferencesItsSources()
 {
-    VX_REQUIRE_TOOL("dcmdump");
-    VX_REQUIRE_TOOL("dciodvfy");
+    VX_REQUIRE_PROGRAM("dcmdump");
+    VX_REQUIRE_PROGRAM("dciodvfy");
     QFETCH(Keys, keys);
     QFETCH(QStringList, references);
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.dcm"));
@@ -333,7 +333,7 @@ void TestHostExportProvenance::dicomReferencesItsSources()
 
 void TestHostExportProvenance::dicomLongTextIsCut()
 {
-    VX_REQUIRE_TOOL("dcmdump");
+    VX_REQUIRE_PROGRAM("dcmdump");
     const QString strPath = save(keyedImage(valueFigure(QString(20000, QChar(0xC4)))), QStringLiteral("long.dcm"));
     QVERIFY(!strPath.isEmpty());
 
@@ -364,8 +364,8 @@ void TestHostExportProvenance::epsCarriesEscapedComments_data()
 
 void TestHostExportProvenance::epsCarriesEscapedComments()
 {
-    VX_REQUIRE_TOOL("grep");
-    VX_REQUIRE_TOOL("gs");
+    VX_REQUIRE_PROGRAM("grep");
+    VX_REQUIRE_PROGRAM("gs");
     QFETCH(Keys, keys);
     QFETCH(QByteArray, expectedLine);
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.eps"));
@@ -402,9 +402,9 @@ void TestHostExportProvenance::metafilesCarryCommentRecords()
     QFETCH(Keys, keys);
     const bool bEmf = suffix == "emf";
     if (bEmf)
-        VX_REQUIRE_TOOL("emf2svg-conv");
+        VX_REQUIRE_PROGRAM("emf2svg-conv");
     else
-        VX_REQUIRE_TOOL("wmf2svg");
+        VX_REQUIRE_PROGRAM("wmf2svg");
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.") + QString::fromLatin1(suffix));
     QVERIFY(!strPath.isEmpty());
 

@@ -3,7 +3,7 @@
 #include "VXUtilityFns.h"
 
 #include "MessageBoxAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QPushButton>
 #include <QtTest>
@@ -42,12 +42,11 @@ QString standardButtonText(QMessageBox::StandardButton button)
 
 } // namespace
 
-class TestHostMessageBox : public QObject
+class TestHostMessageBox : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void standardButtons_data();
     void standardButtons();
@@ -62,11 +61,6 @@ void TestHostMessageBox::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vx Test Host"));
-}
-
-void TestHostMessageBox::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostMessageBox::standardButtons_data()

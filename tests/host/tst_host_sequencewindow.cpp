@@ -1,7 +1,7 @@
-#include "SolidImage.h"
+#include "TestPictures.h"
 #include "VXSSequenceWindow.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QClipboard>
 #include <QTabWidget>
@@ -30,12 +30,11 @@ int grayAt(const QImage& image, int x, int y)
 
 } // namespace
 
-class TestHostSequenceWindow : public QObject
+class TestHostSequenceWindow : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void hasTheThreeTabs();
     void setCurrentTab_data();
@@ -56,11 +55,6 @@ private slots:
 void TestHostSequenceWindow::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestHostSequenceWindow::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostSequenceWindow::hasTheThreeTabs()

@@ -1,8 +1,9 @@
 #include "FileDialogAnswer.h"
 #include "LayoutFixture.h"
 #include "MessageBoxAnswer.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "ModalDialogAnswer.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXPreference.h>
 #include <output/VXSImageResampler.h>
@@ -93,13 +94,12 @@ QString pdftoppmProgram()
 
 } // namespace
 
-class TestLayoutOutput : public QObject
+class TestLayoutOutput : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void renderSize_data();
     void renderSize();
@@ -133,6 +133,8 @@ private slots:
     void printerThatCannotStartShowsStatus43();
 
 private:
+    void endTest() override;
+
     // Exports through the dialog, answering it with the filter and file name given.
     void exportAs(const QString& strFilter, const QString& strFileName);
     QString path(const QString& strName) const;
@@ -157,11 +159,10 @@ void TestLayoutOutput::init()
     m_pFixture = std::make_unique<LayoutFixture>(QSize(500, 400));
 }
 
-void TestLayoutOutput::cleanup()
+void TestLayoutOutput::endTest()
 {
     m_pFixture.reset();
     m_pFolder.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestLayoutOutput::path(const QString& strName) const
@@ -559,9 +560,8 @@ void TestLayoutOutput::extensionForFilter()
 
 void TestLayoutOutput::answerPrintDialog(const QString& strOutputFile, bool bAccept)
 {
-    QTimer::singleShot(0, [strOutputFile, bAccept] {
-        QTRY_VERIFY(qobject_cast<QPrintDialog*>(QApplication::activeModalWidget()));
-        auto* pDialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+    answerNextModalDialog(QPrintDialog::staticMetaObject, [strOutputFile, bAccept](QDialog* pModal) {
+        auto* pDialog = qobject_cast<QPrintDialog*>(pModal);
         QCOMPARE(pDialog->minPage(), 1);
         QCOMPARE(pDialog->maxPage(), 1);
         if (!bAccept) {

@@ -1,4 +1,4 @@
-#include "SolidImage.h"
+#include "TestPictures.h"
 
 #include <output/VXSImageResampler.h>
 

@@ -1,5 +1,5 @@
 #include "LayoutFixture.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemRectangle.h>
@@ -37,13 +37,12 @@ QList<double> auxiliaryZ(CVXSLayoutView* pView)
 
 } // namespace
 
-class TestLayoutZOrder : public QObject
+class TestLayoutZOrder : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void zOrderListIsSortedByZ();
     void noSelectionChangesNothing();
@@ -58,6 +57,8 @@ private slots:
     void marksStayAboveItemsInALongSession();
 
 private:
+    void endTest() override;
+
     // Four rectangles side by side with z 26..29, picked through the viewport.
     void drawFour();
     void select(int nIndex);
@@ -78,12 +79,11 @@ void TestLayoutZOrder::init()
     drawFour();
 }
 
-void TestLayoutZOrder::cleanup()
+void TestLayoutZOrder::endTest()
 {
     delete m_pLayout;
     m_pLayout = nullptr;
     m_items.clear();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutZOrder::drawFour()

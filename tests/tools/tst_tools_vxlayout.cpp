@@ -1,7 +1,7 @@
 #include "OutsideProgram.h"
 #include "TestDicomFiles.h"
 #include "TestImageFiles.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXImageFileReader.h>
 #include <VXStatus.h>

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QSize>
 
+// Pictures the tests and benchmarks make for themselves.
+
 // An image of the size filled with one colour, in the given format.
 QImage solidImage(QSize size, QColor color, QImage::Format format = QImage::Format_ARGB32);
 

@@ -1,4 +1,4 @@
-#include "SolidImage.h"
+#include "TestPictures.h"
 
 QImage solidImage(QSize size, QColor color, QImage::Format format)
 {
