@@ -49,18 +49,6 @@ QImage gradientImage(const QSize& size = QSize(64, 48))
     return image;
 }
 
-// Random pixels compress badly, so the encoded file is large.
-QImage noiseImage(const QSize& size)
-{
-    QImage image(size, QImage::Format_RGB32);
-    QRandomGenerator generator(42);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            image.setPixel(x, y, generator.generate() | 0xff000000u);
-    }
-    return image;
-}
-
 int largestChannelDifference(const QImage& a, const QImage& b)
 {
     int nLargest = 0;
@@ -570,7 +558,8 @@ void TestHostExporter::failureWhileWritingLeavesExistingFile()
         rlimit limited = previous;
         limited.rlim_cur = 4096;
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &limited), 0);
-        status = save(noiseImage(QSize(100, 100)), strPath);
+        // Noise compresses badly, so the encoded file is large.
+        status = save(noiseImage(QSize(100, 100), 42), strPath);
     }
 
     QCOMPARE(status, eSTATUS_WRITE_FAILED);
@@ -594,7 +583,7 @@ void TestHostExporter::outOfMemoryLeavesExistingFile()
     const QString strPath = dir.filePath(strName);
     const QByteArray original("the user's earlier export");
     QVERIFY(writeFile(strPath, original));
-    const QImage image = noiseImage(QSize(1500, 1500));
+    const QImage image = noiseImage(QSize(1500, 1500), 42);
 
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("AddressSanitizer reserves its shadow memory up front: an address space limit cannot make "

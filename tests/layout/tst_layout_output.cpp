@@ -23,7 +23,6 @@
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -294,16 +293,8 @@ void TestLayoutOutput::reducedImagesAreTheResamplersPixels()
     // must hold exactly what the resampler gives for that image alone.
     m_pFixture->chooseStyle(3);
     QList<CVXSLayoutItemImage*> items;
-    for (quint32 seed = 1; seed <= 4; ++seed) {
-        QImage noise(2600 + int(seed) * 10, 1400, QImage::Format_RGB32);
-        QRandomGenerator random(seed);
-        for (int y = 0; y < noise.height(); ++y) {
-            auto* pLine = reinterpret_cast<QRgb*>(noise.scanLine(y));
-            for (int x = 0; x < noise.width(); ++x)
-                pLine[x] = 0xff000000 | (random.generate() & 0xffffff);
-        }
-        items << m_pFixture->pasteImage(noise);
-    }
+    for (quint32 seed = 1; seed <= 4; ++seed)
+        items << m_pFixture->pasteImage(noiseImage(QSize(2600 + int(seed) * 10, 1400), seed));
     const QImage rendered = m_pFixture->manager()->renderLayoutImage(4.0);
     for (CVXSLayoutItemImage* pImage : items) {
         const QRectF b = pImage->boundingRect();
