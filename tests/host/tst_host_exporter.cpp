@@ -63,28 +63,6 @@ int largestChannelDifference(const QImage& a, const QImage& b)
     return nLargest;
 }
 
-// What an external program printed (standard output and error) and how it ended.
-struct ToolRun {
-    bool bFinished = false;
-    int nExitCode = -1;
-    QByteArray output;
-
-    bool succeeded() const { return bFinished && nExitCode == 0; }
-    QByteArray report() const { return "exit code " + QByteArray::number(nExitCode) + ":\n" + output; }
-};
-
-ToolRun runTool(const QString& strProgram, const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(strProgram, arguments);
-    ToolRun run;
-    run.bFinished = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
-    run.nExitCode = process.exitCode();
-    run.output = process.readAll();
-    return run;
-}
-
 // Every entry, hidden ones included, so that left-over temporary files show.
 QStringList entriesOf(const QString& strFolder)
 {
@@ -257,19 +235,19 @@ void TestHostExporter::dicomReadByDcmtk()
     const QImage image = structuredImage();
     QCOMPARE(save(image, strPath), eSTATUS_SUCCESS);
 
-    const ToolRun dump = runTool(QStringLiteral("dcmdump"), {QStringLiteral("-Un"), strPath});
-    QVERIFY2(dump.succeeded(), dump.report().constData());
-    QCOMPARE(dumpedValue(dump.output, "(0002,0002)"), QByteArray("[1.2.840.10008.5.1.4.1.1.7]"));
-    QCOMPARE(dumpedValue(dump.output, "(0008,0016)"), QByteArray("[1.2.840.10008.5.1.4.1.1.7]"));
-    QCOMPARE(dumpedValue(dump.output, "(0008,0060)"), QByteArray("[OT]"));
-    QCOMPARE(dumpedValue(dump.output, "(0008,0064)"), QByteArray("[WSD]"));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0002)"), QByteArray("3"));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0004)"), QByteArray("[RGB]"));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0006)"), QByteArray("0"));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0010)"), QByteArray::number(image.height()));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0011)"), QByteArray::number(image.width()));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0100)"), QByteArray("8"));
-    QCOMPARE(dumpedValue(dump.output, "(0028,0101)"), QByteArray("8"));
+    const OutsideProgram dump(QStringLiteral("dcmdump"), {QStringLiteral("-Un"), strPath});
+    QVERIFY2(dump.succeeded(), qPrintable(dump.report()));
+    QCOMPARE(dumpedValue(dump.output(), "(0002,0002)"), QByteArray("[1.2.840.10008.5.1.4.1.1.7]"));
+    QCOMPARE(dumpedValue(dump.output(), "(0008,0016)"), QByteArray("[1.2.840.10008.5.1.4.1.1.7]"));
+    QCOMPARE(dumpedValue(dump.output(), "(0008,0060)"), QByteArray("[OT]"));
+    QCOMPARE(dumpedValue(dump.output(), "(0008,0064)"), QByteArray("[WSD]"));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0002)"), QByteArray("3"));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0004)"), QByteArray("[RGB]"));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0006)"), QByteArray("0"));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0010)"), QByteArray::number(image.height()));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0011)"), QByteArray::number(image.width()));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0100)"), QByteArray("8"));
+    QCOMPARE(dumpedValue(dump.output(), "(0028,0101)"), QByteArray("8"));
 
     const QImage read = readByOutsidePrograms(strPath, image.size());
     QCOMPARE(read.size(), image.size());
@@ -284,10 +262,10 @@ void TestHostExporter::dicomPassesIodValidation()
     const QString strPath = dir.filePath(QStringLiteral("layout.dcm"));
     QCOMPARE(save(structuredImage(), strPath), eSTATUS_SUCCESS);
 
-    const ToolRun validation = runTool(QStringLiteral("dciodvfy"), {strPath});
-    QVERIFY2(validation.bFinished, validation.report().constData());
-    QVERIFY2(validation.output.contains("SCImage"), validation.report().constData());
-    QVERIFY2(!validation.output.contains("Error"), validation.report().constData());
+    const OutsideProgram validation(QStringLiteral("dciodvfy"), {strPath});
+    QVERIFY2(validation.finished(), qPrintable(validation.report()));
+    QVERIFY2(validation.output().contains("SCImage"), qPrintable(validation.report()));
+    QVERIFY2(!validation.output().contains("Error"), qPrintable(validation.report()));
 }
 
 void TestHostExporter::dicomGetsFreshUids()
@@ -298,9 +276,9 @@ void TestHostExporter::dicomGetsFreshUids()
     QVector<QByteArray> dumps;
     for (const QString& strName : {QStringLiteral("first.dcm"), QStringLiteral("second.dcm")}) {
         QCOMPARE(save(structuredImage(), dir.filePath(strName)), eSTATUS_SUCCESS);
-        const ToolRun dump = runTool(QStringLiteral("dcmdump"), {dir.filePath(strName)});
-        QVERIFY2(dump.succeeded(), dump.report().constData());
-        dumps.append(dump.output);
+        const OutsideProgram dump(QStringLiteral("dcmdump"), {dir.filePath(strName)});
+        QVERIFY2(dump.succeeded(), qPrintable(dump.report()));
+        dumps.append(dump.output());
     }
     // Study, series and SOP instance.
     for (const QByteArray& tag : {QByteArray("(0020,000d)"), QByteArray("(0020,000e)"), QByteArray("(0008,0018)")}) {
@@ -363,9 +341,9 @@ void TestHostExporter::tiffReadByLibtiff()
     const QImage image = structuredImage();
     QCOMPARE(save(image, strPath), eSTATUS_SUCCESS);
 
-    const ToolRun info = runTool(QStringLiteral("tiffinfo"), {strPath});
-    QVERIFY2(info.succeeded(), info.report().constData());
-    QVERIFY2(info.output.contains("Image Width: 157 Image Length: 93"), info.report().constData());
+    const OutsideProgram info(QStringLiteral("tiffinfo"), {strPath});
+    QVERIFY2(info.succeeded(), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("Image Width: 157 Image Length: 93"), qPrintable(info.report()));
     QCOMPARE(readBack(strPath), image);
 }
 

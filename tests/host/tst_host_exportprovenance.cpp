@@ -4,7 +4,6 @@
 #include <VXImageProvenance.h>
 #include <VXSImageExporter.h>
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <QtTest>
@@ -87,26 +86,10 @@ QImage keyedImage(const Keys& keys)
     return image;
 }
 
-struct ToolRun {
-    bool bFinished = false;
-    int nExitCode = -1;
-    QByteArray output;
-    QByteArray errors;
-
-    bool succeeded() const { return bFinished && nExitCode == 0; }
-    QByteArray report() const { return "exit code " + QByteArray::number(nExitCode) + ":\n" + output + errors; }
-};
-
-ToolRun runTool(const QString& strProgram, const QStringList& arguments)
+// The output is parsed: standard error is kept apart.
+OutsideProgram runTool(const QString& strProgram, const QStringList& arguments)
 {
-    QProcess process;
-    process.start(strProgram, arguments);
-    ToolRun run;
-    run.bFinished = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
-    run.nExitCode = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
-    return run;
+    return OutsideProgram(strProgram, arguments, OutsideProgram::Errors::Apart);
 }
 
 QByteArray contentOf(const QString& strPath)
@@ -237,8 +220,8 @@ QStringList TestHostExportProvenance::plainExiftoolLines(const QByteArray& suffi
 {
     if (!m_plainExiftoolLines.contains(suffix)) {
         const QString strPath = save(keyedImage(Keys()), QStringLiteral("plain.") + QString::fromLatin1(suffix));
-        const ToolRun plain = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
-        m_plainExiftoolLines.insert(suffix, QString::fromUtf8(plain.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
+        const OutsideProgram plain = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
+        m_plainExiftoolLines.insert(suffix, QString::fromUtf8(plain.output()).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
     }
     return m_plainExiftoolLines.value(suffix);
 }
@@ -261,10 +244,10 @@ void TestHostExportProvenance::readBackByExiftool()
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.") + QString::fromLatin1(suffix));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun read = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
+    const OutsideProgram read = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
 
-    QVERIFY2(read.succeeded(), read.report().constData());
-    QStringList lines = QString::fromUtf8(read.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QVERIFY2(read.succeeded(), qPrintable(read.report()));
+    QStringList lines = QString::fromUtf8(read.output()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString& strPlain : plainExiftoolLines(suffix))
         lines.removeOne(strPlain);
     const QStringList expected = expectedExiftoolLines(suffix, keys);
@@ -281,11 +264,11 @@ void TestHostExportProvenance::jpegCommentTooLongIsCut()
     const QString strPath = save(keyedImage({{strPatient, QString(40000, QChar(0xC4))}}), QStringLiteral("long.jpg"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-Comment"), strPath});
+    const OutsideProgram read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-Comment"), strPath});
 
-    QVERIFY2(read.succeeded(), read.report().constData());
-    QVERIFY(read.output.size() <= 65533);
-    const QString strComment = QString::fromUtf8(read.output);
+    QVERIFY2(read.succeeded(), qPrintable(read.report()));
+    QVERIFY(read.output().size() <= 65533);
+    const QString strComment = QString::fromUtf8(read.output());
     QVERIFY(strComment.startsWith(strPatient + QStringLiteral(": ") + QChar(0xC4)));
     QVERIFY(strComment.endsWith(QStringLiteral("\u00C4 [truncated]")));
 }
@@ -318,17 +301,17 @@ void TestHostExportProvenance::dicomReferencesItsSources()
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.dcm"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun dump = runTool(QStringLiteral("dcmdump"), {QStringLiteral("-Un"), QStringLiteral("+U8"), strPath});
-    const ToolRun validation = runTool(QStringLiteral("dciodvfy"), {strPath});
+    const OutsideProgram dump = runTool(QStringLiteral("dcmdump"), {QStringLiteral("-Un"), QStringLiteral("+U8"), strPath});
+    const OutsideProgram validation = runTool(QStringLiteral("dciodvfy"), {strPath});
 
-    QVERIFY2(dump.succeeded(), dump.report().constData());
-    QCOMPARE(referencedInstances(dump.output), references);
-    QCOMPARE(dump.output.count(QByteArray("(0008,1150) UI [") + kSecondaryCapture + ']'), references.size());
-    QCOMPARE(dump.output.contains("(0020,4000)"), !keys.isEmpty());
-    QCOMPARE(dump.output.contains("(0008,2111)"), !keys.isEmpty());
-    QVERIFY2(validation.bFinished, validation.report().constData());
-    QVERIFY2(validation.report().contains("SCImage"), validation.report().constData());
-    QVERIFY2(!validation.report().contains("Error"), validation.report().constData());
+    QVERIFY2(dump.succeeded(), qPrintable(dump.report()));
+    QCOMPARE(referencedInstances(dump.output()), references);
+    QCOMPARE(dump.output().count(QByteArray("(0008,1150) UI [") + kSecondaryCapture + ']'), references.size());
+    QCOMPARE(dump.output().contains("(0020,4000)"), !keys.isEmpty());
+    QCOMPARE(dump.output().contains("(0008,2111)"), !keys.isEmpty());
+    QVERIFY2(validation.finished(), qPrintable(validation.report()));
+    QVERIFY2(validation.report().contains("SCImage"), qPrintable(validation.report()));
+    QVERIFY2(!validation.report().contains("Error"), qPrintable(validation.report()));
 }
 
 void TestHostExportProvenance::dicomLongTextIsCut()
@@ -337,13 +320,13 @@ void TestHostExportProvenance::dicomLongTextIsCut()
     const QString strPath = save(keyedImage(valueFigure(QString(20000, QChar(0xC4)))), QStringLiteral("long.dcm"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun dump = runTool(QStringLiteral("dcmdump"),
+    const OutsideProgram dump = runTool(QStringLiteral("dcmdump"),
                                  {QStringLiteral("+L"), QStringLiteral("+P"), QStringLiteral("0020,4000"), QStringLiteral("+U8"), strPath});
 
-    QVERIFY2(dump.succeeded(), dump.report().constData());
+    QVERIFY2(dump.succeeded(), qPrintable(dump.report()));
     // LT holds 10240 characters; dcmdump prints the length in bytes of the Latin-1 value.
-    QVERIFY2(dump.output.contains("# 10240,"), dump.output.right(100).constData());
-    QVERIFY2(dump.output.contains("\xC3\x84 [truncated]"), dump.output.right(100).constData());
+    QVERIFY2(dump.output().contains("# 10240,"), dump.output().right(100).constData());
+    QVERIFY2(dump.output().contains("\xC3\x84 [truncated]"), dump.output().right(100).constData());
 }
 
 void TestHostExportProvenance::epsCarriesEscapedComments_data()
@@ -371,19 +354,19 @@ void TestHostExportProvenance::epsCarriesEscapedComments()
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.eps"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun found = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("-F"), QStringLiteral("-x"),
+    const OutsideProgram found = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("-F"), QStringLiteral("-x"),
                                                            QString::fromLatin1(expectedLine), strPath});
-    const ToolRun tooLong = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^.\\{256,\\}"), strPath});
-    const ToolRun provenance = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^%%VXProvenance: "), strPath});
-    const ToolRun render = runTool(QStringLiteral("gs"), {QStringLiteral("-q"), QStringLiteral("-dSAFER"),
+    const OutsideProgram tooLong = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^.\\{256,\\}"), strPath});
+    const OutsideProgram provenance = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^%%VXProvenance: "), strPath});
+    const OutsideProgram render = runTool(QStringLiteral("gs"), {QStringLiteral("-q"), QStringLiteral("-dSAFER"),
                                                           QStringLiteral("-dBATCH"), QStringLiteral("-dNOPAUSE"),
                                                           QStringLiteral("-sDEVICE=nullpage"), strPath});
 
-    QVERIFY2(found.succeeded() && found.output.trimmed().toInt() >= 1, found.report().constData());
-    QCOMPARE(tooLong.output.trimmed(), QByteArray("0"));
-    QCOMPARE(provenance.output.trimmed().toInt(), keys.size());
+    QVERIFY2(found.succeeded() && found.output().trimmed().toInt() >= 1, qPrintable(found.report()));
+    QCOMPARE(tooLong.output().trimmed(), QByteArray("0"));
+    QCOMPARE(provenance.output().trimmed().toInt(), keys.size());
     // The comments stay comments: the page is drawn without a PostScript error.
-    QVERIFY2(render.succeeded() && render.output.isEmpty() && render.errors.isEmpty(), render.report().constData());
+    QVERIFY2(render.succeeded() && render.output().isEmpty() && render.errors().isEmpty(), qPrintable(render.report()));
 }
 
 void TestHostExportProvenance::metafilesCarryCommentRecords_data()
@@ -411,7 +394,7 @@ void TestHostExportProvenance::metafilesCarryCommentRecords()
     QStringList comments;
     QVERIFY(bEmf ? emfComments(contentOf(strPath), comments) : wmfComments(contentOf(strPath), comments));
     const QString strSvg = m_dir.filePath(QStringLiteral("figure.svg"));
-    const ToolRun convert = bEmf ? runTool(QStringLiteral("emf2svg-conv"), {QStringLiteral("-i"), strPath,
+    const OutsideProgram convert = bEmf ? runTool(QStringLiteral("emf2svg-conv"), {QStringLiteral("-i"), strPath,
                                                                               QStringLiteral("-o"), strSvg})
                                  : runTool(QStringLiteral("wmf2svg"), {QStringLiteral("-o"), strSvg, strPath});
 
@@ -420,7 +403,7 @@ void TestHostExportProvenance::metafilesCarryCommentRecords()
         expected << it.key() + QStringLiteral(": ") + it.value();
     QCOMPARE(comments, expected);
     // Readers still draw the picture.
-    QVERIFY2(convert.succeeded(), convert.report().constData());
+    QVERIFY2(convert.succeeded(), qPrintable(convert.report()));
     QVERIFY(contentOf(strSvg).contains("<svg"));
 }
 
