@@ -14,7 +14,7 @@ constexpr int kWaitForActiveMs = 10000;
 
 CModalWatch::CModalWatch(const char* pClassName, const QList<ModalAnswer>& answers, ModalAnswer otherwise,
                          Lasting lasting)
-    : m_pClassName(pClassName)
+    : m_className(pClassName)
     , m_answers(answers)
     , m_otherwise(std::move(otherwise))
     , m_lasting(lasting)
@@ -42,7 +42,7 @@ QList<CSeenModal> CModalWatch::seen()
 
 bool CModalWatch::wants(const QWidget* pModal) const
 {
-    if (m_pClassName && !pModal->inherits(m_pClassName))
+    if (!m_className.isEmpty() && !pModal->inherits(m_className.constData()))
         return false;
     return m_lasting == Lasting::WhileItLives || m_seen.size() < m_answers.size();
 }

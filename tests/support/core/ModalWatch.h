@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -59,7 +60,7 @@ public:
 private:
     void answer(const QPointer<QWidget>& pModal, int nIndex);
 
-    const char* m_pClassName = nullptr;
+    QByteArray m_className; // empty for any modal
     QList<ModalAnswer> m_answers;
     ModalAnswer m_otherwise;
     Lasting m_lasting = Lasting::WhileItLives;
