@@ -115,13 +115,13 @@ QByteArray dumpedValue(const QByteArray& dump, const QByteArray& tag)
     return QByteArray();
 }
 
-const char* const kFormats[] = {"bmp", "jpg", "png", "eps", "tif", "wmf", "emf", "dcm"};
+const QList<const char*> kFormats = {"bmp", "jpg", "png", "eps", "tif", "wmf", "emf", "dcm"};
 
-// One row per format, for checks that every format must pass alike.
-void addFormatRows()
+// One row per format, for checks that every format (or each of those given) must pass alike.
+void addFormatRows(const QList<const char*>& suffixes = kFormats)
 {
     QTest::addColumn<QString>("suffix");
-    for (const char* pSuffix : kFormats)
+    for (const char* pSuffix : suffixes)
         QTest::newRow(pSuffix) << QString::fromLatin1(pSuffix);
 }
 
@@ -310,9 +310,7 @@ void TestHostExporter::epsRenderedByGhostscript()
 
 void TestHostExporter::metafileRenderedThroughSvg_data()
 {
-    QTest::addColumn<QString>("suffix");
-    QTest::newRow("emf") << QStringLiteral("emf");
-    QTest::newRow("wmf") << QStringLiteral("wmf");
+    addFormatRows({"emf", "wmf"});
 }
 
 void TestHostExporter::metafileRenderedThroughSvg()
