@@ -19,6 +19,9 @@
 // into the layout), to show that the quality check fails on aliasing.
 // Needs vips (Debian package libvips-tools) and montage (imagemagick) on the PATH.
 
+#include "LanczosReference.h"
+#include "TestPictures.h"
+
 #include <VXSImageExporter.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
@@ -31,6 +34,7 @@
 #include <QFileInfo>
 #include <QImageReader>
 #include <QLoggingCategory>
+#include <QPainter>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -94,21 +98,15 @@ QImage detailedSource(int variant)
 {
     QImage image(SourceSide, SourceSide, QImage::Format_RGB32);
     const int half = SourceSide / 2;
-    const double cx = half / 2.0 + variant * 9;
-    const double cy = half / 2.0 - variant * 7;
-    const double k = M_PI / half;
     const int check = 5 + variant;
     QRandomGenerator random(quint32(1000 + variant));
+    // The top-left quadrant, the zone plate, is drawn at the end.
     for (int y = 0; y < SourceSide; ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < SourceSide; ++x) {
+        for (int x = y < half ? half : 0; x < SourceSide; ++x) {
             const bool bRight = x >= half;
             const bool bBottom = y >= half;
-            if (!bRight && !bBottom) {
-                const double r2 = (x - cx) * (x - cx) + (y - cy) * (y - cy);
-                const int grey = int(std::lround(127.5 + 127.5 * std::cos(k * r2)));
-                line[x] = qRgb(grey, grey, grey);
-            } else if (bRight && !bBottom) {
+            if (bRight && !bBottom) {
                 const bool bDark = ((x / check) + (y / check)) % 2 == 0;
                 const bool bBar = (x + 2 * y) % 61 < 3;
                 line[x] = bBar ? qRgb(220, 30, 30) : bDark ? qRgb(20, 20, 60) : qRgb(240, 240, 200);
@@ -120,107 +118,8 @@ QImage detailedSource(int variant)
             }
         }
     }
+    QPainter(&image).drawImage(0, 0, zonePlate(half, QPointF(half / 2.0 + variant * 9, half / 2.0 - variant * 7)));
     return image;
-}
-
-// ---- Lanczos-3 reduction, the reference for the exported cells ----
-
-struct Taps
-{
-    int first = 0;
-    std::vector<float> weights;
-};
-
-double lanczos3(double x)
-{
-    if (x == 0)
-        return 1;
-    if (std::abs(x) >= 3)
-        return 0;
-    const double px = M_PI * x;
-    return 3 * std::sin(px) * std::sin(px / 3) / (px * px);
-}
-
-// Taps of each output pixel along one axis; the kernel widens with the reduction, and
-// taps beyond the edge are dropped and the rest renormalised.
-std::vector<Taps> lanczosTaps(int source, int target)
-{
-    const double scale = double(source) / target;
-    const double stretch = std::max(1.0, scale);
-    const double support = 3 * stretch;
-    std::vector<Taps> taps(static_cast<size_t>(target));
-    for (int i = 0; i < target; ++i) {
-        const double centre = (i + 0.5) * scale;
-        const int from = std::max(0, int(std::floor(centre - support)));
-        const int to = std::min(source - 1, int(std::ceil(centre + support)));
-        Taps& t = taps[size_t(i)];
-        t.first = from;
-        double sum = 0;
-        for (int s = from; s <= to; ++s) {
-            const double w = lanczos3((s + 0.5 - centre) / stretch);
-            t.weights.push_back(float(w));
-            sum += w;
-        }
-        for (float& w : t.weights)
-            w = float(w / sum);
-    }
-    return taps;
-}
-
-// RGB planes of the source reduced to the size, as floating point.
-std::vector<float> lanczosReduce(const QImage& source, QSize size)
-{
-    const int sw = source.width();
-    const int sh = source.height();
-    const std::vector<Taps> columns = lanczosTaps(sw, size.width());
-    const std::vector<Taps> rows = lanczosTaps(sh, size.height());
-    std::vector<float> across(size_t(size.width()) * sh * 3);
-    for (int y = 0; y < sh; ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(source.constScanLine(y));
-        float* out = &across[size_t(y) * size.width() * 3];
-        for (int x = 0; x < size.width(); ++x) {
-            const Taps& t = columns[size_t(x)];
-            float r = 0, g = 0, b = 0;
-            for (size_t i = 0; i < t.weights.size(); ++i) {
-                const QRgb p = line[t.first + int(i)];
-                r += t.weights[i] * qRed(p);
-                g += t.weights[i] * qGreen(p);
-                b += t.weights[i] * qBlue(p);
-            }
-            out[3 * x] = r;
-            out[3 * x + 1] = g;
-            out[3 * x + 2] = b;
-        }
-    }
-    std::vector<float> result(size_t(size.width()) * size.height() * 3, 0.0f);
-    const size_t stride = size_t(size.width()) * 3;
-    for (int y = 0; y < size.height(); ++y) {
-        const Taps& t = rows[size_t(y)];
-        float* out = &result[y * stride];
-        for (size_t i = 0; i < t.weights.size(); ++i) {
-            const float* in = &across[(t.first + i) * stride];
-            for (size_t c = 0; c < stride; ++c)
-                out[c] += t.weights[i] * in[c];
-        }
-    }
-    return result;
-}
-
-double psnr(const QImage& shown, const std::vector<float>& reference)
-{
-    double squared = 0;
-    for (int y = 0; y < shown.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(shown.constScanLine(y));
-        const float* ref = &reference[size_t(y) * shown.width() * 3];
-        for (int x = 0; x < shown.width(); ++x) {
-            const double dr = qRed(line[x]) - std::clamp(double(ref[3 * x]), 0.0, 255.0);
-            const double dg = qGreen(line[x]) - std::clamp(double(ref[3 * x + 1]), 0.0, 255.0);
-            const double db = qBlue(line[x]) - std::clamp(double(ref[3 * x + 2]), 0.0, 255.0);
-            squared += dr * dr + dg * dg + db * db;
-        }
-    }
-    const double mse = squared / (3.0 * shown.width() * shown.height());
-    return mse == 0 ? 99.0 : 10.0 * std::log10(255.0 * 255.0 / mse);
 }
 
 // ---- Other programs ----
@@ -491,7 +390,7 @@ int main(int argc, char** argv)
     const QImage exported = QImage(strOurs).convertToFormat(QImage::Format_RGB32);
     const std::function<double(int)> cellPsnr = [&](int cell) {
         const QRect target = page.cellTarget(cell);
-        return psnr(exported.copy(target), lanczosReduce(sources[size_t(cell)], target.size()));
+        return CLanczosReference(sources[size_t(cell)], target.size()).psnr(exported.copy(target));
     };
     const std::vector<double> psnrs = QtConcurrent::blockingMapped<std::vector<double>>(cellNumbers(), cellPsnr);
     std::printf("Cells (%d x %d) against a Lanczos-3 reduction of their sources, PSNR in dB:\n ",
@@ -503,19 +402,14 @@ int main(int argc, char** argv)
     // Where the differences lie: the quadrants of the worst cell.
     const int worst = int(std::min_element(psnrs.begin(), psnrs.end()) - psnrs.begin());
     const QRect worstTarget = page.cellTarget(worst);
-    const std::vector<float> worstReference = lanczosReduce(sources[size_t(worst)], worstTarget.size());
+    const CLanczosReference worstReference(sources[size_t(worst)], worstTarget.size());
     const QImage worstShown = exported.copy(worstTarget);
     const int halfWidth = worstTarget.width() / 2;
     const int halfHeight = worstTarget.height() / 2;
     std::printf("  cell %d by quadrant (zone plate, checks, gradients, noise):", worst);
     for (const QPoint& corner : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)}) {
         const QRect quadrant(corner.x() * halfWidth, corner.y() * halfHeight, halfWidth, halfHeight);
-        std::vector<float> reference;
-        for (int y = quadrant.top(); y <= quadrant.bottom(); ++y) {
-            const auto from = worstReference.begin() + (size_t(y) * worstTarget.width() + quadrant.left()) * 3;
-            reference.insert(reference.end(), from, from + halfWidth * 3);
-        }
-        std::printf(" %.1f", psnr(worstShown.copy(quadrant), reference));
+        std::printf(" %.1f", worstReference.psnr(worstShown.copy(quadrant), quadrant.topLeft()));
     }
     std::printf(" dB\n");
 

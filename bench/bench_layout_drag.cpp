@@ -9,6 +9,8 @@
 //
 // Run offscreen:  QT_QPA_PLATFORM=offscreen build/bin/bench_layout_drag [steps]
 
+#include "TestPictures.h"
+
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
@@ -31,25 +33,10 @@ namespace {
 constexpr int Layout4x4 = 8;
 const QSize ViewSize(1100, 800);
 
-// A circular zone plate: the local frequency grows linearly from the centre and reaches
-// the sampling limit at the middle of each edge. The centre shifts with the variant so
-// that every source is different.
-QImage zonePlate(int side, int variant)
+// A zone plate whose centre shifts with the variant, so that every source is different.
+QImage shiftedZonePlate(int side, int variant)
 {
-    QImage image(side, side, QImage::Format_ARGB32);
-    const double cx = side / 2.0 + variant * 7;
-    const double cy = side / 2.0 - variant * 5;
-    const double k = M_PI / side;
-    for (int y = 0; y < side; ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        const double dy2 = (y - cy) * (y - cy);
-        for (int x = 0; x < side; ++x) {
-            const double r2 = (x - cx) * (x - cx) + dy2;
-            const int grey = int(std::lround(127.5 + 127.5 * std::cos(k * r2)));
-            line[x] = qRgb(grey, grey, grey);
-        }
-    }
-    return image;
+    return zonePlate(side, QPointF(side / 2.0 + variant * 7, side / 2.0 - variant * 5), QImage::Format_ARGB32);
 }
 
 // Exact area average: every output pixel is the mean of the source area it covers,
@@ -132,7 +119,7 @@ public:
         pStyle->setCurrentIndex(Layout4x4);
         m_manager.getLayoutWindow()->selChngLayoutStyle();
         for (int i = 0; i < 16; ++i) {
-            auto* pItem = new CVXSLayoutItemImage(zonePlate(sourceSide, i));
+            auto* pItem = new CVXSLayoutItemImage(shiftedZonePlate(sourceSide, i));
             m_manager.getScene()->addItem(pItem);
             m_manager.addImageItem(pItem, true);
             m_images.push_back(pItem);

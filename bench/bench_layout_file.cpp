@@ -8,6 +8,8 @@
 //
 // Run offscreen:  QT_QPA_PLATFORM=offscreen build/bin/bench_layout_file [--runs N] [--side S]
 
+#include "TestPictures.h"
+
 #include <VXSLayoutConstants.h>
 #include <file/VXSLayoutFile.h>
 #include <file/VXSLayoutImageCodec.h>
@@ -18,7 +20,6 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImageWriter>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QThreadPool>
 #include <QtConcurrent>
@@ -45,18 +46,6 @@ QImage gradientImage(int nSide, int nIndex)
     return image;
 }
 
-QImage noiseImage(int nSide)
-{
-    QImage image(nSide, nSide, QImage::Format_RGB32);
-    QRandomGenerator random(4096);
-    for (int y = 0; y < nSide; ++y) {
-        auto* pLine = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < nSide; ++x)
-            pLine[x] = random.generate() | 0xff000000u;
-    }
-    return image;
-}
-
 CVXSLayoutDocument fullPage(int nSide)
 {
     CVXSLayoutDocument document;
@@ -67,7 +56,7 @@ CVXSLayoutDocument fullPage(int nSide)
         item.nType = VXSLayout::ImageItemType;
         item.rect = QRectF((i % 4) * 250 + 40, (i / 4) * 200 + 32, 160, 160);
         item.z = VXSLayout::BaseZ + 1 + i;
-        item.image = i == ImageCount - 1 ? noiseImage(nSide) : gradientImage(nSide, i);
+        item.image = i == ImageCount - 1 ? noiseImage(QSize(nSide, nSide), 4096) : gradientImage(nSide, i);
         item.nCellIndex = i;
         document.items.append(item);
     }

@@ -1,14 +1,15 @@
 #include "HostFixture.h"
-#include "MessageBoxCounter.h"
+#include "ModalWatch.h"
 #include "TestDicomFiles.h"
 #include "TestImageFiles.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXImageFileReader.h>
 #include <VXSSequenceWindow.h>
 
+#include <QMessageBox>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -104,12 +105,11 @@ Q_DECLARE_METATYPE(SDicomImage)
 
 // DICOM files written with the DICOM toolkit, read by the image file reader and opened in
 // the host.
-class TestAppDicom : public QObject
+class TestAppDicom : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void readsBands_data();
     void readsBands();
@@ -131,11 +131,6 @@ void TestAppDicom::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(m_dir.isValid());
-}
-
-void TestAppDicom::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestAppDicom::path(const QString& strName) const
@@ -367,10 +362,10 @@ void TestAppDicom::hostReportsBadFile()
 {
     QVERIFY(CTestImageFiles::writeBytes(path(QStringLiteral("bad.dcm")), "DICM but nothing else"));
     CHostFixture host;
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
     host.window()->openImageFiles({path(QStringLiteral("bad.dcm"))});
-    QCOMPARE(boxes.count(), 1);
-    QVERIFY2(boxes.texts().first().contains(QStringLiteral("bad.dcm")), qPrintable(boxes.texts().first()));
+    QCOMPARE(boxes.seen().size(), 1);
+    QVERIFY2(boxes.seen().first().m_strText.contains(QStringLiteral("bad.dcm")), qPrintable(boxes.seen().first().m_strText));
     QVERIFY(host.imageWindowTitles().isEmpty());
 }
 

@@ -1,8 +1,8 @@
 #include "HostFixture.h"
 
+#include "FileDialogAnswer.h"
 #include "FileDialogTyping.h"
-#include "ModalDialogAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXUtilityFns.h>
@@ -25,7 +25,9 @@ namespace {
 const QString kEntry = QStringLiteral("Image Layout Window");
 const QSize kImageSize(240, 180);
 const QColor kColours[] = {Qt::red, Qt::green, Qt::blue};
-const char* const kNames[] = {"red.png", "green.png", "blue.png"};
+// Numbered: the dialog hands chosen files over in the order of its list, which is then the
+// order typed.
+const char* const kNames[] = {"1-red.png", "2-green.png", "3-blue.png"};
 // The export renders the page at four times its size.
 constexpr int kExportScale = 4;
 
@@ -63,12 +65,11 @@ void clickToolbarAction(QWidget* pLayoutWindow, const char* pActionName)
 
 // The whole way a user goes: open images in the host, open the layout window from the
 // Tools menu, paste three images into "Layout 2x2", add a label, export the page as PNG.
-class TestAppEndToEnd : public QObject
+class TestAppEndToEnd : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void layoutOfThreeImagesExportedAsPng();
 
@@ -91,25 +92,19 @@ void TestAppEndToEnd::initTestCase()
     }
 }
 
-void TestAppEndToEnd::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
-}
-
 void TestAppEndToEnd::layoutOfThreeImagesExportedAsPng()
 {
     CHostFixture host;
     QVERIFY(QTest::qWaitForWindowExposed(host.window()));
 
     // File > Open Images, the three files chosen together.
-    answerNextModalDialog(QFileDialog::staticMetaObject, [this](QDialog* pDialog) {
-        auto* pFiles = qobject_cast<QFileDialog*>(pDialog);
+    answerNextFileDialog([this](QFileDialog* pFiles) {
         pFiles->setDirectory(m_dir.path());
-        // Typed into the file name box, as the user does to pick several files.
-        auto* pName = pFiles->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        QVERIFY(pName);
-        pName->setText(QStringLiteral("\"red.png\" \"green.png\" \"blue.png\""));
-        pDialog->accept();
+        // Typed into the file name box, each name quoted, as the user does to pick several files.
+        QStringList quoted;
+        for (const char* pName : kNames)
+            quoted << QLatin1Char('"') + QString::fromLatin1(pName) + QLatin1Char('"');
+        QVERIFY(typeIntoFileDialog(pFiles, quoted.join(QLatin1Char(' '))));
     });
     host.action(QStringLiteral("actionOpenImages"))->trigger();
     QCOMPARE(host.imageWindowTitles().size(), 3);
@@ -149,10 +144,8 @@ void TestAppEndToEnd::layoutOfThreeImagesExportedAsPng()
     QString strExport;
     QString strProposedName;
     bool bDialogSeen = false;
-    answerNextModalDialog(
-        QFileDialog::staticMetaObject,
-        [&strExport, &strProposedName](QDialog* pDialog) {
-            auto* pFiles = qobject_cast<QFileDialog*>(pDialog);
+    answerNextFileDialog(
+        [&strExport, &strProposedName](QFileDialog* pFiles) {
             strProposedName = pFiles->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
             for (const QString& strFilter : pFiles->nameFilters()) {
                 if (strFilter.contains(QStringLiteral("png"), Qt::CaseInsensitive))

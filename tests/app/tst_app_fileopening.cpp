@@ -1,10 +1,10 @@
 #include "HostFixture.h"
 
-#include "MessageBoxCounter.h"
+#include "ModalWatch.h"
 #include "OutsideProgram.h"
-#include "SolidImage.h"
+#include "TestPictures.h"
 #include "TestImageFiles.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostCommandLine.h>
 #include <VXHostMainWindow.h>
@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QElapsedTimer>
 #include <QMdiSubWindow>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -60,13 +61,12 @@ QList<QUrl> fileUrls(const QStringList& paths)
 // main runs, and the real program) and dropped on the main window. Layout files open in
 // the Image Layout window, images as windows; what cannot be opened is reported in a
 // message and the host keeps running.
-class TestAppFileOpening : public QObject
+class TestAppFileOpening : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void commandLineOpensLayoutAndImage();
     void badLayoutOnCommandLine_data();
@@ -79,6 +79,8 @@ private slots:
     void dragWithoutFilesIsRefused();
 
 private:
+    void endTest() override;
+
     QString path(const QString& strName) const;
     // Runs the start-up main runs with these arguments after the program's name.
     void startWith(const QStringList& arguments);
@@ -125,10 +127,9 @@ void TestAppFileOpening::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppFileOpening::cleanup()
+void TestAppFileOpening::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppFileOpening::startWith(const QStringList& arguments)
@@ -140,9 +141,9 @@ void TestAppFileOpening::startWith(const QStringList& arguments)
 
 void TestAppFileOpening::commandLineOpensLayoutAndImage()
 {
-    CMessageBoxCounter messages(0);
+    CModalWatch messages(QMessageBox::staticMetaObject);
     startWith({path("figure.vxlayout"), path("image.png")});
-    QCOMPARE(messages.texts(), QStringList());
+    QCOMPARE(messages.seenTexts(), QStringList());
     QVERIFY(m_pHost->layoutSubWindow() && m_pHost->layoutSubWindow()->isVisible());
     QCOMPARE(m_pHost->layoutItemCount(), kItemsInLayout);
     QVERIFY2(layoutWindowTitle(*m_pHost).contains("figure.vxlayout"), qPrintable(layoutWindowTitle(*m_pHost)));
@@ -164,11 +165,11 @@ void TestAppFileOpening::badLayoutOnCommandLine()
 {
     QFETCH(QString, file);
     QFETCH(QString, reason);
-    CMessageBoxCounter messages(0);
+    CModalWatch messages(QMessageBox::staticMetaObject);
     // The image after the bad layout still opens.
     startWith({path(file), path("image.png")});
-    QCOMPARE(messages.count(), 1);
-    const QString strText = messages.texts().first();
+    QCOMPARE(messages.seenTexts().size(), 1);
+    const QString strText = messages.seenTexts().first();
     QVERIFY2(strText.startsWith("The layout could not be opened.\n"), qPrintable(strText));
     QVERIFY2(strText.contains(reason), qPrintable(strText));
     QCOMPARE(m_pHost->layoutItemCount(), 0);
@@ -216,12 +217,12 @@ void TestAppFileOpening::programOpensLayout()
 
 void TestAppFileOpening::droppedFilesOpen()
 {
-    CMessageBoxCounter messages(0);
+    CModalWatch messages(QMessageBox::staticMetaObject);
     QVERIFY(dropUrls(m_pHost->window(), fileUrls({path("image.png"), path("figure.vxlayout")})));
     QTRY_COMPARE(m_pHost->layoutItemCount(), kItemsInLayout);
     QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"image.png"});
     QVERIFY(m_pHost->layoutSubWindow()->isVisible());
-    QCOMPARE(messages.texts(), QStringList());
+    QCOMPARE(messages.seenTexts(), QStringList());
 }
 
 void TestAppFileOpening::droppedBadFiles_data()
@@ -255,11 +256,11 @@ void TestAppFileOpening::droppedBadFiles()
     QFETCH(QList<QUrl>, urls);
     QFETCH(QStringList, expected);
     QFETCH(QStringList, windows);
-    CMessageBoxCounter messages(0);
+    CModalWatch messages(QMessageBox::staticMetaObject);
     QVERIFY(dropUrls(m_pHost->window(), urls));
-    QTRY_COMPARE(messages.count(), expected.size());
+    QTRY_COMPARE(messages.seenTexts().size(), expected.size());
     for (int i = 0; i < expected.size(); ++i)
-        QVERIFY2(messages.texts().at(i).startsWith(expected.at(i)), qPrintable(messages.texts().at(i)));
+        QVERIFY2(messages.seenTexts().at(i).startsWith(expected.at(i)), qPrintable(messages.seenTexts().at(i)));
     QCOMPARE(m_pHost->imageWindowTitles(), windows);
     QVERIFY(m_pHost->layoutItemCount() <= 0);
     QVERIFY(m_pHost->window()->isVisible());

@@ -1,7 +1,7 @@
 #include "HostFixture.h"
 
 #include "ModalDialogAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -36,13 +36,12 @@ int largestChannelDifference(const QImage& first, const QImage& second)
 // On a screen of twice the usual pixel density (QT_SCALE_FACTOR=2, see main below) the
 // host scales its windows and draws its icon from the rendering of twice the size, never
 // from a smaller one blown up.
-class TestAppHighDpi : public QObject
+class TestAppHighDpi : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void windowsAreScaled();
     void windowIconIsSharp_data();
@@ -50,6 +49,8 @@ private slots:
     void aboutBoxIconIsSharp();
 
 private:
+    void endTest() override;
+
     QScopedPointer<CHostFixture> m_pHost;
 };
 
@@ -65,10 +66,9 @@ void TestAppHighDpi::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppHighDpi::cleanup()
+void TestAppHighDpi::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppHighDpi::windowsAreScaled()

@@ -2,8 +2,8 @@
 
 #include "ModalDialogAnswer.h"
 #include "OutsideProgram.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -48,13 +48,12 @@ QString installedVersion(const QString& strModule)
 
 // The host's menus as a desktop program's: the standard keys of the platform on their
 // entries, and Help with the About box.
-class TestAppHostMenus : public QObject
+class TestAppHostMenus : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void standardShortcuts_data();
     void standardShortcuts();
@@ -63,6 +62,8 @@ private slots:
     void aboutBoxNamesVersionAndLibraries();
 
 private:
+    void endTest() override;
+
     QScopedPointer<CHostFixture> m_pHost;
 };
 
@@ -78,10 +79,9 @@ void TestAppHostMenus::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppHostMenus::cleanup()
+void TestAppHostMenus::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppHostMenus::standardShortcuts_data()

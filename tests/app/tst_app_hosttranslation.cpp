@@ -1,7 +1,7 @@
 #include "HostFixture.h"
 
 #include "ModalDialogAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -46,13 +46,12 @@ QStringList titleAndButtonsShownBy(QAction* pAction, const QMetaObject& kind)
 
 // Runs with a German system locale (see CMakeLists.txt): the host installs its German
 // catalogue and Qt's own, as main does, so its menus and Qt's standard dialogs speak German.
-class TestAppHostTranslation : public QObject
+class TestAppHostTranslation : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void menusSpeakGerman();
     void fileMenuSpeaksGerman();
@@ -61,6 +60,8 @@ private slots:
     void screenshotOfMenus();
 
 private:
+    void endTest() override;
+
     QMenu* menu(const QString& strObjectName) const;
 
     QScopedPointer<CHostFixture> m_pHost;
@@ -80,10 +81,9 @@ void TestAppHostTranslation::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppHostTranslation::cleanup()
+void TestAppHostTranslation::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QMenu* TestAppHostTranslation::menu(const QString& strObjectName) const

@@ -1,5 +1,5 @@
-#include "SolidImage.h"
 #include "TestImageFiles.h"
+#include "TestPictures.h"
 
 #include <VXImageFileReader.h>
 #include <VXImageWindowing.h>

@@ -1,5 +1,5 @@
 #include "OutsideProgram.h"
-#include "SolidImage.h"
+#include "TestPictures.h"
 
 #include <QMimeDatabase>
 #include <QProcess>

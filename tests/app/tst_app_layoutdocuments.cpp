@@ -1,10 +1,10 @@
 #include "HostFixture.h"
 
-#include "FileDialogTyping.h"
+#include "FileDialogAnswer.h"
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXUtilityFns.h>
@@ -84,13 +84,6 @@ QGraphicsScene* layoutScene(QWidget* pLayoutWindow)
     return pLayoutWindow->findChild<QGraphicsView*>()->scene();
 }
 
-void answerNextFileDialog(const QString& strPath)
-{
-    answerNextModalDialog(QFileDialog::staticMetaObject, [strPath](QDialog* pDialog) {
-        typeIntoFileDialog(static_cast<QFileDialog*>(pDialog), strPath);
-    });
-}
-
 // The layout's items as the scene holds them: kind, place and z, lowest first.
 QStringList describeItems(QWidget* pLayoutWindow)
 {
@@ -133,13 +126,12 @@ int makeUnsavedChanges(const QString& strDescription)
 
 // The layout as a document in the host: Undo and Redo in the Edit menu, Save and Open in
 // the File menu, the question on quitting, and recovery after the host was killed.
-class TestAppLayoutDocuments : public QObject
+class TestAppLayoutDocuments : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void editMenuFollowsTheActiveWindow();
     void fileMenuSavesAndOpensTheLayout();
@@ -162,11 +154,6 @@ void TestAppLayoutDocuments::initTestCase()
 void TestAppLayoutDocuments::init()
 {
     QFile::remove(recoveryCopy());
-}
-
-void TestAppLayoutDocuments::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppLayoutDocuments::editMenuFollowsTheActiveWindow()
@@ -205,7 +192,7 @@ void TestAppLayoutDocuments::fileMenuSavesAndOpensTheLayout()
     enterAnnotation(pLayoutWindow, QStringLiteral("Mouse 3"));
     const QStringList saved = describeItems(pLayoutWindow);
 
-    answerNextFileDialog(strPath);
+    answerNextFileDialog(typeFileName(strPath));
     host.action(QStringLiteral("actionSaveLayoutAs"))->trigger();
     QVERIFY(QFileInfo::exists(strPath));
     QCOMPARE(pLayoutWindow->windowTitle(), QStringLiteral("Image Layout Window - figure 1.vxlayout"));
@@ -215,7 +202,7 @@ void TestAppLayoutDocuments::fileMenuSavesAndOpensTheLayout()
     triggerLayoutAction(pLayoutWindow, "m_pNewAction");
     QCOMPARE(describeItems(pLayoutWindow).size(), 0);
 
-    answerNextFileDialog(strPath);
+    answerNextFileDialog(typeFileName(strPath));
     host.action(QStringLiteral("actionOpenLayout"))->trigger();
     QCOMPARE(describeItems(pLayoutWindow), saved);
     QCOMPARE(pLayoutWindow->windowTitle(), QStringLiteral("Image Layout Window - figure 1.vxlayout"));

@@ -1,6 +1,6 @@
 #include "HostFixture.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSMdiSubWindow.h>
@@ -19,13 +19,12 @@ const QString kEntry = QStringLiteral("Image Layout Window");
 const char* const kLayoutWindowClass = "CVXSLayoutWindow";
 } // namespace
 
-class TestAppLayoutTool : public QObject
+class TestAppLayoutTool : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void entryIsCheckableAndUnchecked();
     void windowIsBuiltOnFirstUse();
@@ -38,6 +37,8 @@ private slots:
     void entryRestoresMinimizedWindow();
 
 private:
+    void endTest() override;
+
     QAction* entry() const;
     void setEntryChecked(bool bChecked, bool bThroughMenu);
 
@@ -55,10 +56,9 @@ void TestAppLayoutTool::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppLayoutTool::cleanup()
+void TestAppLayoutTool::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QAction* TestAppLayoutTool::entry() const

@@ -1,6 +1,6 @@
 #include "HostFixture.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -33,13 +33,12 @@ QStringList actionNames(const QMenu* pMenu)
 
 } // namespace
 
-class TestAppMainWindow : public QObject
+class TestAppMainWindow : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void hasWorkspaceRegistered();
     void menusHoldTheirActions_data();
@@ -58,6 +57,8 @@ private slots:
     void deletingMainWindowTakesItsWindows();
 
 private:
+    void endTest() override;
+
     void openSamples();
 
     QScopedPointer<CHostFixture> m_pHost;
@@ -74,11 +75,10 @@ void TestAppMainWindow::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppMainWindow::cleanup()
+void TestAppMainWindow::endTest()
 {
     m_pHost.reset();
     QCOMPARE(CVXSWorkspace::instance()->mdiArea(), nullptr);
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppMainWindow::openSamples()

@@ -1,9 +1,9 @@
 #include "HostFixture.h"
-#include "MessageBoxCounter.h"
+#include "ModalWatch.h"
 #include "TestImageFiles.h"
 
 #include "MessageBoxAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -27,13 +27,12 @@ QImage redBlue()
 
 } // namespace
 
-class TestAppOpenFiles : public QObject
+class TestAppOpenFiles : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void opensImageFile_data();
     void opensImageFile();
@@ -44,6 +43,8 @@ private slots:
     void nothingChosenOpensNothing();
 
 private:
+    void endTest() override;
+
     QString path(const QString& strName) const;
     // Writes the unreadable files the rows refer to.
     void writeUnreadableFiles() const;
@@ -65,10 +66,9 @@ void TestAppOpenFiles::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppOpenFiles::cleanup()
+void TestAppOpenFiles::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestAppOpenFiles::path(const QString& strName) const
@@ -115,11 +115,11 @@ void TestAppOpenFiles::opensImageFile()
     QFETCH(QColor, right);
     QFETCH(int, tolerance);
     QVERIFY(written.save(path(fileName)));
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
 
     m_pHost->window()->openImageFiles({path(fileName)});
 
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(m_pHost->imageWindowTitles(), QStringList {fileName});
     CVXSChildWindow* pWindow = m_pHost->imageWindow(0);
     QVERIFY(!pWindow->isSequenceWindow());
@@ -143,11 +143,11 @@ void TestAppOpenFiles::opensEveryFileOfOneAction()
     const QStringList names {"first.png", "second.bmp", "third.png"};
     for (const QString& strName : names)
         QVERIFY(redBlue().save(path(strName)));
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
 
     m_pHost->window()->openImageFiles({path(names[0]), path(names[1]), path(names[2])});
 
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(m_pHost->imageWindowTitles(), names);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(2));
 }
@@ -174,15 +174,14 @@ void TestAppOpenFiles::reportsUnreadableFilesInOneMessage()
     QStringList paths;
     for (const QString& strName : fileNames)
         paths << path(strName);
-    CMessageBoxCounter boxes(1);
     CSeenMessageBox seen;
-    answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
+    CModalWatch boxes(QMessageBox::staticMetaObject, {messageBoxAnswer(&seen, clickStandardButton(QMessageBox::Ok))});
 
     m_pHost->window()->openImageFiles(paths);
 
     QVERIFY(seen.m_bShown);
     QVERIFY(seen.m_bClosedByAnswer);
-    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(boxes.seen().size(), 1);
     QCOMPARE(seen.m_icon, QMessageBox::Warning);
     QCOMPARE(seen.m_pParent, m_pHost->window());
     const QStringList lines = seen.m_strText.split(QLatin1Char('\n'));
@@ -199,13 +198,12 @@ void TestAppOpenFiles::reportsUnreadableFilesInOneMessage()
 void TestAppOpenFiles::opensReadableFilesBesideUnreadable()
 {
     QVERIFY(redBlue().save(path("good.png")));
-    CMessageBoxCounter boxes(1);
     CSeenMessageBox seen;
-    answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
+    CModalWatch boxes(QMessageBox::staticMetaObject, {messageBoxAnswer(&seen, clickStandardButton(QMessageBox::Ok))});
 
     m_pHost->window()->openImageFiles({path("corrupt.jpg"), path("good.png")});
 
-    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(boxes.seen().size(), 1);
     QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("corrupt.jpg"))));
     QVERIFY(!seen.m_strText.contains(QStringLiteral("good.png")));
     QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"good.png"});
@@ -213,10 +211,10 @@ void TestAppOpenFiles::opensReadableFilesBesideUnreadable()
 
 void TestAppOpenFiles::nothingChosenOpensNothing()
 {
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
     m_pHost->window()->openImageFiles({});
     m_pHost->window()->openSequenceFiles({});
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QVERIFY(m_pHost->imageSubWindows().isEmpty());
 }
 

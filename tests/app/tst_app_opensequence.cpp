@@ -1,10 +1,10 @@
 #include "HostFixture.h"
-#include "MessageBoxCounter.h"
-#include "SolidImage.h"
+#include "ModalWatch.h"
 #include "TestImageFiles.h"
+#include "TestPictures.h"
 
 #include "MessageBoxAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -21,13 +21,12 @@ const QPoint kLeft(10, 20);
 
 } // namespace
 
-class TestAppOpenSequence : public QObject
+class TestAppOpenSequence : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void multiPageTiffOpensAsSequence_data();
     void multiPageTiffOpensAsSequence();
@@ -35,6 +34,8 @@ private slots:
     void sequenceWithUnreadableFileIsNotOpened();
 
 private:
+    void endTest() override;
+
     QString path(const QString& strName) const;
 
     QTemporaryDir m_dir;
@@ -53,10 +54,9 @@ void TestAppOpenSequence::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppOpenSequence::cleanup()
+void TestAppOpenSequence::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestAppOpenSequence::path(const QString& strName) const
@@ -83,14 +83,14 @@ void TestAppOpenSequence::multiPageTiffOpensAsSequence()
         written << greyImage(kImageSize, 10 + 15 * i, QImage::Format_Grayscale8);
     const QString strName = QStringLiteral("stack%1.tif").arg(pages);
     QVERIFY(CTestImageFiles::writeMultiPageTiff(path(strName), written));
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
 
     if (asSequence)
         m_pHost->window()->openSequenceFiles({path(strName)});
     else
         m_pHost->window()->openImageFiles({path(strName)});
 
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(m_pHost->imageWindowTitles(), QStringList {strName});
     auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(0));
     QVERIFY(pSequence);
@@ -106,11 +106,11 @@ void TestAppOpenSequence::opensImagesAsOneSequence()
     QVERIFY(greyImage(QSize(40, 30), 20, QImage::Format_Grayscale8).save(path(names[0])));
     QVERIFY(greyImage(QSize(80, 60), 120, QImage::Format_Grayscale8).save(path(names[1])));
     QVERIFY(greyImage(QSize(20, 50), 220, QImage::Format_Grayscale8).save(path(names[2])));
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
 
     m_pHost->window()->openSequenceFiles({path(names[0]), path(names[1]), path(names[2])});
 
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(m_pHost->imageSubWindows().size(), 1);
     QVERIFY(m_pHost->imageWindowTitles().first().startsWith(QStringLiteral("t0.png")));
     auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(0));
@@ -123,13 +123,12 @@ void TestAppOpenSequence::sequenceWithUnreadableFileIsNotOpened()
 {
     QVERIFY(greyImage(kImageSize, 50, QImage::Format_Grayscale8).save(path("frame.png")));
     QVERIFY(CTestImageFiles::writeTruncatedCopy(path("frame.png"), path("truncated.png")));
-    CMessageBoxCounter boxes(1);
     CSeenMessageBox seen;
-    answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
+    CModalWatch boxes(QMessageBox::staticMetaObject, {messageBoxAnswer(&seen, clickStandardButton(QMessageBox::Ok))});
 
     m_pHost->window()->openSequenceFiles({path("frame.png"), path("truncated.png"), path("missing.png")});
 
-    QCOMPARE(boxes.count(), 1);
+    QCOMPARE(boxes.seen().size(), 1);
     QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("truncated.png"))));
     QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("missing.png"))));
     QVERIFY(seen.m_strText.contains(QStringLiteral("The sequence was not opened.")));

@@ -1,7 +1,7 @@
 #include "HostFixture.h"
 #include "TestDicomFiles.h"
 #include "TestImageFiles.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXImageFileReader.h>
@@ -68,12 +68,11 @@ QVector<quint16> greySamples(const CTestDicomFiles::SHeader& header)
 
 } // namespace
 
-class TestAppProvenance : public QObject
+class TestAppProvenance : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void fileNamesItsSource_data();
     void fileNamesItsSource();
@@ -89,6 +88,8 @@ private slots:
     void clipboardCopyKeepsKeys();
 
 private:
+    void endTest() override;
+
     QString path(const QString& strName) const;
     QString writeDescribedDicom(const QString& strName) const;
     QVector<QImage> read(const QString& strPath) const;
@@ -103,10 +104,9 @@ void TestAppProvenance::initTestCase()
     QVERIFY(m_dir.isValid());
 }
 
-void TestAppProvenance::cleanup()
+void TestAppProvenance::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestAppProvenance::path(const QString& strName) const

@@ -1,6 +1,8 @@
 #include "HostFixture.h"
 
-#include "WidgetLeaks.h"
+#include "FileDialogTyping.h"
+#include "ModalWatch.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -12,7 +14,6 @@
 #include <VXSSequenceWindow.h>
 #include <VXUtilityFns.h>
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
@@ -33,6 +34,7 @@
 #include <QUndoStack>
 #include <QtTest>
 
+#include <memory>
 #include <random>
 
 namespace {
@@ -51,8 +53,6 @@ const char* const kArrowKinds[] = {"m_pDrawLineAction", "m_pDrawSingleArrowActio
 const char* const kMoveZChoices[] = {"m_pBringToFrontAction", "m_pBringForwardAction", "m_pSendBackwardAction",
                                      "m_pSendToBackAction"};
 const char* const kExportSuffixes[] = {"png", "bmp", "jpg"};
-// Answering a modal dialog or box: the poll interval of the answering timer.
-constexpr int kAnswerPollMs = 2;
 constexpr int kModalTimeoutMs = 5000;
 // Undo comes in runs, as when a user steps back through several changes, now and then
 // followed by a run of redos over part of them.
@@ -116,20 +116,21 @@ QString pointText(QPoint point)
 // agree with what the scene holds; at the end undoing everything must give back the empty
 // page and redoing everything the last one. VX_RANDOM_SEED repeats a run, VX_RANDOM_ACTIONS
 // sets its length.
-class TestAppRandomActions : public QObject
+class TestAppRandomActions : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
     void cleanupTestCase();
 
     void randomActionsKeepLayoutConsistent();
 
 private:
+    void endTest() override;
+
     // Where an undo or redo step comes from.
     enum class EUndoWay { WindowAction, Shortcut, EditMenu };
-    // What the answering timer does with the next modal dialog of each kind.
+    // What the answer does with the next modal dialog of each kind.
     struct CAnswerPlan
     {
         bool m_bYes = false;
@@ -167,7 +168,7 @@ private:
     void bringLayoutWindowToFront();
     void press(QPoint point);
     void dragThrough(QPoint from, QPoint to, int nSteps);
-    void answerModal();
+    void answerModal(QWidget* pModal);
     void waitForModalToClose();
 
     // The actions.
@@ -221,7 +222,8 @@ private:
     std::mt19937 m_random;
     QStringList m_recentActions;
     CAnswerPlan m_plan;
-    QTimer m_answerTimer;
+    // Answers every modal dialog and box of the run by the plan.
+    std::unique_ptr<CModalWatch> m_pModals;
     QStringList m_unexpectedModals;
     // The windows there before the first action, for comparison only.
     QSet<const QWidget*> m_startTopLevels;
@@ -246,11 +248,10 @@ void TestAppRandomActions::initTestCase()
     g_previousHandler = qInstallMessageHandler(quietHandler);
 }
 
-void TestAppRandomActions::cleanup()
+void TestAppRandomActions::endTest()
 {
-    m_answerTimer.stop();
+    m_pModals.reset();
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppRandomActions::cleanupTestCase()
@@ -387,11 +388,8 @@ void TestAppRandomActions::dragThrough(QPoint from, QPoint to, int nSteps)
     QTest::mouseRelease(viewport(), Qt::LeftButton, Qt::NoModifier, to);
 }
 
-void TestAppRandomActions::answerModal()
+void TestAppRandomActions::answerModal(QWidget* pModal)
 {
-    QWidget* pModal = QApplication::activeModalWidget();
-    if (!pModal)
-        return;
     if (auto* pBox = qobject_cast<QMessageBox*>(pModal)) {
         ++m_nBoxesAnswered;
         if (!kExpectedBoxTexts.contains(pBox->text()))
@@ -401,26 +399,12 @@ void TestAppRandomActions::answerModal()
             pButton = pBox->buttons().constFirst();
         if (pButton)
             QTest::mouseClick(pButton, Qt::LeftButton);
-        else
-            pBox->reject();
         return;
     }
+    // Without a file name the dialog is left to be cancelled.
     if (auto* pFiles = qobject_cast<QFileDialog*>(pModal)) {
-        if (m_plan.m_strFileName.isEmpty()) {
-            pFiles->reject();
-            return;
-        }
-        // Typed into the file name box and accepted as Enter there does. A file the
-        // dialog selected in its list by itself (it loads the folder in the background)
-        // would count as chosen too, so the list's selection is cleared first.
-        if (auto* pList = pFiles->findChild<QAbstractItemView*>(QStringLiteral("listView")))
-            pList->clearSelection();
-        auto* pName = pFiles->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        if (pName)
-            pName->setText(m_plan.m_strFileName);
-        QMetaObject::invokeMethod(pFiles, "accept");
-        if (pFiles->isVisible())
-            pFiles->reject();
+        if (!m_plan.m_strFileName.isEmpty())
+            typeIntoFileDialog(pFiles, m_plan.m_strFileName);
         return;
     }
     // The Edit Text dialog comes from the plugin module: known by its class name.
@@ -441,15 +425,10 @@ void TestAppRandomActions::answerModal()
             QString::fromLatin1(m_plan.m_bEditTextOk ? "m_pOkBtn" : "m_pCancelBtn"));
         if (pButton)
             QTest::mouseClick(pButton, Qt::LeftButton);
-        if (pModal->isVisible())
-            pModal->close();
         return;
     }
+    // Anything else is rejected by the watch.
     m_unexpectedModals << QString::fromLatin1(pModal->metaObject()->className());
-    if (auto* pDialog = qobject_cast<QDialog*>(pModal))
-        pDialog->reject();
-    else
-        pModal->close();
 }
 
 void TestAppRandomActions::waitForModalToClose()
@@ -1085,8 +1064,8 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
     m_pView = static_cast<CVXSLayoutView*>(layoutWindow()->findChild<QGraphicsView*>());
     QVERIFY(m_pView && m_pView->inherits("CVXSLayoutView"));
     QVERIFY(m_pView->layoutManager());
-    connect(&m_answerTimer, &QTimer::timeout, this, &TestAppRandomActions::answerModal);
-    m_answerTimer.start(kAnswerPollMs);
+    m_pModals = std::make_unique<CModalWatch>(nullptr, QList<ModalAnswer>(),
+                                              [this](QWidget* pModal) { answerModal(pModal); });
     const QWidgetList startWindows = QApplication::topLevelWidgets();
     for (const QWidget* pWidget : startWindows)
         m_startTopLevels.insert(pWidget);

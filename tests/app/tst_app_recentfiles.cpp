@@ -1,10 +1,10 @@
 #include "HostFixture.h"
 
 #include "FileDialogTyping.h"
-#include "MessageBoxCounter.h"
+#include "ModalWatch.h"
 #include "ModalDialogAnswer.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -16,6 +16,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMessageBox>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -66,13 +67,12 @@ QString folderShownBy(QAction* pAction)
 // File > Open Recent and the folder the Open dialogs start in. This process shares the
 // host's settings file with the real program it starts (see main below), as two hosts of a
 // user do.
-class TestAppRecentFiles : public QObject
+class TestAppRecentFiles : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void listSurvivesRestart();
     void chosenEntryOpensAndMovesFirst();
@@ -83,6 +83,8 @@ private slots:
     void openDialogStartsInFolderUsedLast();
 
 private:
+    void endTest() override;
+
     QString path(const QString& strName) const;
     QString writeImage(const QString& strName) const;
     QMenu* recentMenu() const;
@@ -143,10 +145,9 @@ void TestAppRecentFiles::init()
     QVERIFY(recentMenu());
 }
 
-void TestAppRecentFiles::cleanup()
+void TestAppRecentFiles::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppRecentFiles::listSurvivesRestart()
@@ -171,7 +172,7 @@ void TestAppRecentFiles::chosenEntryOpensAndMovesFirst()
     for (const char* pName : {"a.png", "figure.vxlayout", "b.png"})
         list.add(path(QString::fromLatin1(pName)));
 
-    CMessageBoxCounter messages(0);
+    CModalWatch messages(QMessageBox::staticMetaObject);
     shownEntry(recentMenu(), "&3 a.png")->trigger();
     QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"a.png"});
     QCOMPARE(storedList(), QStringList({path("a.png"), path("b.png"), path("figure.vxlayout")}));
@@ -182,7 +183,7 @@ void TestAppRecentFiles::chosenEntryOpensAndMovesFirst()
     QVERIFY2(pLayout->widget()->windowTitle().contains("figure.vxlayout"), qPrintable(pLayout->widget()->windowTitle()));
     QCOMPARE(m_pHost->layoutItemCount(), 8);
     QCOMPARE(storedList(), QStringList({path("figure.vxlayout"), path("a.png"), path("b.png")}));
-    QCOMPARE(messages.texts(), QStringList());
+    QCOMPARE(messages.seenTexts(), QStringList());
 }
 
 void TestAppRecentFiles::deletedEntryIsDroppedWithNote()
@@ -192,9 +193,9 @@ void TestAppRecentFiles::deletedEntryIsDroppedWithNote()
     m_pHost->area()->closeAllSubWindows();
     QVERIFY(QFile::remove(strDoomed));
 
-    CMessageBoxCounter messages(0);
+    CModalWatch messages(QMessageBox::staticMetaObject);
     shownEntry(recentMenu(), "&1 doomed.png")->trigger();
-    QCOMPARE(messages.texts(), QStringList {QDir::toNativeSeparators(strDoomed)
+    QCOMPARE(messages.seenTexts(), QStringList {QDir::toNativeSeparators(strDoomed)
                                             + " no longer exists. It was removed from the recent files."});
     QCOMPARE(m_pHost->imageWindowTitles(), QStringList());
     QCOMPARE(storedList(), QStringList {path("a.png")});

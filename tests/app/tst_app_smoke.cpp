@@ -1,5 +1,5 @@
-#include "SolidImage.h"
 #include "TestImageFiles.h"
+#include "TestPictures.h"
 
 #include <QElapsedTimer>
 #include <QImage>

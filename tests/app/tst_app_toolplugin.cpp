@@ -1,7 +1,7 @@
 #include "HostFixture.h"
-#include "MessageBoxCounter.h"
+#include "ModalWatch.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -22,6 +22,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPluginLoader>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -53,13 +54,12 @@ Q_DECLARE_METATYPE(CVXSDataset*)
 Q_DECLARE_METATYPE(CVXSSequenceDataset*)
 
 // The layout plugin module as the host loads it, and the host's side of the contract.
-class TestAppToolPlugin : public QObject
+class TestAppToolPlugin : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void metadataIsExact();
     void moduleGivesOneToolPlugin();
@@ -80,6 +80,8 @@ private slots:
     void copyContentCopiesSequenceTab();
 
 private:
+    void endTest() override;
+
     CVXToolPluginBase* plugin() const;
     QMdiSubWindow* initializedLayoutSubWindow();
 
@@ -100,10 +102,9 @@ void TestAppToolPlugin::init()
     QVERIFY(plugin());
 }
 
-void TestAppToolPlugin::cleanup()
+void TestAppToolPlugin::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 CVXToolPluginBase* TestAppToolPlugin::plugin() const
@@ -351,10 +352,10 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
     const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     const QList<QAction*> toolsBefore = pTools->actions();
 
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
     m_pHost->window()->loadToolPlugins({folder.path()});
-    QCOMPARE(boxes.count(), 1);
-    const QStringList lines = boxes.texts().first().split(QLatin1Char('\n'));
+    QCOMPARE(boxes.seen().size(), 1);
+    const QStringList lines = boxes.seen().first().m_strText.split(QLatin1Char('\n'));
     const auto lineAbout = [&lines](const QString& strFile) {
         for (const QString& strLine : lines) {
             if (strLine.contains(strFile))
@@ -362,9 +363,9 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
         }
         return QString();
     };
-    QVERIFY2(lineAbout("readme.txt").contains("not an ELF object"), qPrintable(boxes.texts().first()));
-    QVERIFY2(lineAbout("libforeign.so").contains("org.example.NotATool/1.0"), qPrintable(boxes.texts().first()));
-    QVERIFY2(lineAbout("libunresolvable.so").contains("g_nNowhereDefined"), qPrintable(boxes.texts().first()));
+    QVERIFY2(lineAbout("readme.txt").contains("not an ELF object"), qPrintable(boxes.seen().first().m_strText));
+    QVERIFY2(lineAbout("libforeign.so").contains("org.example.NotATool/1.0"), qPrintable(boxes.seen().first().m_strText));
+    QVERIFY2(lineAbout("libunresolvable.so").contains("g_nNowhereDefined"), qPrintable(boxes.seen().first().m_strText));
     QCOMPARE(pTools->actions(), toolsBefore);
     // The real tool still works.
     CVXUtilityFns::getAction(kEntry)->trigger();
@@ -376,9 +377,9 @@ void TestAppToolPlugin::loadingTheFolderAgainAddsNothing()
     const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     const QList<QAction*> toolsBefore = pTools->actions();
     QPointer<QObject> pPlugin = plugin();
-    CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
     m_pHost->window()->loadToolPlugins({QFileInfo(kPluginPath).absolutePath()});
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(pTools->actions(), toolsBefore);
     QCOMPARE(plugin(), pPlugin.data());
     // Still owned once: deleting the host deletes it once.

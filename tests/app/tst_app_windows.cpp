@@ -1,6 +1,6 @@
 #include "HostFixture.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXPreference.h>
@@ -35,13 +35,12 @@ QString describe(const QWidget* pWidget)
 } // namespace
 
 // How the main window and the workspace's windows are placed, sized and listed.
-class TestAppWindows : public QObject
+class TestAppWindows : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void mainWindowStartsMaximizedThenAsLeft();
     void newWindowsOpenInsideWorkspace_data();
@@ -53,6 +52,8 @@ private slots:
     void windowMenuRestoresMinimizedWindow();
 
 private:
+    void endTest() override;
+
     void showLayoutWindow();
     QList<QMdiSubWindow*> shownSubWindows() const;
     QList<QAction*> windowListActions() const;
@@ -75,10 +76,9 @@ void TestAppWindows::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
 }
 
-void TestAppWindows::cleanup()
+void TestAppWindows::endTest()
 {
     m_pHost.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestAppWindows::showLayoutWindow()

@@ -1,17 +1,16 @@
-#include "SolidImage.h"
+#include "TestPictures.h"
 #include "VXSChildWindow.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QtTest>
 
 
-class TestHostChildWindow : public QObject
+class TestHostChildWindow : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void grabImageWithoutDisplayGivesTheImage();
     void setImageReplacesTheImage();
@@ -28,11 +27,6 @@ private slots:
 void TestHostChildWindow::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestHostChildWindow::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostChildWindow::grabImageWithoutDisplayGivesTheImage()

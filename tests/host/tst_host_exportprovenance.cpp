@@ -1,5 +1,5 @@
-#include "RequireTool.h"
-#include "SolidImage.h"
+#include "OutsideProgram.h"
+#include "TestPictures.h"
 
 #include <VXImageProvenance.h>
 #include <VXSImageExporter.h>
@@ -146,26 +146,10 @@ QImage keyedImage(const Keys& keys)
     return image;
 }
 
-struct ToolRun {
-    bool bFinished = false;
-    int nExitCode = -1;
-    QByteArray output;
-    QByteArray errors;
-
-    bool succeeded() const { return bFinished && nExitCode == 0; }
-    QByteArray report() const { return "exit code " + QByteArray::number(nExitCode) + ":\n" + output + errors; }
-};
-
-ToolRun runTool(const QString& strProgram, const QStringList& arguments)
+// The output is parsed: standard error is kept apart.
+OutsideProgram runTool(const QString& strProgram, const QStringList& arguments)
 {
-    QProcess process;
-    process.start(strProgram, arguments);
-    ToolRun run;
-    run.bFinished = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
-    run.nExitCode = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
-    return run;
+    return OutsideProgram(strProgram, arguments, OutsideProgram::Errors::Apart);
 }
 
 QByteArray contentOf(const QString& strPath)
@@ -310,8 +294,8 @@ QStringList TestHostExportProvenance::plainExiftoolLines(const QByteArray& suffi
 {
     if (!m_plainExiftoolLines.contains(suffix)) {
         const QString strPath = save(keyedImage(Keys()), QStringLiteral("plain.") + QString::fromLatin1(suffix));
-        const ToolRun plain = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
-        m_plainExiftoolLines.insert(suffix, QString::fromUtf8(plain.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
+        const OutsideProgram plain = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
+        m_plainExiftoolLines.insert(suffix, QString::fromUtf8(plain.output()).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
     }
     return m_plainExiftoolLines.value(suffix);
 }
@@ -323,16 +307,16 @@ void TestHostExportProvenance::readBackByExiftool_data()
 
 void TestHostExportProvenance::readBackByExiftool()
 {
-    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_PROGRAM("exiftool");
     QFETCH(QByteArray, suffix);
     QFETCH(Keys, keys);
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.") + QString::fromLatin1(suffix));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun read = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
+    const OutsideProgram read = runTool(QStringLiteral("exiftool"), exiftoolArguments(suffix, strPath));
 
-    QVERIFY2(read.succeeded(), read.report().constData());
-    QStringList lines = QString::fromUtf8(read.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QVERIFY2(read.succeeded(), qPrintable(read.report()));
+    QStringList lines = QString::fromUtf8(read.output()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString& strPlain : plainExiftoolLines(suffix))
         lines.removeOne(strPlain);
     const QStringList expected = expectedExiftoolLines(suffix, keys);
@@ -343,17 +327,17 @@ void TestHostExportProvenance::readBackByExiftool()
 
 void TestHostExportProvenance::jpegCommentTooLongIsCut()
 {
-    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_PROGRAM("exiftool");
     const QString strPatient = QString::fromLatin1(CVXImageProvenance::PatientId);
     // Two bytes a character, so that a cut at the byte limit would fall inside one.
     const QString strPath = save(keyedImage({{strPatient, QString(40000, QChar(0xC4))}}), QStringLiteral("long.jpg"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-Comment"), strPath});
+    const OutsideProgram read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-Comment"), strPath});
 
-    QVERIFY2(read.succeeded(), read.report().constData());
-    QVERIFY(read.output.size() <= 65533);
-    const QString strComment = QString::fromUtf8(read.output);
+    QVERIFY2(read.succeeded(), qPrintable(read.report()));
+    QVERIFY(read.output().size() <= 65533);
+    const QString strComment = QString::fromUtf8(read.output());
     QVERIFY(strComment.startsWith(strPatient + QStringLiteral(": ") + QChar(0xC4)));
     QVERIFY(strComment.endsWith(QStringLiteral("\u00C4 [truncated]")));
 }
@@ -379,39 +363,39 @@ void TestHostExportProvenance::dicomReferencesItsSources_data()
 
 void TestHostExportProvenance::dicomReferencesItsSources()
 {
-    VX_REQUIRE_TOOL("dcmdump");
-    VX_REQUIRE_TOOL("dciodvfy");
+    VX_REQUIRE_PROGRAM("dcmdump");
+    VX_REQUIRE_PROGRAM("dciodvfy");
     QFETCH(Keys, keys);
     QFETCH(QStringList, references);
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.dcm"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun dump = runTool(QStringLiteral("dcmdump"), {QStringLiteral("-Un"), QStringLiteral("+U8"), strPath});
-    const ToolRun validation = runTool(QStringLiteral("dciodvfy"), {strPath});
+    const OutsideProgram dump = runTool(QStringLiteral("dcmdump"), {QStringLiteral("-Un"), QStringLiteral("+U8"), strPath});
+    const OutsideProgram validation = runTool(QStringLiteral("dciodvfy"), {strPath});
 
-    QVERIFY2(dump.succeeded(), dump.report().constData());
-    QCOMPARE(referencedInstances(dump.output), references);
-    QCOMPARE(dump.output.count(QByteArray("(0008,1150) UI [") + kSecondaryCapture + ']'), references.size());
-    QCOMPARE(dump.output.contains("(0020,4000)"), !keys.isEmpty());
-    QCOMPARE(dump.output.contains("(0008,2111)"), !keys.isEmpty());
-    QVERIFY2(validation.bFinished, validation.report().constData());
-    QVERIFY2(validation.report().contains("SCImage"), validation.report().constData());
-    QVERIFY2(!validation.report().contains("Error"), validation.report().constData());
+    QVERIFY2(dump.succeeded(), qPrintable(dump.report()));
+    QCOMPARE(referencedInstances(dump.output()), references);
+    QCOMPARE(dump.output().count(QByteArray("(0008,1150) UI [") + kSecondaryCapture + ']'), references.size());
+    QCOMPARE(dump.output().contains("(0020,4000)"), !keys.isEmpty());
+    QCOMPARE(dump.output().contains("(0008,2111)"), !keys.isEmpty());
+    QVERIFY2(validation.finished(), qPrintable(validation.report()));
+    QVERIFY2(validation.report().contains("SCImage"), qPrintable(validation.report()));
+    QVERIFY2(!validation.report().contains("Error"), qPrintable(validation.report()));
 }
 
 void TestHostExportProvenance::dicomLongTextIsCut()
 {
-    VX_REQUIRE_TOOL("dcmdump");
+    VX_REQUIRE_PROGRAM("dcmdump");
     const QString strPath = save(keyedImage(valueFigure(QString(20000, QChar(0xC4)))), QStringLiteral("long.dcm"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun dump = runTool(QStringLiteral("dcmdump"),
+    const OutsideProgram dump = runTool(QStringLiteral("dcmdump"),
                                  {QStringLiteral("+L"), QStringLiteral("+P"), QStringLiteral("0020,4000"), QStringLiteral("+U8"), strPath});
 
-    QVERIFY2(dump.succeeded(), dump.report().constData());
+    QVERIFY2(dump.succeeded(), qPrintable(dump.report()));
     // LT holds 10240 characters; dcmdump prints the length in bytes of the Latin-1 value.
-    QVERIFY2(dump.output.contains("# 10240,"), dump.output.right(100).constData());
-    QVERIFY2(dump.output.contains("\xC3\x84 [truncated]"), dump.output.right(100).constData());
+    QVERIFY2(dump.output().contains("# 10240,"), dump.output().right(100).constData());
+    QVERIFY2(dump.output().contains("\xC3\x84 [truncated]"), dump.output().right(100).constData());
 }
 
 void TestHostExportProvenance::epsCarriesEscapedComments_data()
@@ -432,26 +416,26 @@ void TestHostExportProvenance::epsCarriesEscapedComments_data()
 
 void TestHostExportProvenance::epsCarriesEscapedComments()
 {
-    VX_REQUIRE_TOOL("grep");
-    VX_REQUIRE_TOOL("gs");
+    VX_REQUIRE_PROGRAM("grep");
+    VX_REQUIRE_PROGRAM("gs");
     QFETCH(Keys, keys);
     QFETCH(QByteArray, expectedLine);
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.eps"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun found = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("-F"), QStringLiteral("-x"),
+    const OutsideProgram found = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("-F"), QStringLiteral("-x"),
                                                            QString::fromLatin1(expectedLine), strPath});
-    const ToolRun tooLong = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^.\\{256,\\}"), strPath});
-    const ToolRun provenance = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^%%VXProvenance: "), strPath});
-    const ToolRun render = runTool(QStringLiteral("gs"), {QStringLiteral("-q"), QStringLiteral("-dSAFER"),
+    const OutsideProgram tooLong = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^.\\{256,\\}"), strPath});
+    const OutsideProgram provenance = runTool(QStringLiteral("grep"), {QStringLiteral("-c"), QStringLiteral("^%%VXProvenance: "), strPath});
+    const OutsideProgram render = runTool(QStringLiteral("gs"), {QStringLiteral("-q"), QStringLiteral("-dSAFER"),
                                                           QStringLiteral("-dBATCH"), QStringLiteral("-dNOPAUSE"),
                                                           QStringLiteral("-sDEVICE=nullpage"), strPath});
 
-    QVERIFY2(found.succeeded() && found.output.trimmed().toInt() >= 1, found.report().constData());
-    QCOMPARE(tooLong.output.trimmed(), QByteArray("0"));
-    QCOMPARE(provenance.output.trimmed().toInt(), keys.size());
+    QVERIFY2(found.succeeded() && found.output().trimmed().toInt() >= 1, qPrintable(found.report()));
+    QCOMPARE(tooLong.output().trimmed(), QByteArray("0"));
+    QCOMPARE(provenance.output().trimmed().toInt(), keys.size());
     // The comments stay comments: the page is drawn without a PostScript error.
-    QVERIFY2(render.succeeded() && render.output.isEmpty() && render.errors.isEmpty(), render.report().constData());
+    QVERIFY2(render.succeeded() && render.output().isEmpty() && render.errors().isEmpty(), qPrintable(render.report()));
 }
 
 void TestHostExportProvenance::metafilesCarryCommentRecords_data()
@@ -470,16 +454,16 @@ void TestHostExportProvenance::metafilesCarryCommentRecords()
     QFETCH(Keys, keys);
     const bool bEmf = suffix == "emf";
     if (bEmf)
-        VX_REQUIRE_TOOL("emf2svg-conv");
+        VX_REQUIRE_PROGRAM("emf2svg-conv");
     else
-        VX_REQUIRE_TOOL("wmf2svg");
+        VX_REQUIRE_PROGRAM("wmf2svg");
     const QString strPath = save(keyedImage(keys), QStringLiteral("figure.") + QString::fromLatin1(suffix));
     QVERIFY(!strPath.isEmpty());
 
     QStringList comments;
     QVERIFY(bEmf ? emfComments(contentOf(strPath), comments) : wmfComments(contentOf(strPath), comments));
     const QString strSvg = m_dir.filePath(QStringLiteral("figure.svg"));
-    const ToolRun convert = bEmf ? runTool(QStringLiteral("emf2svg-conv"), {QStringLiteral("-i"), strPath,
+    const OutsideProgram convert = bEmf ? runTool(QStringLiteral("emf2svg-conv"), {QStringLiteral("-i"), strPath,
                                                                               QStringLiteral("-o"), strSvg})
                                  : runTool(QStringLiteral("wmf2svg"), {QStringLiteral("-o"), strSvg, strPath});
 
@@ -488,7 +472,7 @@ void TestHostExportProvenance::metafilesCarryCommentRecords()
         expected << it.key() + QStringLiteral(": ") + it.value();
     QCOMPARE(comments, expected);
     // Readers still draw the picture.
-    QVERIFY2(convert.succeeded(), convert.report().constData());
+    QVERIFY2(convert.succeeded(), qPrintable(convert.report()));
     QVERIFY(contentOf(strSvg).contains("<svg"));
 }
 
@@ -506,18 +490,18 @@ QJsonObject TestHostExportProvenance::exiftoolXmp(const QString& strPath, bool b
     QStringList arguments = {QStringLiteral("-XMP:all"), QStringLiteral("-j"), QStringLiteral("-b")};
     if (bStructures)
         arguments << QStringLiteral("-struct");
-    const ToolRun read = runTool(QStringLiteral("exiftool"), arguments << strPath);
+    const OutsideProgram read = runTool(QStringLiteral("exiftool"), arguments << strPath);
     if (!read.succeeded())
-        qWarning("%s", read.report().constData());
-    return QJsonDocument::fromJson(read.output).array().at(0).toObject();
+        qWarning("%s", qPrintable(read.report()));
+    return QJsonDocument::fromJson(read.output()).array().at(0).toObject();
 }
 
 QString TestHostExportProvenance::extractedPacket(const QString& strPath)
 {
-    const ToolRun read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-XMP"), strPath});
+    const OutsideProgram read = runTool(QStringLiteral("exiftool"), {QStringLiteral("-b"), QStringLiteral("-XMP"), strPath});
     const QString strPacket = strPath + QStringLiteral(".xmp");
     QFile file(strPacket);
-    if (!read.succeeded() || read.output.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(read.output) < 0)
+    if (!read.succeeded() || read.output().isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(read.output()) < 0)
         return QString();
     return strPacket;
 }
@@ -529,7 +513,7 @@ void TestHostExportProvenance::xmpReadBackByExiftool_data()
 
 void TestHostExportProvenance::xmpReadBackByExiftool()
 {
-    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_PROGRAM("exiftool");
     QFETCH(QByteArray, suffix);
     QFETCH(Keys, keys);
     const QDate before = QDate::currentDate();
@@ -583,8 +567,8 @@ void TestHostExportProvenance::xmpPacketParsedByXmllint_data()
 
 void TestHostExportProvenance::xmpPacketParsedByXmllint()
 {
-    VX_REQUIRE_TOOL("exiftool");
-    VX_REQUIRE_TOOL("xmllint");
+    VX_REQUIRE_PROGRAM("exiftool");
+    VX_REQUIRE_PROGRAM("xmllint");
     QFETCH(QString, fileName);
     Keys keys = sixteenDicomSources();
     keys.insert(imageKey(3, CVXImageProvenance::Source), QStringLiteral("a<b>&\"c\".dcm"));
@@ -593,15 +577,15 @@ void TestHostExportProvenance::xmpPacketParsedByXmllint()
 
     const QString strPacket = extractedPacket(strPath);
     QVERIFY(!strPacket.isEmpty());
-    const ToolRun lint = runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), strPacket});
+    const OutsideProgram lint = runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), strPacket});
     const QString strDcSource = QStringLiteral("//*[namespace-uri()='http://purl.org/dc/elements/1.1/' and local-name()='source']"
                                                "/*/*[local-name()='li']");
-    const ToolRun count = runTool(QStringLiteral("xmllint"), {QStringLiteral("--xpath"), QStringLiteral("count(%1)").arg(strDcSource), strPacket});
-    const ToolRun third = runTool(QStringLiteral("xmllint"), {QStringLiteral("--xpath"), QStringLiteral("string((%1)[3])").arg(strDcSource), strPacket});
+    const OutsideProgram count = runTool(QStringLiteral("xmllint"), {QStringLiteral("--xpath"), QStringLiteral("count(%1)").arg(strDcSource), strPacket});
+    const OutsideProgram third = runTool(QStringLiteral("xmllint"), {QStringLiteral("--xpath"), QStringLiteral("string((%1)[3])").arg(strDcSource), strPacket});
 
-    QVERIFY2(lint.succeeded() && lint.output.isEmpty() && lint.errors.isEmpty(), lint.report().constData());
-    QCOMPARE(count.output.trimmed(), QByteArray("16"));
-    QCOMPARE(third.output.trimmed(), QByteArray("a<b>&\"c\".dcm"));
+    QVERIFY2(lint.succeeded() && lint.output().isEmpty() && lint.errors().isEmpty(), qPrintable(lint.report()));
+    QCOMPARE(count.output().trimmed(), QByteArray("16"));
+    QCOMPARE(third.output().trimmed(), QByteArray("a<b>&\"c\".dcm"));
     // UTF-8 in its wrapper, in our own namespace.
     const QByteArray packet = contentOf(strPacket).trimmed();
     QVERIFY(packet.startsWith("<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>"));
@@ -612,35 +596,35 @@ void TestHostExportProvenance::xmpPacketParsedByXmllint()
 void TestHostExportProvenance::pngXmpComesBeforeTheTextChunks()
 {
     // Some readers take only the first 50 text chunks; sixteen images make 66.
-    VX_REQUIRE_TOOL("pngcheck");
+    VX_REQUIRE_PROGRAM("pngcheck");
     const QString strPath = save(keyedImage(sixteenDicomSources()), QStringLiteral("chunks.png"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun check = runTool(QStringLiteral("pngcheck"), {QStringLiteral("-v"), strPath});
+    const OutsideProgram check = runTool(QStringLiteral("pngcheck"), {QStringLiteral("-v"), strPath});
 
-    QVERIFY2(check.succeeded(), check.report().constData());
+    QVERIFY2(check.succeeded(), qPrintable(check.report()));
     QStringList chunks;
-    for (const QByteArray& line : check.output.split('\n')) {
+    for (const QByteArray& line : check.output().split('\n')) {
         if (line.startsWith("  chunk "))
             chunks << QString::fromLatin1(line.mid(8, 4));
     }
     QCOMPARE(chunks.mid(0, 2), (QStringList{QStringLiteral("IHDR"), QStringLiteral("iTXt")}));
     QCOMPARE(chunks.count(QStringLiteral("iTXt")), 1);
     QCOMPARE(chunks.count(QStringLiteral("tEXt")) + chunks.count(QStringLiteral("zTXt")), sixteenDicomSources().size());
-    QVERIFY2(check.output.contains("keyword: XML:com.adobe.xmp\n    uncompressed, no language tag"), check.output.constData());
+    QVERIFY2(check.output().contains("keyword: XML:com.adobe.xmp\n    uncompressed, no language tag"), check.output().constData());
 }
 
 void TestHostExportProvenance::tiffXmpInItsTag()
 {
-    VX_REQUIRE_TOOL("tiffinfo");
+    VX_REQUIRE_PROGRAM("tiffinfo");
     const QString strPath = save(keyedImage(typicalFigure()), QStringLiteral("tag.tif"));
     QVERIFY(!strPath.isEmpty());
 
-    const ToolRun info = runTool(QStringLiteral("tiffinfo"), {strPath});
+    const OutsideProgram info = runTool(QStringLiteral("tiffinfo"), {strPath});
 
-    QVERIFY2(info.succeeded(), info.report().constData());
-    QVERIFY2(info.output.contains("  XMLPacket (XMP Metadata):\n"), info.output.constData());
-    QVERIFY2(info.output.contains("<rdf:li>scan.dcm</rdf:li>"), info.output.constData());
+    QVERIFY2(info.succeeded(), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("  XMLPacket (XMP Metadata):\n"), info.output().constData());
+    QVERIFY2(info.output().contains("<rdf:li>scan.dcm</rdf:li>"), info.output().constData());
 }
 
 void TestHostExportProvenance::longXmpCutOnlyForJpeg_data()
@@ -654,8 +638,8 @@ void TestHostExportProvenance::longXmpCutOnlyForJpeg_data()
 
 void TestHostExportProvenance::longXmpCutOnlyForJpeg()
 {
-    VX_REQUIRE_TOOL("exiftool");
-    VX_REQUIRE_TOOL("xmllint");
+    VX_REQUIRE_PROGRAM("exiftool");
+    VX_REQUIRE_PROGRAM("xmllint");
     QFETCH(QString, fileName);
     QFETCH(bool, cut);
     // 80000 bytes of UTF-8, more than a JPEG segment holds.
@@ -666,9 +650,9 @@ void TestHostExportProvenance::longXmpCutOnlyForJpeg()
     const QJsonObject xmp = exiftoolXmp(strPath, true);
     const QString strPacket = extractedPacket(strPath);
     QVERIFY(!strPacket.isEmpty());
-    const ToolRun lint = runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), strPacket});
+    const OutsideProgram lint = runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), strPacket});
 
-    QVERIFY2(lint.succeeded(), lint.report().constData());
+    QVERIFY2(lint.succeeded(), qPrintable(lint.report()));
     const QString strRead = xmp.value(QStringLiteral("Image")).toArray().at(0).toObject().value(QStringLiteral("PatientID")).toString();
     if (cut) {
         QVERIFY(QFileInfo(strPacket).size() <= 65535 - 2 - 29);
@@ -690,7 +674,7 @@ void TestHostExportProvenance::noKeysNoXmp_data()
 
 void TestHostExportProvenance::noKeysNoXmp()
 {
-    VX_REQUIRE_TOOL("exiftool");
+    VX_REQUIRE_PROGRAM("exiftool");
     QFETCH(QString, fileName);
     const QString strPath = save(keyedImage(Keys()), fileName);
     QVERIFY(!strPath.isEmpty());

@@ -4,7 +4,7 @@
 #include "VXUtilityFns.h"
 
 #include "MessageBoxAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QPushButton>
 #include <QtTest>
@@ -45,12 +45,11 @@ QString standardButtonText(QMessageBox::StandardButton button)
 
 } // namespace
 
-class TestHostMessageBox : public QObject
+class TestHostMessageBox : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void standardButtons_data();
     void standardButtons();
@@ -65,11 +64,6 @@ void TestHostMessageBox::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vx Test Host"));
-}
-
-void TestHostMessageBox::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostMessageBox::standardButtons_data()

@@ -1,7 +1,7 @@
-#include "SolidImage.h"
+#include "TestPictures.h"
 #include "VXSSequenceWindow.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QClipboard>
 #include <QTabWidget>
@@ -23,6 +23,9 @@ QVector<QImage> spottedStack()
             grayFrameWithSpot(30, QPoint(3, 3), 90)};
 }
 
+// Pixels and the grey each must show.
+using Greys = QVector<QPair<QPoint, int>>;
+
 int grayAt(const QImage& image, int x, int y)
 {
     return qRed(image.pixel(x, y));
@@ -30,12 +33,11 @@ int grayAt(const QImage& image, int x, int y)
 
 } // namespace
 
-class TestHostSequenceWindow : public QObject
+class TestHostSequenceWindow : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void hasTheThreeTabs();
     void setCurrentTab_data();
@@ -43,9 +45,8 @@ private slots:
     void sequenceViewShowsCurrentFrame();
     void projectionKeepsBrightestPixel_data();
     void projectionKeepsBrightestPixel();
-    void projectionOfFramesOfDifferentSizes();
-    void thumbnailsShowEveryFrame();
-    void thumbnailsOfFramesOfDifferentSizes();
+    void tabShowsTheFrames_data();
+    void tabShowsTheFrames();
     void thumbnailsOfLargeFramesAreSmall();
     void grabImageFollowsCurrentTab();
     void copyTabToClipboard();
@@ -56,11 +57,6 @@ private slots:
 void TestHostSequenceWindow::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestHostSequenceWindow::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostSequenceWindow::hasTheThreeTabs()
@@ -143,43 +139,39 @@ void TestHostSequenceWindow::projectionKeepsBrightestPixel()
     QCOMPARE(grayAt(projection, pixel.x(), pixel.y()), expected);
 }
 
-void TestHostSequenceWindow::projectionOfFramesOfDifferentSizes()
+void TestHostSequenceWindow::tabShowsTheFrames_data()
 {
-    const CVXSSequenceWindow window({greyImage(QSize(40, 20), 10, QImage::Format_RGB32),
-                                     greyImage(QSize(80, 40), 100, QImage::Format_RGB32),
-                                     greyImage(QSize(20, 40), 70, QImage::Format_RGB32)});
-    const QImage projection = window.tabImage(QStringLiteral("3D View"));
-    QCOMPARE(projection.size(), QSize(40, 20));
-    QCOMPARE(grayAt(projection, 0, 0), 100);
-    QCOMPARE(grayAt(projection, 20, 10), 100);
-    QCOMPARE(grayAt(projection, 39, 19), 100);
-}
-
-void TestHostSequenceWindow::thumbnailsShowEveryFrame()
-{
-    const CVXSSequenceWindow window(spottedStack());
-    const QImage montage = window.tabImage(QStringLiteral("Thumbnails"));
+    QTest::addColumn<QVector<QImage>>("frames");
+    QTest::addColumn<QString>("tab");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<Greys>("greys");
+    const QVector<QImage> differentSizes = {greyImage(QSize(40, 20), 10, QImage::Format_RGB32),
+                                            greyImage(QSize(80, 40), 100, QImage::Format_RGB32),
+                                            greyImage(QSize(20, 40), 70, QImage::Format_RGB32)};
+    QTest::newRow("projection of frames of different sizes")
+        << differentSizes << QStringLiteral("3D View") << QSize(40, 20)
+        << Greys{{{0, 0}, 100}, {{20, 10}, 100}, {{39, 19}, 100}};
     // Two columns and two rows of 40x20 cells with 4 pixel gaps.
-    QCOMPARE(montage.size(), QSize(92, 52));
-    QCOMPARE(grayAt(montage, 24, 14), 10);
-    QCOMPARE(grayAt(montage, 68, 14), 50);
-    QCOMPARE(grayAt(montage, 24, 38), 30);
-    QCOMPARE(grayAt(montage, 68, 38), 0);
-    QCOMPARE(grayAt(montage, 2, 2), 0);
-    QCOMPARE(grayAt(montage, 46, 14), 0);
+    QTest::newRow("thumbnails show every frame")
+        << spottedStack() << QStringLiteral("Thumbnails") << QSize(92, 52)
+        << Greys{{{24, 14}, 10}, {{68, 14}, 50}, {{24, 38}, 30}, {{68, 38}, 0}, {{2, 2}, 0}, {{46, 14}, 0}};
+    // The tall frame fills the middle 10 pixels of its 40x20 cell.
+    QTest::newRow("thumbnails of frames of different sizes")
+        << differentSizes << QStringLiteral("Thumbnails") << QSize(92, 52)
+        << Greys{{{68, 14}, 100}, {{24, 38}, 70}, {{8, 38}, 0}};
 }
 
-void TestHostSequenceWindow::thumbnailsOfFramesOfDifferentSizes()
+void TestHostSequenceWindow::tabShowsTheFrames()
 {
-    const CVXSSequenceWindow window({greyImage(QSize(40, 20), 10, QImage::Format_RGB32),
-                                     greyImage(QSize(80, 40), 100, QImage::Format_RGB32),
-                                     greyImage(QSize(20, 40), 70, QImage::Format_RGB32)});
-    const QImage montage = window.tabImage(QStringLiteral("Thumbnails"));
-    QCOMPARE(montage.size(), QSize(92, 52));
-    QCOMPARE(grayAt(montage, 68, 14), 100);
-    // The tall frame fills the middle 10 pixels of its 40x20 cell.
-    QCOMPARE(grayAt(montage, 24, 38), 70);
-    QCOMPARE(grayAt(montage, 8, 38), 0);
+    QFETCH(QVector<QImage>, frames);
+    QFETCH(QString, tab);
+    QFETCH(QSize, size);
+    QFETCH(Greys, greys);
+    const CVXSSequenceWindow window(frames);
+    const QImage shown = window.tabImage(tab);
+    QCOMPARE(shown.size(), size);
+    for (const auto& grey : greys)
+        QCOMPARE(grayAt(shown, grey.first.x(), grey.first.y()), grey.second);
 }
 
 void TestHostSequenceWindow::thumbnailsOfLargeFramesAreSmall()

@@ -1,17 +1,16 @@
 #include "VXUtilityFns.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QAction>
 #include <QMainWindow>
 #include <QtTest>
 
-class TestHostUtilityFns : public QObject
+class TestHostUtilityFns : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void appNameIsDisplayName();
     void appIconIsWindowIcon();
@@ -26,11 +25,6 @@ private slots:
 void TestHostUtilityFns::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestHostUtilityFns::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostUtilityFns::appNameIsDisplayName()

@@ -1,4 +1,4 @@
-#include "SolidImage.h"
+#include "TestPictures.h"
 #include "VXSChildWindow.h"
 #include "VXSMdiSubWindow.h"
 #include "VXSSequenceWindow.h"
@@ -6,7 +6,7 @@
 #include "VXToolPluginBase.h"
 #include "VXUtilityFns.h"
 
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -33,13 +33,12 @@ QMdiSubWindow* openInArea(QMdiArea& area, QWidget* pWidget)
 
 } // namespace
 
-class TestHostWorkspace : public QObject
+class TestHostWorkspace : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void noAreaMeansNoActiveChild();
     void imageWindowStaysActiveWhileToolIsUsed();
@@ -60,6 +59,8 @@ private slots:
     void baseDefaults();
 
 private:
+    void endTest() override;
+
     // The area every test works in; shown because activation needs a visible workspace.
     QScopedPointer<QMdiArea> m_pArea;
 };
@@ -78,11 +79,10 @@ void TestHostWorkspace::init()
     CVXSWorkspace::instance()->setMdiArea(m_pArea.data());
 }
 
-void TestHostWorkspace::cleanup()
+void TestHostWorkspace::endTest()
 {
     CVXSWorkspace::instance()->setMdiArea(nullptr);
     m_pArea.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestHostWorkspace::noAreaMeansNoActiveChild()

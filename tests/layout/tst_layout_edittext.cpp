@@ -1,5 +1,5 @@
 #include "ModalDialogAnswer.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXSEditText.h>
 #include <VXUtilityFns.h>
@@ -98,13 +98,12 @@ QWidget* nextTabStop(QWidget* pFrom)
 
 } // namespace
 
-class TestLayoutEditText : public QObject
+class TestLayoutEditText : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void dialogFrame();
     void toolButtons_data();
@@ -132,6 +131,8 @@ private slots:
     void languageChangeRestoresTexts();
 
 private:
+    void endTest() override;
+
     void typeText(const QString& strText);
     void click(QAbstractButton* pButton);
 
@@ -152,11 +153,10 @@ void TestLayoutEditText::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_pDialog));
 }
 
-void TestLayoutEditText::cleanup()
+void TestLayoutEditText::endTest()
 {
     delete m_pDialog;
     m_pDialog = nullptr;
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutEditText::typeText(const QString& strText)

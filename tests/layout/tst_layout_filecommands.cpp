@@ -2,8 +2,8 @@
 #include "LayoutFixture.h"
 #include "LayoutRecord.h"
 #include "MessageBoxAnswer.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
 #include <file/VXSLayoutDocument.h>
@@ -103,13 +103,12 @@ int describeLayout(const QString& strPath, const QString& strOut)
 
 } // namespace
 
-class TestLayoutFileCommands : public QObject
+class TestLayoutFileCommands : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void saveAndOpenInAFreshProcess_data();
     void saveAndOpenInAFreshProcess();
@@ -144,11 +143,6 @@ void TestLayoutFileCommands::initTestCase()
 void TestLayoutFileCommands::init()
 {
     QGuiApplication::clipboard()->clear();
-}
-
-void TestLayoutFileCommands::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutFileCommands::saveAndOpenInAFreshProcess_data()

@@ -1,4 +1,4 @@
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutItemRectangle.h>
 #include <VXSLayoutManager.h>
@@ -10,12 +10,11 @@
 
 // The view sizes relayoutItems compares against are kept once per process, so the very
 // first re-layout must be checked in a process of its own.
-class TestLayoutFirstRelayout : public QObject
+class TestLayoutFirstRelayout : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
     void firstRelayoutUsesFactorsOfOne();
 };
 
@@ -23,11 +22,6 @@ void TestLayoutFirstRelayout::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void TestLayoutFirstRelayout::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutFirstRelayout::firstRelayoutUsesFactorsOfOne()

@@ -1,5 +1,5 @@
 #include "LayoutFixture.h"
-#include "SolidImage.h"
+#include "TestPictures.h"
 
 #include <VXGeometry.h>
 #include <VXSLayoutItemArrow.h>

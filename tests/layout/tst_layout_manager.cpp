@@ -1,8 +1,8 @@
 #include "LayoutFixture.h"
 #include "MessageBoxAnswer.h"
-#include "MessageBoxCounter.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "ModalWatch.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>
@@ -51,12 +51,11 @@ int countItemsOfType(QGraphicsScene* pScene, int nType)
 
 } // namespace
 
-class TestLayoutManager : public QObject
+class TestLayoutManager : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void cellCount_data();
     void cellCount();
@@ -99,11 +98,6 @@ void TestLayoutManager::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QCoreApplication::setApplicationName(QStringLiteral("LayoutManagerTest"));
-}
-
-void TestLayoutManager::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutManager::cellCount_data()
@@ -635,9 +629,9 @@ void TestLayoutManager::clearWithOnlyAuxiliaryItemsAsksNothing()
 {
     LayoutFixture layout;
     QCOMPARE(layout.scene()->items().count(), 21);
-    const CMessageBoxCounter boxes(0);
+    CModalWatch boxes(QMessageBox::staticMetaObject);
     layout.manager()->clearLayout();
-    QCOMPARE(boxes.count(), 0);
+    QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(layout.scene()->items().count(), 21);
 }
 

@@ -1,8 +1,9 @@
 #include "FileDialogAnswer.h"
 #include "LayoutFixture.h"
 #include "MessageBoxAnswer.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "ModalDialogAnswer.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXPreference.h>
 #include <output/VXSImageResampler.h>
@@ -22,7 +23,6 @@
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -93,13 +93,12 @@ QString pdftoppmProgram()
 
 } // namespace
 
-class TestLayoutOutput : public QObject
+class TestLayoutOutput : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void renderSize_data();
     void renderSize();
@@ -133,6 +132,8 @@ private slots:
     void printerThatCannotStartShowsStatus43();
 
 private:
+    void endTest() override;
+
     // Exports through the dialog, answering it with the filter and file name given.
     void exportAs(const QString& strFilter, const QString& strFileName);
     QString path(const QString& strName) const;
@@ -157,11 +158,10 @@ void TestLayoutOutput::init()
     m_pFixture = std::make_unique<LayoutFixture>(QSize(500, 400));
 }
 
-void TestLayoutOutput::cleanup()
+void TestLayoutOutput::endTest()
 {
     m_pFixture.reset();
     m_pFolder.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestLayoutOutput::path(const QString& strName) const
@@ -293,16 +293,8 @@ void TestLayoutOutput::reducedImagesAreTheResamplersPixels()
     // must hold exactly what the resampler gives for that image alone.
     m_pFixture->chooseStyle(3);
     QList<CVXSLayoutItemImage*> items;
-    for (quint32 seed = 1; seed <= 4; ++seed) {
-        QImage noise(2600 + int(seed) * 10, 1400, QImage::Format_RGB32);
-        QRandomGenerator random(seed);
-        for (int y = 0; y < noise.height(); ++y) {
-            auto* pLine = reinterpret_cast<QRgb*>(noise.scanLine(y));
-            for (int x = 0; x < noise.width(); ++x)
-                pLine[x] = 0xff000000 | (random.generate() & 0xffffff);
-        }
-        items << m_pFixture->pasteImage(noise);
-    }
+    for (quint32 seed = 1; seed <= 4; ++seed)
+        items << m_pFixture->pasteImage(noiseImage(QSize(2600 + int(seed) * 10, 1400), seed));
     const QImage rendered = m_pFixture->manager()->renderLayoutImage(4.0);
     for (CVXSLayoutItemImage* pImage : items) {
         const QRectF b = pImage->boundingRect();
@@ -559,9 +551,8 @@ void TestLayoutOutput::extensionForFilter()
 
 void TestLayoutOutput::answerPrintDialog(const QString& strOutputFile, bool bAccept)
 {
-    QTimer::singleShot(0, [strOutputFile, bAccept] {
-        QTRY_VERIFY(qobject_cast<QPrintDialog*>(QApplication::activeModalWidget()));
-        auto* pDialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+    answerNextModalDialog(QPrintDialog::staticMetaObject, [strOutputFile, bAccept](QDialog* pModal) {
+        auto* pDialog = qobject_cast<QPrintDialog*>(pModal);
         QCOMPARE(pDialog->minPage(), 1);
         QCOMPARE(pDialog->maxPage(), 1);
         if (!bAccept) {

@@ -1,7 +1,7 @@
 #include "ExportReadBack.h"
 #include "LayoutFixture.h"
 #include "SamplePage.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
@@ -67,17 +67,18 @@ QString differences(const QImage& reference, const QImage& rendered)
 // output gave before the renderer learnt to draw on vector devices: reducing, drawing and
 // encoding must not change a single pixel. VX_WRITE_REFERENCES=<folder> writes this build's
 // output into the folder instead, for a deliberate change of the output.
-class TestLayoutOutputReference : public QObject
+class TestLayoutOutputReference : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void outputMatchesTheReference_data();
     void outputMatchesTheReference();
 
 private:
+    void endTest() override;
+
     // The page as the output gives it: the rendered image, or the file exported.
     bool produce(const QString& strOutput, const QString& strPath);
     QImage readBack(const QString& strPath);
@@ -92,10 +93,9 @@ void TestLayoutOutputReference::initTestCase()
     QVERIFY(m_dir.isValid());
 }
 
-void TestLayoutOutputReference::cleanup()
+void TestLayoutOutputReference::endTest()
 {
     m_pFixture.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutOutputReference::outputMatchesTheReference_data()

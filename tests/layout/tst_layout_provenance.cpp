@@ -1,6 +1,6 @@
 #include "LayoutFixture.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXImageProvenance.h>
 #include <host/VXSActiveDatasetGrabber.h>
@@ -71,13 +71,12 @@ QString longUid(int n)
 
 } // namespace
 
-class TestLayoutProvenance : public QObject
+class TestLayoutProvenance : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void pageNamesBothImagesInZOrder();
     void raisingAnImageChangesItsNumber();
@@ -91,6 +90,8 @@ private slots:
     void sixteenDicomSourcesInOrder();
 
 private:
+    void endTest() override;
+
     Keys renderedKeys() const;
 
     std::unique_ptr<LayoutFixture> m_pFixture;
@@ -106,10 +107,9 @@ void TestLayoutProvenance::init()
     m_pFixture = std::make_unique<LayoutFixture>(QSize(500, 400));
 }
 
-void TestLayoutProvenance::cleanup()
+void TestLayoutProvenance::endTest()
 {
     m_pFixture.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 Keys TestLayoutProvenance::renderedKeys() const

@@ -1,8 +1,8 @@
-#include "SolidImage.h"
+#include "LanczosReference.h"
+#include "TestPictures.h"
 
 #include <output/VXSImageResampler.h>
 
-#include <QRandomGenerator>
 #include <QtTest>
 
 #include <algorithm>
@@ -10,106 +10,6 @@
 #include <vector>
 
 namespace {
-
-// ---- A straightforward Lanczos-3 reduction in double precision, the reference ----
-
-double lanczos3(double x)
-{
-    if (x == 0.0)
-        return 1.0;
-    if (std::abs(x) >= 3.0)
-        return 0.0;
-    const double px = M_PI * x;
-    return 3.0 * std::sin(px) * std::sin(px / 3.0) / (px * px);
-}
-
-// The source pixels and weights of one target pixel along an axis.
-struct Taps
-{
-    int first = 0;
-    std::vector<double> weights;
-};
-
-// The taps of every target pixel along one axis. The kernel widens with the reduction;
-// taps beyond the edges are dropped and the rest renormalised.
-std::vector<Taps> lanczosTaps(int nSource, int nTarget)
-{
-    const double scale = double(nSource) / nTarget;
-    const double stretch = std::max(1.0, scale);
-    std::vector<Taps> taps(static_cast<size_t>(nTarget));
-    for (int i = 0; i < nTarget; ++i) {
-        const double centre = (i + 0.5) * scale;
-        Taps& t = taps[size_t(i)];
-        t.first = std::max(0, int(std::floor(centre - 3.0 * stretch)));
-        const int last = std::min(nSource - 1, int(std::ceil(centre + 3.0 * stretch)));
-        double sum = 0.0;
-        for (int s = t.first; s <= last; ++s) {
-            t.weights.push_back(lanczos3((s + 0.5 - centre) / stretch));
-            sum += t.weights.back();
-        }
-        for (double& w : t.weights)
-            w /= sum;
-    }
-    return taps;
-}
-
-// One channel of the image (red by default) reduced to the size, across the rows first,
-// then down the columns; unrounded and unclamped.
-std::vector<double> referenceReduction(const QImage& image, QSize size, int (*pChannel)(QRgb) = qRed)
-{
-    const std::vector<Taps> across = lanczosTaps(image.width(), size.width());
-    const std::vector<Taps> down = lanczosTaps(image.height(), size.height());
-    const size_t width = size_t(size.width());
-    std::vector<double> rows(size_t(image.height()) * width, 0.0);
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* pLine = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (size_t x = 0; x < width; ++x) {
-            for (size_t k = 0; k < across[x].weights.size(); ++k)
-                rows[size_t(y) * width + x] += across[x].weights[k] * pChannel(pLine[size_t(across[x].first) + k]);
-        }
-    }
-    std::vector<double> result(width * size_t(size.height()), 0.0);
-    for (size_t y = 0; y < size_t(size.height()); ++y) {
-        for (size_t k = 0; k < down[y].weights.size(); ++k) {
-            const double* pRow = &rows[(size_t(down[y].first) + k) * width];
-            for (size_t x = 0; x < width; ++x)
-                result[y * width + x] += down[y].weights[k] * pRow[x];
-        }
-    }
-    return result;
-}
-
-// Peak signal-to-noise ratio of the image's grey levels against the reference, clamped.
-double psnr(const QImage& image, const std::vector<double>& reference)
-{
-    double squared = 0.0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const double expected = std::clamp(reference[size_t(y) * size_t(image.width()) + size_t(x)], 0.0, 255.0);
-            const double difference = qRed(image.pixel(x, y)) - expected;
-            squared += difference * difference;
-        }
-    }
-    const double mse = squared / (double(image.width()) * image.height());
-    return mse == 0.0 ? 99.0 : 10.0 * std::log10(255.0 * 255.0 / mse);
-}
-
-// A grey zone plate whose rings reach the sampling limit at the middle of each edge.
-QImage zonePlate(int nSide)
-{
-    QImage image(nSide, nSide, QImage::Format_RGB32);
-    const double centre = nSide / 2.0;
-    const double k = M_PI / nSide;
-    for (int y = 0; y < nSide; ++y) {
-        auto* pLine = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < nSide; ++x) {
-            const double r2 = (x + 0.5 - centre) * (x + 0.5 - centre) + (y + 0.5 - centre) * (y + 0.5 - centre);
-            const int grey = int(std::lround(127.5 + 127.5 * std::cos(k * r2)));
-            pLine[x] = qRgb(grey, grey, grey);
-        }
-    }
-    return image;
-}
 
 // Whether every pixel of the image is exactly the colour.
 bool allPixelsAre(const QImage& image, QRgb colour)
@@ -290,22 +190,16 @@ void TestLayoutResampler::noiseIsWithinOneLevelOfLanczosReference()
 {
     // Colour noise of odd sizes: every channel of every pixel, edges included, is the exact
     // filter's value rounded, give or take the fixed-point arithmetic's one level.
-    QImage source(1531, 977, QImage::Format_RGB32);
-    QRandomGenerator random(11);
-    for (int y = 0; y < source.height(); ++y) {
-        auto* pLine = reinterpret_cast<QRgb*>(source.scanLine(y));
-        for (int x = 0; x < source.width(); ++x)
-            pLine[x] = 0xff000000 | (random.generate() & 0xffffff);
-    }
+    const QImage source = noiseImage(QSize(1531, 977), 11);
     const QSize size(433, 211);
     const QImage reduced = CVXSImageResampler::scaled(source, size);
-    using Channel = int (*)(QRgb);
-    for (Channel pChannel : {Channel(qRed), Channel(qGreen), Channel(qBlue)}) {
-        const std::vector<double> reference = referenceReduction(source, size, pChannel);
+    const std::vector<CLanczosReference::Channel> channels = {qRed, qGreen, qBlue};
+    const CLanczosReference reference(source, size, channels);
+    for (std::size_t c = 0; c < channels.size(); ++c) {
         for (int y = 0; y < size.height(); ++y) {
             for (int x = 0; x < size.width(); ++x) {
-                const double expected = std::clamp(reference[size_t(y) * size_t(size.width()) + size_t(x)], 0.0, 255.0);
-                const int level = pChannel(reduced.pixel(x, y));
+                const double expected = std::clamp(reference.level(c, x, y), 0.0, 255.0);
+                const int level = channels[c](reduced.pixel(x, y));
                 QVERIFY2(std::abs(level - expected) <= 1.0,
                          qPrintable(QStringLiteral("%1 at %2,%3 instead of %4").arg(level).arg(x).arg(y).arg(expected)));
             }
@@ -327,18 +221,20 @@ void TestLayoutResampler::zonePlateMatchesLanczosReference()
 {
     QFETCH(int, side);
     QFETCH(double, minimumPsnr);
-    const QImage source = zonePlate(side);
+    // The rings' centre in the middle of the image.
+    const QImage source = zonePlate(side, QPointF(side / 2.0 - 0.5, side / 2.0 - 0.5));
     const QSize size(633, 633);
     const QImage reduced = CVXSImageResampler::scaled(source, size);
     QCOMPARE(reduced.size(), size);
-    const std::vector<double> reference = referenceReduction(source, size);
-    const double dPsnr = psnr(reduced, reference);
+    // Compared by grey levels.
+    const CLanczosReference reference(source, size, {qRed});
+    const double dPsnr = reference.psnr(reduced);
     qInfo("zone plate %d -> 633 against Lanczos-3: %.1f dB", side, dPsnr);
     QVERIFY2(dPsnr >= minimumPsnr, qPrintable(QString::number(dPsnr, 'f', 1)));
     // An area average, as Qt's smooth scaling does, aliases the rings near the sampling
     // limit: the comparison tells the two apart.
     const QImage averaged = source.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const double dAveraged = psnr(averaged, reference);
+    const double dAveraged = reference.psnr(averaged);
     QVERIFY2(dAveraged < dPsnr - 5.0, qPrintable(QString::number(dAveraged, 'f', 1)));
 }
 

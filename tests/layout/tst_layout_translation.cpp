@@ -1,4 +1,4 @@
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutManager.h>
 #include <VXSLayoutView.h>
@@ -13,12 +13,11 @@
 
 // Runs with a German system locale (see CMakeLists.txt): the manager installs the tool's
 // German catalogue, so the window and its dialog speak German.
-class TestLayoutTranslation : public QObject
+class TestLayoutTranslation : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void windowSpeaksGerman();
     void editTextDialogSpeaksGerman();
@@ -30,11 +29,6 @@ void TestLayoutTranslation::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY2(QLocale::system().name().startsWith(QLatin1String("de")), qPrintable(QLocale::system().name()));
     QVERIFY(qEnvironmentVariableIsEmpty("LANGUAGE"));
-}
-
-void TestLayoutTranslation::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutTranslation::windowSpeaksGerman()

@@ -2,8 +2,8 @@
 #include "LayoutRecord.h"
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemImage.h>
@@ -297,13 +297,12 @@ QUndoStack* undoStack(const LayoutFixture& layout)
 
 Q_DECLARE_METATYPE(Step)
 
-class TestLayoutUndo : public QObject
+class TestLayoutUndo : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void everyChangeUndoesAndRedoes_data();
     void everyChangeUndoesAndRedoes();
@@ -330,11 +329,6 @@ void TestLayoutUndo::initTestCase()
 void TestLayoutUndo::init()
 {
     QGuiApplication::clipboard()->clear();
-}
-
-void TestLayoutUndo::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutUndo::everyChangeUndoesAndRedoes_data()

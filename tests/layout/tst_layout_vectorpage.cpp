@@ -1,7 +1,7 @@
 #include "LayoutFixture.h"
 #include "OutsideProgram.h"
 #include "SamplePage.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <output/VXSExportFormats.h>
 #include <VXSLayoutConstants.h>
@@ -107,13 +107,12 @@ int largestUnexplainedDifference(const QImage& first, const QImage& second)
 
 // The page written as PDF and SVG: read by outside programs, it holds text as text, shapes as
 // vectors and images at their own resolution, and looks like the raster export.
-class TestLayoutVectorPage : public QObject
+class TestLayoutVectorPage : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void pdfHoldsTheTextsAsText();
     void pdfPageIsTheSceneInPoints();
@@ -123,6 +122,8 @@ private slots:
     void looksLikeTheRasterExport();
 
 private:
+    void endTest() override;
+
     QString write(const QString& strName);
     OutsideProgram readSamplePdf(const QString& strProgram, QStringList arguments);
     QImage drawnByOutsideProgram(const QString& strPath);
@@ -143,10 +144,9 @@ void TestLayoutVectorPage::init()
     m_pFixture = std::make_unique<LayoutFixture>(SamplePage::viewSize());
 }
 
-void TestLayoutVectorPage::cleanup()
+void TestLayoutVectorPage::endTest()
 {
     m_pFixture.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 // Writes the fixture's page as the suffix of the name says.

@@ -1,5 +1,6 @@
 #include "LayoutFixture.h"
-#include "WidgetLeaks.h"
+#include "ModalDialogAnswer.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemArrow.h>
@@ -88,12 +89,11 @@ QRectF cellRect(CVXSLayoutManager* pManager, int nCell)
 
 } // namespace
 
-class TestLayoutView : public QObject
+class TestLayoutView : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void freshViewHasItsAuxiliaryItems();
     void sceneRectIsFourSmallerThanTheView_data();
@@ -145,11 +145,6 @@ void TestLayoutView::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void TestLayoutView::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutView::freshViewHasItsAuxiliaryItems()
@@ -843,10 +838,12 @@ void TestLayoutView::doubleClickOnTextIsTaken()
         QApplication::sendEvent(layout.view()->viewport(), &event);
         return event.isAccepted();
     };
+    // The double click opens the modal Edit Text dialog; cancelled, so that the page is
+    // reached again.
+    bool bDialogSeen = false;
+    answerNextModalDialog(QDialog::staticMetaObject, rejectDialog, &bDialogSeen);
     QVERIFY(doubleClickAccepted(QPoint(120, 110), Qt::LeftButton));
-    // The double click opened the modal Edit Text dialog; cancel it to reach the page again.
-    QTRY_VERIFY(qobject_cast<QDialog*>(QApplication::activeModalWidget()));
-    QApplication::activeModalWidget()->close();
+    QTRY_VERIFY(bDialogSeen);
     QVERIFY(!doubleClickAccepted(QPoint(120, 110), Qt::RightButton));
     QVERIFY(!doubleClickAccepted(QPoint(320, 110), Qt::LeftButton));
     QVERIFY(!doubleClickAccepted(QPoint(20, 20), Qt::LeftButton));

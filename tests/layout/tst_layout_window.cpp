@@ -1,6 +1,6 @@
 #include "LayoutFixture.h"
 #include "ModalWatch.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemImage.h>
@@ -79,12 +79,11 @@ void clickItem(LayoutFixture& layout, const QRectF& rect)
 
 } // namespace
 
-class TestLayoutWindow : public QObject
+class TestLayoutWindow : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanup();
 
     void frameAndSizes();
     void centralLayouts();
@@ -126,11 +125,6 @@ void TestLayoutWindow::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void TestLayoutWindow::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutWindow::frameAndSizes()

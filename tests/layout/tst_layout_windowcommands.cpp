@@ -2,8 +2,8 @@
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
 #include "ModalWatch.h"
-#include "SolidImage.h"
-#include "WidgetLeaks.h"
+#include "TestPictures.h"
+#include "WidgetTestCase.h"
 
 #include <VXSChildWindow.h>
 #include <VXSLayoutItemImage.h>
@@ -102,13 +102,12 @@ QVector<QImage> threeFrames()
 
 } // namespace
 
-class TestLayoutWindowCommands : public QObject
+class TestLayoutWindowCommands : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void freeStylePasteAlwaysSucceeds();
     void pasteSwitchesDrawingOff();
@@ -147,6 +146,8 @@ private slots:
     void enterAndStyleWithoutViewAreProgrammingFaults();
 
 private:
+    void endTest() override;
+
     QMdiSubWindow* openInArea(QWidget* pWidget);
     // Lets the window look at the workspace again, as after a host notification.
     void announceDatasetChange(LayoutFixture& layout);
@@ -170,11 +171,10 @@ void TestLayoutWindowCommands::init()
     CVXSWorkspace::instance()->setMdiArea(m_pArea.data());
 }
 
-void TestLayoutWindowCommands::cleanup()
+void TestLayoutWindowCommands::endTest()
 {
     CVXSWorkspace::instance()->setMdiArea(nullptr);
     m_pArea.reset();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QMdiSubWindow* TestLayoutWindowCommands::openInArea(QWidget* pWidget)

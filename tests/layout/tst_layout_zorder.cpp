@@ -1,5 +1,5 @@
 #include "LayoutFixture.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
 #include <VXSLayoutItemRectangle.h>
@@ -37,20 +37,17 @@ QList<double> auxiliaryZ(CVXSLayoutView* pView)
 
 } // namespace
 
-class TestLayoutZOrder : public QObject
+class TestLayoutZOrder : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void zOrderListIsSortedByZ();
     void noSelectionChangesNothing();
     void command_data();
     void command();
-    void bringForwardOnTopmostItemChangesNothing();
-    void sendBackwardOnLowestItemChangesNothing();
     void bringToFrontTwiceRaisesOnce();
     void sendToBackKeepsGaps();
     void bringForwardOnLastListEntryIsGuarded();
@@ -58,6 +55,8 @@ private slots:
     void marksStayAboveItemsInALongSession();
 
 private:
+    void endTest() override;
+
     // Four rectangles side by side with z 26..29, picked through the viewport.
     void drawFour();
     void select(int nIndex);
@@ -78,12 +77,11 @@ void TestLayoutZOrder::init()
     drawFour();
 }
 
-void TestLayoutZOrder::cleanup()
+void TestLayoutZOrder::endTest()
 {
     delete m_pLayout;
     m_pLayout = nullptr;
     m_items.clear();
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 void TestLayoutZOrder::drawFour()
@@ -142,6 +140,11 @@ void TestLayoutZOrder::command_data()
     QTest::newRow("send to back") << 2 << int(SendToBack) << QList<double>{27, 28, 26, 29};
     QTest::newRow("send top item to back") << 3 << int(SendToBack) << QList<double>{27, 28, 29, 26};
     QTest::newRow("unknown command") << 1 << 7 << QList<double>{26, 27, 28, 29};
+    // The next entry above the top item is the highlight or a handle.
+    QTest::newRow("bring forward the topmost item: nothing changes")
+        << 3 << int(BringForward) << QList<double>{26, 27, 28, 29};
+    QTest::newRow("send backward the lowest item: nothing changes")
+        << 0 << int(SendBackward) << QList<double>{26, 27, 28, 29};
 }
 
 void TestLayoutZOrder::command()
@@ -152,21 +155,6 @@ void TestLayoutZOrder::command()
     select(selected);
     QCOMPARE(m_pLayout->view()->reorderZ(m_pLayout->view()->currentItem(), command), 0);
     QCOMPARE(zValues(m_items), expected);
-}
-
-void TestLayoutZOrder::bringForwardOnTopmostItemChangesNothing()
-{
-    select(3);
-    // The next entry above the top item is the highlight or a handle.
-    QCOMPARE(m_pLayout->view()->reorderZ(m_items[3], BringForward), 0);
-    QCOMPARE(zValues(m_items), (QList<double>{26, 27, 28, 29}));
-}
-
-void TestLayoutZOrder::sendBackwardOnLowestItemChangesNothing()
-{
-    select(0);
-    QCOMPARE(m_pLayout->view()->reorderZ(m_items[0], SendBackward), 0);
-    QCOMPARE(zValues(m_items), (QList<double>{26, 27, 28, 29}));
 }
 
 void TestLayoutZOrder::bringToFrontTwiceRaisesOnce()

@@ -1,7 +1,7 @@
 #include "OutsideProgram.h"
 #include "TestDicomFiles.h"
 #include "TestImageFiles.h"
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include <VXImageFileReader.h>
 #include <VXStatus.h>
@@ -179,13 +179,12 @@ QColor pageColourAt(const QImage& page, double xPercent, double yPercent)
 } // namespace
 
 // Runs the vxlayout program as a user would, on real files, and reads back what it wrote.
-class TestToolsVxLayout : public QObject
+class TestToolsVxLayout : public CWidgetTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void fillsTheCellsInOrder();
     void writesThePageSizeGiven_data();
@@ -244,11 +243,6 @@ void TestToolsVxLayout::init()
     QDir out(output(QString()));
     QVERIFY(out.removeRecursively());
     QVERIFY(out.mkpath(QStringLiteral(".")));
-}
-
-void TestToolsVxLayout::cleanup()
-{
-    VERIFY_NO_LEAKED_WINDOWS();
 }
 
 QString TestToolsVxLayout::input(const QString& strName) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ModalWatch.h"
+
 #include <QMessageBox>
 #include <QStringList>
 
@@ -22,9 +24,11 @@ struct CSeenMessageBox
 
 using MessageBoxAnswer = std::function<void(QMessageBox*)>;
 
-// Waits (up to 5 s) for the next modal QMessageBox, records it in *pSeen and lets the
-// answer close it. A box the answer leaves open is rejected so that no test hangs.
+// Answers the next modal QMessageBox, recording it in *pSeen; a box the answer leaves open
+// is rejected so that no test hangs.
 void answerNextMessageBox(CSeenMessageBox* pSeen, MessageBoxAnswer answer);
+// The same answer for a CModalWatch of message boxes.
+ModalAnswer messageBoxAnswer(CSeenMessageBox* pSeen, MessageBoxAnswer answer);
 
 MessageBoxAnswer clickStandardButton(QMessageBox::StandardButton button);
 MessageBoxAnswer clickButtonWithText(const QString& strText);

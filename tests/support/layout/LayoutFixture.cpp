@@ -1,6 +1,6 @@
 #include "LayoutFixture.h"
 
-#include "SolidImage.h"
+#include "TestPictures.h"
 
 #include <VXSLayoutItemArrow.h>
 #include <VXSLayoutItemEllipse.h>

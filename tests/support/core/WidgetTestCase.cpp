@@ -1,4 +1,4 @@
-#include "WidgetLeaks.h"
+#include "WidgetTestCase.h"
 
 #include "ModalDialogAnswer.h"
 
@@ -16,4 +16,14 @@ QStringList leakedTopLevelWidgets()
         names << QString::fromLatin1(pWidget->metaObject()->className()) + QLatin1Char('/')
                      + pWidget->objectName();
     return names;
+}
+
+void CWidgetTestCase::endTest()
+{
+}
+
+void CWidgetTestCase::cleanup()
+{
+    endTest();
+    VERIFY_NO_LEAKED_WINDOWS();
 }

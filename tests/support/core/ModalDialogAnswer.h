@@ -6,10 +6,9 @@
 
 using ModalDialogAnswer = std::function<void(QDialog*)>;
 
-// Waits (up to 5 s) for the next modal dialog of the given class (or a subclass) to
-// become the active modal widget and lets the answer close it. A dialog the answer
-// leaves open is rejected so that no test hangs. *pSeen (may be null) tells whether one
-// came.
+// Answers the next modal dialog of the given class (or a subclass) that is shown, once it is
+// the active modal widget; a dialog the answer leaves open is rejected so that no test hangs.
+// *pSeen (may be null) tells whether one came. The answer waits until it is used or cancelled.
 void answerNextModalDialog(const QMetaObject& kind, ModalDialogAnswer answer, bool* pSeen = nullptr);
 
 // Stops every answer still waiting for its dialog, so that none meant for one test reaches

@@ -12,16 +12,23 @@
             QSKIP(name " is not installed; scripts/install-deps.sh installs it");                  \
     } while (false)
 
-// An outside program that reads back what we wrote, run to its end: what it printed
-// (standard output and error together) and how it ended.
+// An outside program that reads back what we wrote, run to its end: what it printed and how
+// it ended.
 class OutsideProgram
 {
 public:
-    OutsideProgram(const QString& strProgram, const QStringList& arguments);
+    // Where its standard error goes: into the output, or apart, for output that is parsed.
+    enum class Errors { InOutput, Apart };
 
+    OutsideProgram(const QString& strProgram, const QStringList& arguments, Errors errors = Errors::InOutput);
+
+    // Ended by itself, in time.
+    bool finished() const;
     bool succeeded() const;
     QByteArray output() const;
-    // The program, its exit code and its output, for a failure message.
+    // Empty unless kept apart.
+    QByteArray errors() const;
+    // The program, its exit code and all it printed, for a failure message.
     QString report() const;
 
     static bool isInstalled(const QString& strProgram);
@@ -31,4 +38,5 @@ private:
     bool m_bFinished = false;
     int m_nExitCode = -1;
     QByteArray m_output;
+    QByteArray m_errors;
 };

@@ -40,13 +40,21 @@ void click(QAbstractButton* pButton, QMessageBox* pBox)
 
 void answerNextMessageBox(CSeenMessageBox* pSeen, MessageBoxAnswer answer)
 {
+    const ModalAnswer boxAnswer = messageBoxAnswer(pSeen, std::move(answer));
+    answerNextModalDialog(QMessageBox::staticMetaObject, [boxAnswer](QDialog* pDialog) { boxAnswer(pDialog); });
+}
+
+ModalAnswer messageBoxAnswer(CSeenMessageBox* pSeen, MessageBoxAnswer answer)
+{
     *pSeen = CSeenMessageBox();
-    answerNextModalDialog(QMessageBox::staticMetaObject, [pSeen, answer](QDialog* pDialog) {
-        auto* pBox = static_cast<QMessageBox*>(pDialog);
+    return [pSeen, answer](QWidget* pModal) {
+        auto* pBox = qobject_cast<QMessageBox*>(pModal);
+        if (!pBox)
+            return;
         record(pBox, pSeen);
         answer(pBox);
         pSeen->m_bClosedByAnswer = !pBox->isVisible();
-    });
+    };
 }
 
 MessageBoxAnswer clickStandardButton(QMessageBox::StandardButton button)
