@@ -27,6 +27,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cerrno>
+
 #include <memory>
 
 namespace {
@@ -469,9 +471,10 @@ void TestLayoutOutput::exportFailureShowsHostError_data()
     QTest::addColumn<QString>("target");
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("typed");
-    QTest::newRow("disk full") << "full" << int(eSTATUS_DISK_FULL) << "layout.png";
+    QTest::addColumn<int>("systemError");
+    QTest::newRow("disk full") << "full" << int(eSTATUS_DISK_FULL) << "layout.png" << ENOSPC;
     // Typed without suffix: the dialog would open a folder chosen by its full name.
-    QTest::newRow("name taken by a folder") << "folder" << int(eSTATUS_INVALID_PATH) << "layout";
+    QTest::newRow("name taken by a folder") << "folder" << int(eSTATUS_INVALID_PATH) << "layout" << EISDIR;
 }
 
 void TestLayoutOutput::exportFailureShowsHostError()
@@ -479,6 +482,7 @@ void TestLayoutOutput::exportFailureShowsHostError()
     QFETCH(QString, target);
     QFETCH(int, status);
     QFETCH(QString, typed);
+    QFETCH(int, systemError);
     const QString strFile = path(QStringLiteral("layout.png"));
     if (target == QLatin1String("full")) {
         if (!QFileInfo::exists(QStringLiteral("/dev/full")))
@@ -498,7 +502,10 @@ void TestLayoutOutput::exportFailureShowsHostError()
     m_pFixture->manager()->exportLayout();
     QVERIFY(overwriteBox.m_bShown);
     QTRY_VERIFY(errorBox.m_bShown);
-    QVERIFY2(errorBox.m_strText.contains(vxStatusText(tag_estatus(status))), qPrintable(errorBox.m_strText));
+    // The host's text for the status first, then the file and the system's reason.
+    QVERIFY2(errorBox.m_strText.startsWith(vxStatusText(tag_estatus(status))), qPrintable(errorBox.m_strText));
+    const QString strDetail = QStringLiteral("Could not write %1: %2").arg(strFile, qt_error_string(systemError));
+    QVERIFY2(errorBox.m_strText.endsWith(strDetail), qPrintable(errorBox.m_strText));
     QCOMPARE(QDir(m_pFolder->path()).entryList(QDir::Files | QDir::Hidden | QDir::System),
              target == QLatin1String("full") ? QStringList{QStringLiteral("layout.png")} : QStringList());
 }

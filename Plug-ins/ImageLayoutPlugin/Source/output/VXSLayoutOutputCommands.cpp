@@ -127,8 +127,9 @@ void CVXSLayoutOutputCommands::writeImage(QString strFileName) const
     }
     CVXSImageExporter exporter;
     const tag_estatus status = exporter.saveImage(image, strFileName);
+    // The status's text comes first; the file and the system's reason follow it.
     if (status != eSTATUS_SUCCESS)
-        CVXSErrorHandler::errorMessage(m_manager.getLayoutView(), status, QString());
+        CVXSErrorHandler::errorMessage(m_manager.getLayoutView(), status, exporter.errorText());
 }
 
 void CVXSLayoutOutputCommands::printLayout(int nPrintMode) const
