@@ -1,4 +1,4 @@
-#include <VXColorMap.h>
+#include <VXColourTable.h>
 #include <VXSampleData.h>
 
 #include <QColor>
@@ -249,7 +249,7 @@ void TestAppSampleData::hotScaleRunsBlackRedYellowWhite()
 {
     QFETCH(double, value);
     QFETCH(QColor, colour);
-    QCOMPARE(QColor(CVXColorMap::hot(value)), colour);
+    QCOMPARE(QColor(CVXColourTable(QString::fromLatin1(CVXColourTable::Hot)).colour(value)), colour);
 }
 
 QTEST_MAIN(TestAppSampleData)

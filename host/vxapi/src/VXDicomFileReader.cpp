@@ -1,5 +1,6 @@
 #include "VXDicomFileReader.h"
 
+#include "VXDisplayRange.h"
 #include "VXImageProvenance.h"
 
 #include <dcmtk/dcmdata/dcdeftag.h>
@@ -8,6 +9,7 @@
 #include <dcmtk/dcmdata/dcxfer.h>
 #include <dcmtk/dcmimage/diregist.h> // colour images
 #include <dcmtk/dcmimgle/dcmimage.h>
+#include <dcmtk/dcmimgle/dipixel.h>
 #include <dcmtk/dcmjpeg/djdecode.h>
 #include <dcmtk/dcmjpls/djdecode.h>
 
@@ -85,6 +87,31 @@ QString readableSpacing(DcmDataset& data)
     if (strRows.isEmpty() || strColumns.isEmpty())
         return strRows;
     return QStringLiteral("%1 mm x %2 mm (row x column)").arg(strRows, strColumns);
+}
+
+// The samples of one frame of DCMTK's intermediate pixel data as grey levels, moved up by
+// nOffset.
+template <typename Sample, typename Level>
+QImage levelsOfFrame(const void* pData, const QSize& size, unsigned long nFrame, int nOffset, QImage::Format format)
+{
+    QImage levels(size, format);
+    if (levels.isNull())
+        return levels;
+    const qint64 nPixels = qint64(size.width()) * size.height();
+    const Sample* pSamples = static_cast<const Sample*>(pData) + nPixels * qint64(nFrame);
+    for (int y = 0; y < size.height(); ++y) {
+        auto* pLine = reinterpret_cast<Level*>(levels.scanLine(y));
+        for (int x = 0; x < size.width(); ++x)
+            pLine[x] = Level(int(pSamples[qint64(y) * size.width() + x]) + nOffset);
+    }
+    return levels;
+}
+
+// A decimal string attribute's value, or dDefault where it has none.
+double decimalAttribute(DcmDataset& data, const DcmTagKey& key, double dDefault)
+{
+    Float64 dValue = 0.0;
+    return data.findAndGetFloat64(key, dValue).good() ? double(dValue) : dDefault;
 }
 
 } // namespace
@@ -190,7 +217,7 @@ void CVXDicomFileReader::checkPixelDataLength()
     }
 }
 
-QVector<QImage> CVXDicomFileReader::readFrames()
+QVector<CVXImagePage> CVXDicomFileReader::readFrames(bool bLevels)
 {
     if (!isReadable())
         return {};
@@ -198,6 +225,9 @@ QVector<QImage> CVXDicomFileReader::readFrames()
     if (!isReadable())
         return {};
     registerDecoders();
+    int nOffset = 0;
+    // Read while the pixel data is still there: the display image may let go of it.
+    const QVector<QImage> levels = bLevels ? readLevels(nOffset) : QVector<QImage>();
     DcmDataset* pData = m_pFile->getDataset();
     DicomImage image(m_pFile.get(), pData->getOriginalXfer(), CIF_MayDetachPixelData);
     if (image.getStatus() != EIS_Normal) {
@@ -214,7 +244,7 @@ QVector<QImage> CVXDicomFileReader::readFrames()
             image.setMinMaxWindow();
     }
     const QSize size(int(image.getWidth()), int(image.getHeight()));
-    QVector<QImage> frames;
+    QVector<CVXImagePage> frames;
     for (unsigned long nFrame = 0; nFrame < image.getFrameCount(); ++nFrame) {
         const void* pOutput = image.getOutputData(8, nFrame, 0);
         const QImage frame = pOutput ? imageFromOutput(pOutput, size, bColour) : QImage();
@@ -222,13 +252,75 @@ QVector<QImage> CVXDicomFileReader::readFrames()
             m_strError = tr("Frame %1 of the DICOM image cannot be decoded.").arg(nFrame + 1);
             return {};
         }
-        frames.append(frame);
+        frames.append({frame, levels.value(int(nFrame))});
     }
     labelFrames(frames);
+    if (!levels.isEmpty())
+        labelCalibration(frames, nOffset, image);
     return frames;
 }
 
-void CVXDicomFileReader::labelFrames(QVector<QImage>& frames) const
+QVector<QImage> CVXDicomFileReader::readLevels(int& nOffset)
+{
+    DcmDataset* pData = m_pFile->getDataset();
+    DicomImage stored(m_pFile.get(), pData->getOriginalXfer(), CIF_IgnoreModalityTransformation);
+    const DiPixel* pPixels = stored.getStatus() == EIS_Normal && stored.isMonochrome() ? stored.getInterData() : nullptr;
+    if (!pPixels)
+        return {};
+    const QSize size(int(stored.getWidth()), int(stored.getHeight()));
+    QVector<QImage> levels;
+    for (unsigned long nFrame = 0; nFrame < stored.getFrameCount(); ++nFrame) {
+        const void* pSamples = pPixels->getData();
+        switch (pPixels->getRepresentation()) {
+        case EPR_Uint8:
+            nOffset = 0;
+            levels << levelsOfFrame<Uint8, uchar>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale8);
+            break;
+        case EPR_Sint8:
+            nOffset = 128;
+            levels << levelsOfFrame<Sint8, uchar>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale8);
+            break;
+        case EPR_Uint16:
+            nOffset = 0;
+            levels << levelsOfFrame<Uint16, quint16>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale16);
+            break;
+        case EPR_Sint16:
+            nOffset = 32768;
+            levels << levelsOfFrame<Sint16, quint16>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale16);
+            break;
+        default:
+            // Wider values have no grey format to live in; the pictures are shown as they are.
+            return {};
+        }
+    }
+    return levels;
+}
+
+void CVXDicomFileReader::labelCalibration(QVector<CVXImagePage>& pages, int nOffset, DicomImage& image) const
+{
+    DcmDataset& data = *m_pFile->getDataset();
+    CVXDisplayRange range;
+    range.setRescale(decimalAttribute(data, DCM_RescaleSlope, 1.0), decimalAttribute(data, DCM_RescaleIntercept, 0.0));
+    // The levels start nOffset above the stored values.
+    const QString strNote = range.rescaleNote();
+    range.setRescale(range.slope(), range.intercept() - nOffset * range.slope());
+    const QString strUnits = attributeText(data, DCM_Units, false);
+    const QString strRescaleType = attributeText(data, DCM_RescaleType, false);
+    // "US" is DICOM's unspecified rescale type.
+    range.setUnit(!strUnits.isEmpty() || strRescaleType == QLatin1String("US") ? strUnits : strRescaleType);
+    // The window the pictures show, in the rescaled values as the file gives it; DICOM's
+    // linear window reaches black and white half a level inside its width.
+    double dCentre = 0.0;
+    double dWidth = 0.0;
+    if (image.getWindowCount() > 0 && image.getWindow(dCentre, dWidth))
+        range.setRange(dCentre - 0.5 - (dWidth - 1.0) / 2.0, dCentre - 0.5 + (dWidth - 1.0) / 2.0);
+    for (CVXImagePage& page : pages) {
+        range.writeTo(page.picture);
+        CVXImageProvenance::setKey(page.picture, QString::fromLatin1(CVXDisplayRange::RescaleNote), strNote);
+    }
+}
+
+void CVXDicomFileReader::labelFrames(QVector<CVXImagePage>& frames) const
 {
     DcmDataset& data = *m_pFile->getDataset();
     const bool bUtf8 = attributeText(data, DCM_SpecificCharacterSet, false).contains(QLatin1String("ISO_IR 192"));
@@ -243,9 +335,9 @@ void CVXDicomFileReader::labelFrames(QVector<QImage>& frames) const
         {CVXImageProvenance::SopInstanceUid, attributeText(data, DCM_SOPInstanceUID, false)},
         {CVXImageProvenance::SopClassUid, attributeText(data, DCM_SOPClassUID, false)},
     };
-    for (QImage& frame : frames) {
+    for (CVXImagePage& frame : frames) {
         for (const auto& attribute : attributes)
-            CVXImageProvenance::setKey(frame, QString::fromLatin1(attribute.first), attribute.second);
+            CVXImageProvenance::setKey(frame.picture, QString::fromLatin1(attribute.first), attribute.second);
     }
 }
 
