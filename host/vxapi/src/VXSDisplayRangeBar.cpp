@@ -143,7 +143,7 @@ void CVXSDisplayRangeBar::applyToAll()
 {
     const CVXSDisplayRangeSharing sharing(m_pWindow);
     if (sharing.skipped().isEmpty()) {
-        showMessage(tr("Applied to %n other window(s).", nullptr, sharing.appliedCount()), false);
+        showMessage(sharing.appliedText(), false);
         return;
     }
     showMessage(QString(), false);

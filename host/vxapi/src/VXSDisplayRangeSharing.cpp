@@ -27,11 +27,6 @@ CVXSDisplayRangeSharing::CVXSDisplayRangeSharing(CVXSChildWindow* pSource)
     }
 }
 
-int CVXSDisplayRangeSharing::appliedCount() const
-{
-    return m_nApplied;
-}
-
 QStringList CVXSDisplayRangeSharing::skipped() const
 {
     return m_skipped;
@@ -39,14 +34,22 @@ QStringList CVXSDisplayRangeSharing::skipped() const
 
 QString CVXSDisplayRangeSharing::report() const
 {
-    QString strReport = tr("The display range was applied to %n other window(s).", nullptr, m_nApplied);
+    QString strReport = appliedText();
     if (!m_skipped.isEmpty()) {
         strReport += QStringLiteral("\n\n")
-                     + tr("%n window(s) were left as they were, because their images are not measured on the same scale:",
-                          nullptr, m_skipped.size())
+                     + (m_skipped.size() == 1
+                            ? tr("1 window was left as it was, because its image is not measured on the same scale:")
+                            : tr("%1 windows were left as they were, because their images are not measured on the same scale:")
+                                  .arg(m_skipped.size()))
                      + QStringLiteral("\n") + m_skipped.join(QLatin1Char('\n'));
     }
     return strReport;
+}
+
+QString CVXSDisplayRangeSharing::appliedText() const
+{
+    return m_nApplied == 1 ? tr("The display range was applied to 1 other window.")
+                           : tr("The display range was applied to %1 other windows.").arg(m_nApplied);
 }
 
 QString CVXSDisplayRangeSharing::reasonToSkip(CVXSChildWindow* pWindow, const CVXDisplayRange& range)

@@ -16,10 +16,11 @@ public:
     // Shares the range at once.
     explicit CVXSDisplayRangeSharing(CVXSChildWindow* pSource);
 
-    int appliedCount() const;
     // One line per window left alone: its title and the reason.
     QStringList skipped() const;
-    // For the user: how many windows took the range, how many were left alone and why.
+    // For the user: how many windows took the range.
+    QString appliedText() const;
+    // The same, and how many were left alone and why.
     QString report() const;
 
 private:
