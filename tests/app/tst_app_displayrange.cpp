@@ -8,6 +8,7 @@
 #include <VXHostMainWindow.h>
 #include <VXImageFileReader.h>
 #include <VXSChildWindow.h>
+#include <VXSSequenceWindow.h>
 
 #include <dcmtk/dcmdata/dcdeftag.h>
 
@@ -93,6 +94,7 @@ private slots:
     void defaultDisplayOfDicomIsUnchanged();
     void rangeInTheFileUnitChangesThePixels();
     void zeroSlopeShowsStoredValues();
+    void multiFrameDicomKeepsEveryFramesLevels();
     void applyToAllSkipsOtherModalitiesAndUnits();
     void applyToAllMatchesImagesWithoutUnits();
 
@@ -270,6 +272,44 @@ void TestAppDisplayRange::zeroSlopeShowsStoredValues()
     // The reason travels with the image handed over.
     QCOMPARE(pWindow->grabImage(false).text(QString::fromLatin1(CVXDisplayRange::RescaleNote)),
              QString::fromLatin1(CVXDisplayRange::ZeroSlopeNote));
+}
+
+void TestAppDisplayRange::multiFrameDicomKeepsEveryFramesLevels()
+{
+    CTestDicomFiles::SHeader header;
+    header.nBits = 16;
+    header.size = kSize;
+    header.nFrames = 3;
+    header.attributes = {{DCM_Modality, "PT"}, {DCM_Units, "BQML"}};
+    // Each frame 1000 above the one before.
+    QVector<quint16> samples;
+    for (int nFrame = 0; nFrame < 3; ++nFrame) {
+        for (quint16 nStored : bandSamples())
+            samples << quint16(nStored + 1000 * nFrame);
+    }
+    QVERIFY(CTestDicomFiles::write(path(QStringLiteral("frames.dcm")), header, samples));
+    CHostFixture host;
+    openAll(host, {path(QStringLiteral("frames.dcm"))});
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host.imageWindow(0));
+    QVERIFY(pSequence);
+    QVERIFY(pSequence->hasLevels());
+    double dMinimum = 0.0;
+    double dMaximum = 0.0;
+    QVERIFY(pSequence->dataRange(dMinimum, dMaximum));
+    QCOMPARE(dMinimum, 1000.0);
+    QCOMPARE(dMaximum, 5000.0);
+
+    QVERIFY(pSequence->setDisplayRange(2000, 3000, QStringLiteral("grey")));
+
+    // Band 1 is 2000, 3000 and 4000 in the three frames.
+    const int expected[] = {0, 255, 255};
+    for (int nFrame = 0; nFrame < 3; ++nFrame) {
+        pSequence->setCurrentFrame(nFrame);
+        QCOMPARE(qGray(pSequence->tabImage(QStringLiteral("Sequence View")).pixel(bandCentre(1))), expected[nFrame]);
+    }
+    pSequence->setCurrentFrame(0);
+    QCOMPARE(qGray(pSequence->tabImage(QStringLiteral("Sequence View")).pixel(bandCentre(2))), 255);
+    QCOMPARE(qGray(pSequence->tabImage(QStringLiteral("Sequence View")).pixel(bandCentre(0))), 0);
 }
 
 void TestAppDisplayRange::applyToAllSkipsOtherModalitiesAndUnits()

@@ -138,10 +138,12 @@ void TestHostColourTable::hotRunsBlackRedYellowWhite_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QColor>("colour");
+    QTest::newRow("below the scale") << -1.0 << QColor(Qt::black);
     QTest::newRow("bottom") << 0.0 << QColor(Qt::black);
     QTest::newRow("red") << 0.375 << QColor(Qt::red);
     QTest::newRow("yellow") << 0.75 << QColor(Qt::yellow);
     QTest::newRow("top") << 1.0 << QColor(Qt::white);
+    QTest::newRow("above the scale") << 2.0 << QColor(Qt::white);
 }
 
 void TestHostColourTable::hotRunsBlackRedYellowWhite()
@@ -150,7 +152,7 @@ void TestHostColourTable::hotRunsBlackRedYellowWhite()
     QFETCH(QColor, colour);
     const CVXColourTable hot(table(CVXColourTable::Hot));
     QCOMPARE(QColor(hot.colour(value)), colour);
-    QCOMPARE(QColor(hot.entries().at(qRound(value * 255))).red(), colour.red());
+    QCOMPARE(qRed(hot.entries().at(qBound(0, qRound(value * 255), 255))), colour.red());
 }
 
 void TestHostColourTable::colourBetweenEntriesIsInterpolated()

@@ -89,22 +89,26 @@ QString readableSpacing(DcmDataset& data)
     return QStringLiteral("%1 mm x %2 mm (row x column)").arg(strRows, strColumns);
 }
 
-// The samples of one frame of DCMTK's intermediate pixel data as grey levels, moved up by
-// nOffset.
+// DCMTK's intermediate pixel data, frame after frame, as grey levels moved up by nOffset:
+// Grayscale8 for samples of 8 bits, Grayscale16 for 16.
 template <typename Sample, typename Level>
-QImage levelsOfFrame(const void* pData, const QSize& size, unsigned long nFrame, int nOffset, QImage::Format format)
+QVector<QImage> levelsOfFrames(const void* pData, const QSize& size, int nFrames, int nOffset)
 {
-    QImage levels(size, format);
-    if (levels.isNull())
-        return levels;
-    const qint64 nPixels = qint64(size.width()) * size.height();
-    const Sample* pSamples = static_cast<const Sample*>(pData) + nPixels * qint64(nFrame);
-    for (int y = 0; y < size.height(); ++y) {
-        auto* pLine = reinterpret_cast<Level*>(levels.scanLine(y));
-        for (int x = 0; x < size.width(); ++x)
-            pLine[x] = Level(int(pSamples[qint64(y) * size.width() + x]) + nOffset);
+    const QImage::Format format = sizeof(Level) == 1 ? QImage::Format_Grayscale8 : QImage::Format_Grayscale16;
+    const auto* pSamples = static_cast<const Sample*>(pData);
+    QVector<QImage> frames;
+    for (int nFrame = 0; nFrame < nFrames; ++nFrame) {
+        QImage levels(size, format);
+        if (levels.isNull())
+            return {};
+        for (int y = 0; y < size.height(); ++y) {
+            auto* pLine = reinterpret_cast<Level*>(levels.scanLine(y));
+            for (int x = 0; x < size.width(); ++x)
+                pLine[x] = Level(int(*pSamples++) + nOffset);
+        }
+        frames.append(levels);
     }
-    return levels;
+    return frames;
 }
 
 // A decimal string attribute's value, or dDefault where it has none.
@@ -268,32 +272,24 @@ QVector<QImage> CVXDicomFileReader::readLevels(int& nOffset)
     if (!pPixels)
         return {};
     const QSize size(int(stored.getWidth()), int(stored.getHeight()));
-    QVector<QImage> levels;
-    for (unsigned long nFrame = 0; nFrame < stored.getFrameCount(); ++nFrame) {
-        const void* pSamples = pPixels->getData();
-        switch (pPixels->getRepresentation()) {
-        case EPR_Uint8:
-            nOffset = 0;
-            levels << levelsOfFrame<Uint8, uchar>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale8);
-            break;
-        case EPR_Sint8:
-            nOffset = 128;
-            levels << levelsOfFrame<Sint8, uchar>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale8);
-            break;
-        case EPR_Uint16:
-            nOffset = 0;
-            levels << levelsOfFrame<Uint16, quint16>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale16);
-            break;
-        case EPR_Sint16:
-            nOffset = 32768;
-            levels << levelsOfFrame<Sint16, quint16>(pSamples, size, nFrame, nOffset, QImage::Format_Grayscale16);
-            break;
-        default:
-            // Wider values have no grey format to live in; the pictures are shown as they are.
-            return {};
-        }
+    const int nFrames = int(stored.getFrameCount());
+    // Every frame's every pixel must be there before any is read.
+    if (pPixels->getCount() < (unsigned long)(nFrames) * size.width() * size.height())
+        return {};
+    const void* pSamples = pPixels->getData();
+    switch (pPixels->getRepresentation()) {
+    case EPR_Uint8:
+        return levelsOfFrames<Uint8, uchar>(pSamples, size, nFrames, nOffset = 0);
+    case EPR_Sint8:
+        return levelsOfFrames<Sint8, uchar>(pSamples, size, nFrames, nOffset = 128);
+    case EPR_Uint16:
+        return levelsOfFrames<Uint16, quint16>(pSamples, size, nFrames, nOffset = 0);
+    case EPR_Sint16:
+        return levelsOfFrames<Sint16, quint16>(pSamples, size, nFrames, nOffset = 32768);
+    default:
+        // Wider values have no grey format to live in; the pictures are shown as they are.
+        return {};
     }
-    return levels;
 }
 
 void CVXDicomFileReader::labelCalibration(QVector<CVXImagePage>& pages, int nOffset, DicomImage& image) const
