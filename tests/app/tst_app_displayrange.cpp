@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QMap>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QProcess>
@@ -52,10 +53,12 @@ bool writeDicom(const QString& strPath, std::vector<std::pair<DcmTagKey, QByteAr
     return CTestDicomFiles::write(strPath, header, bandSamples());
 }
 
-// A 16-bit grey PNG of the three bands, without any key.
-bool writeDeepPng(const QString& strPath)
+// A 16-bit grey PNG of the three bands with these text keys.
+bool writeDeepPng(const QString& strPath, const QMap<QString, QString>& keys = {})
 {
     QImage image(kSize, QImage::Format_Grayscale16);
+    for (auto it = keys.cbegin(); it != keys.cend(); ++it)
+        image.setText(it.key(), it.value());
     for (int y = 0; y < kSize.height(); ++y) {
         auto* pLine = reinterpret_cast<quint16*>(image.scanLine(y));
         for (int x = 0; x < kSize.width(); ++x)
@@ -91,6 +94,7 @@ private slots:
     void readsRescaleAndUnits_data();
     void readsRescaleAndUnits();
     void unitAddedWithDcmodifyIsRead();
+    void pngKeysGiveUnitAndRescale();
     void defaultDisplayOfDicomIsUnchanged();
     void rangeInTheFileUnitChangesThePixels();
     void zeroSlopeShowsStoredValues();
@@ -205,6 +209,29 @@ void TestAppDisplayRange::unitAddedWithDcmodifyIsRead()
     QCOMPARE(range.unit(), QStringLiteral("CNTS"));
     QCOMPARE(range.slope(), 0.25);
     QCOMPARE(range.valueOf(2000), 500.0);
+}
+
+void TestAppDisplayRange::pngKeysGiveUnitAndRescale()
+{
+    const QString strUnit = QString::fromUtf8("p/s/cm²/sr");
+    QVERIFY(writeDeepPng(path(QStringLiteral("radiance.png")),
+                         {{QString::fromLatin1(CVXDisplayRange::Quantity), QStringLiteral("Radiance")},
+                          {QString::fromLatin1(CVXDisplayRange::Unit), strUnit},
+                          {QString::fromLatin1(CVXDisplayRange::RescaleSlope), QStringLiteral("1e4")},
+                          {QString::fromLatin1(CVXDisplayRange::RescaleIntercept), QStringLiteral("5e3")}}));
+    CHostFixture host;
+    openAll(host, {path(QStringLiteral("radiance.png"))});
+    CVXSChildWindow* pWindow = host.imageWindow(0);
+
+    const CVXDisplayRange range = pWindow->displayRange();
+    QCOMPARE(range.quantityLabel(), QStringLiteral("Radiance (%1)").arg(strUnit));
+    // Stored 1000 to 3000: 1.0005e7 to 3.0005e7 p/s/cm²/sr.
+    QCOMPARE(range.minimum(), 1.0005e7);
+    QCOMPARE(range.maximum(), 3.0005e7);
+    typeRange(pWindow, QStringLiteral("20005000"), QStringLiteral("30005000"));
+    QCOMPARE(qGray(pWindow->image().pixel(bandCentre(1))), 0);
+    QCOMPARE(qGray(pWindow->image().pixel(bandCentre(2))), 255);
+    QCOMPARE(pWindow->grabImage(false).text(QString::fromLatin1(CVXDisplayRange::Unit)), strUnit);
 }
 
 void TestAppDisplayRange::defaultDisplayOfDicomIsUnchanged()
