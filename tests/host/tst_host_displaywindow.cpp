@@ -113,6 +113,8 @@ private slots:
     void rangeWithMinimumAboveMaximumIsRefused();
     void lettersCannotBeTyped();
     void autoSetsTheWholeDataRange();
+    void draggingSetsWindowAndLevel();
+    void draggingWithoutTheBarChangesNothing();
     void grabCarriesRangeTableAndUnit_data();
     void grabCarriesRangeTableAndUnit();
     void defaultGrabCarriesTheStretchedRange();
@@ -275,6 +277,50 @@ void TestHostDisplayWindow::autoSetsTheWholeDataRange()
     QCOMPARE(control<QDoubleSpinBox>(window, "displayRangeMinimum")->value(), 1000 * kSlope);
     QCOMPARE(window.image().pixel(bandCentre(0)), entry(QStringLiteral("magma"), 0));
     QCOMPARE(window.image().pixel(bandCentre(4)), entry(QStringLiteral("magma"), 255));
+}
+
+void TestHostDisplayWindow::draggingSetsWindowAndLevel()
+{
+    CVXSChildWindow window(bandPicture(bandLevels()));
+    showBandWindow(window);
+    QVERIFY(window.setDisplayRange(2e6, 3e6, QStringLiteral("grey")));
+    const int nContentHeight = window.height() - control<QWidget>(window, "displayRangeBar")->height();
+    const QPoint start(100, 100);
+
+    // A tenth of the width to the right: the range widens by a tenth of the data's 3e6.
+    QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, start);
+    QMouseEvent move(QEvent::MouseMove, start + QPoint(window.width() / 10, 0), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&window, &move);
+    QTest::mouseRelease(&window, Qt::LeftButton, Qt::NoModifier, start + QPoint(window.width() / 10, 0));
+    QCOMPARE(window.displayRange().minimum(), 2e6 - 0.15e6);
+    QCOMPARE(window.displayRange().maximum(), 3e6 + 0.15e6);
+
+    // Half the picture's height down: the range moves up by half the data's.
+    QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, start);
+    QMouseEvent down(QEvent::MouseMove, start + QPoint(0, nContentHeight / 2), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&window, &down);
+    QTest::mouseRelease(&window, Qt::LeftButton, Qt::NoModifier, start + QPoint(0, nContentHeight / 2));
+    const double dShift = (nContentHeight / 2) * 3e6 / nContentHeight;
+    QCOMPARE(window.displayRange().minimum(), 1.85e6 + dShift);
+    QCOMPARE(window.displayRange().maximum(), 3.15e6 + dShift);
+    // The bar follows.
+    QCOMPARE(control<QDoubleSpinBox>(window, "displayRangeMinimum")->value(), qRound(1.85e6 + dShift) * 1.0);
+}
+
+void TestHostDisplayWindow::draggingWithoutTheBarChangesNothing()
+{
+    CVXSChildWindow window(bandPicture(bandLevels()));
+    window.setLevels(bandLevels());
+    window.resize(400, 300);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, QPoint(100, 100));
+    QMouseEvent move(QEvent::MouseMove, QPoint(200, 200), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &move);
+    QTest::mouseRelease(&window, Qt::LeftButton, Qt::NoModifier, QPoint(200, 200));
+    QVERIFY(window.isDefaultDisplay());
 }
 
 void TestHostDisplayWindow::grabCarriesRangeTableAndUnit_data()

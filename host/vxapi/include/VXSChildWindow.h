@@ -67,7 +67,9 @@ public:
     // Back to the default display.
     void resetDisplayRange();
     // The bar of controls for the display range at the window's bottom edge (the context
-    // menu's "Display Range" shows and hides it).
+    // menu's "Display Range" shows and hides it). While it is shown, dragging over the
+    // picture with the left button sets window and level: to the right widens the range,
+    // downwards moves it up, each by the whole data range over the window's width or height.
     bool isDisplayRangeBarVisible() const;
     void setDisplayRangeBarVisible(bool bVisible);
 
@@ -100,6 +102,9 @@ protected:
     void paintEvent(QPaintEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
     void contextMenuEvent(QContextMenuEvent* pEvent) override;
+    void mousePressEvent(QMouseEvent* pEvent) override;
+    void mouseMoveEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
     // Tools hear of the closing while the dataset still exists.
     void closeEvent(QCloseEvent* pEvent) override;
     // The rectangle in which an image of this size is drawn, fitted and centred.
@@ -116,4 +121,8 @@ private:
     // The range and table chosen; the unit and rescale come from the image.
     CVXDisplayRange m_chosen;
     CVXSDisplayRangeBar* m_pBar = nullptr; // child, made when first shown
+    // Where a window and level drag started and the range shown then; no range while
+    // no drag is under way.
+    QPoint m_dragStart;
+    CVXDisplayRange m_dragRange;
 };

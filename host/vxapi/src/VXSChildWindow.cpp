@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -278,6 +279,43 @@ void CVXSChildWindow::contextMenuEvent(QContextMenuEvent* pEvent)
     pBarAction->setChecked(isDisplayRangeBarVisible());
     connect(pBarAction, &QAction::toggled, this, &CVXSChildWindow::setDisplayRangeBarVisible);
     menu.exec(pEvent->globalPos());
+}
+
+void CVXSChildWindow::mousePressEvent(QMouseEvent* pEvent)
+{
+    if (pEvent->button() != Qt::LeftButton || !isDisplayRangeBarVisible() || !hasLevels()) {
+        QWidget::mousePressEvent(pEvent);
+        return;
+    }
+    m_dragStart = pEvent->pos();
+    m_dragRange = displayRange();
+}
+
+void CVXSChildWindow::mouseMoveEvent(QMouseEvent* pEvent)
+{
+    double dLowest = 0.0;
+    double dHighest = 0.0;
+    const QRect content = contentRect();
+    if (!m_dragRange.hasRange() || !dataRange(dLowest, dHighest) || content.isEmpty()) {
+        QWidget::mouseMoveEvent(pEvent);
+        return;
+    }
+    const double dSpan = dHighest - dLowest;
+    const QPoint moved = pEvent->pos() - m_dragStart;
+    // The range never gets narrower than a thousandth of the data's.
+    const double dWidth = qMax(m_dragRange.maximum() - m_dragRange.minimum() + moved.x() * dSpan / content.width(),
+                               dSpan / 1000.0);
+    const double dCentre = (m_dragRange.minimum() + m_dragRange.maximum()) / 2.0 + moved.y() * dSpan / content.height();
+    setDisplayRange(dCentre - dWidth / 2.0, dCentre + dWidth / 2.0, m_dragRange.tableName());
+}
+
+void CVXSChildWindow::mouseReleaseEvent(QMouseEvent* pEvent)
+{
+    if (!m_dragRange.hasRange()) {
+        QWidget::mouseReleaseEvent(pEvent);
+        return;
+    }
+    m_dragRange = CVXDisplayRange();
 }
 
 void CVXSChildWindow::closeEvent(QCloseEvent* pEvent)

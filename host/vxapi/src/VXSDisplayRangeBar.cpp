@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
@@ -20,7 +21,7 @@
 namespace {
 
 // Far beyond any measured value, so that the spin boxes never cut one off.
-constexpr double kValueLimit = 1e15;
+constexpr double kValueLimit = 1e12;
 constexpr int kMostDecimals = 6;
 // Significant digits shown for a range's width.
 constexpr int kSignificantDigits = 4;
@@ -70,16 +71,23 @@ CVXSDisplayRangeBar::CVXSDisplayRangeBar(CVXSChildWindow* pWindow)
     m_pMessage->setObjectName(QStringLiteral("displayRangeMessage"));
     m_pMessage->setWordWrap(true);
 
-    auto* pLayout = new QHBoxLayout(this);
+    // The range and its unit on one row, the buttons and what they report on the next, so
+    // that large values and long units keep their room in a small window.
+    auto* pLayout = new QGridLayout(this);
     pLayout->setContentsMargins(4, 2, 4, 2);
-    pLayout->addWidget(m_pTable);
-    pLayout->addWidget(m_pMinimum);
-    pLayout->addWidget(new QLabel(QStringLiteral("\u2013"), this));
-    pLayout->addWidget(m_pMaximum);
-    pLayout->addWidget(m_pUnit);
-    pLayout->addWidget(m_pAuto);
-    pLayout->addWidget(m_pApplyToAll);
-    pLayout->addWidget(m_pMessage, 1);
+    pLayout->setVerticalSpacing(2);
+    auto* pRangeRow = new QHBoxLayout;
+    pRangeRow->addWidget(m_pTable);
+    pRangeRow->addWidget(m_pMinimum);
+    pRangeRow->addWidget(new QLabel(QStringLiteral("\u2013"), this));
+    pRangeRow->addWidget(m_pMaximum);
+    pRangeRow->addWidget(m_pUnit, 1);
+    auto* pButtonRow = new QHBoxLayout;
+    pButtonRow->addWidget(m_pAuto);
+    pButtonRow->addWidget(m_pApplyToAll);
+    pButtonRow->addWidget(m_pMessage, 1);
+    pLayout->addLayout(pRangeRow, 0, 0);
+    pLayout->addLayout(pButtonRow, 1, 0);
 
     connect(m_pTable, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &CVXSDisplayRangeBar::applyControls);
     connect(m_pMinimum, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &CVXSDisplayRangeBar::applyControls);
