@@ -22,6 +22,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
+
 namespace {
 
 const QSize kSize(60, 20);
@@ -105,6 +107,7 @@ private slots:
     void readsRescaleAndUnits();
     void unitAddedWithDcmodifyIsRead();
     void pngKeysGiveUnitAndRescale();
+    void signedValuesKeepTheirSign();
     void defaultDisplayOfDicomIsUnchanged();
     void rangeInTheFileUnitChangesThePixels();
     void zeroSlopeShowsStoredValues();
@@ -215,6 +218,34 @@ void TestAppDisplayRange::unitAddedWithDcmodifyIsRead()
     QCOMPARE(range.unit(), QStringLiteral("CNTS"));
     QCOMPARE(range.slope(), 0.25);
     QCOMPARE(range.valueOf(2000), 500.0);
+}
+
+void TestAppDisplayRange::signedValuesKeepTheirSign()
+{
+    // Stored -500, 2000 and 3000 as 16-bit two's complement once the file says its values are
+    // signed.
+    const QString strPath = path(QStringLiteral("signed.dcm"));
+    CTestDicomFiles::SHeader header;
+    header.nBits = 16;
+    header.size = kSize;
+    header.attributes = {{DCM_Modality, "CT"}, {DCM_RescaleIntercept, "-1024"}, {DCM_RescaleType, "HU"}};
+    QVector<quint16> samples = bandSamples();
+    std::replace(samples.begin(), samples.end(), quint16(1000), quint16(-500));
+    QVERIFY(CTestDicomFiles::write(strPath, header, samples));
+    QProcess dcmodify;
+    dcmodify.start(QStringLiteral("dcmodify"), {QStringLiteral("-nb"), QStringLiteral("-m"), QStringLiteral("(0028,0103)=1"), strPath});
+    QVERIFY2(dcmodify.waitForFinished(30000) && dcmodify.exitCode() == 0, dcmodify.readAllStandardError().constData());
+    CHostFixture host;
+    openAll(host, {strPath});
+    CVXSChildWindow* pWindow = host.imageWindow(0);
+
+    QCOMPARE(pWindow->displayRange().unit(), QStringLiteral("HU"));
+    QCOMPARE(dataRangeOf(pWindow), qMakePair(-1524.0, 1976.0));
+    QVERIFY(pWindow->setDisplayRange(-1524, 1976, QStringLiteral("grey")));
+    // 2000 stored is 976 HU: five sevenths of the way up.
+    QCOMPARE(qGray(pWindow->image().pixel(bandCentre(0))), 0);
+    QCOMPARE(qGray(pWindow->image().pixel(bandCentre(1))), 182);
+    QCOMPARE(qGray(pWindow->image().pixel(bandCentre(2))), 255);
 }
 
 void TestAppDisplayRange::pngKeysGiveUnitAndRescale()
