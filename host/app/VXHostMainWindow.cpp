@@ -107,10 +107,10 @@ QStringList CVXHostMainWindow::openImageFiles(const QStringList& paths, QStringL
 {
     QStringList opened;
     for (const QString& strPath : paths) {
-        const QVector<QImage> pages = readFile(strPath, failures);
+        const QVector<CVXImagePage> pages = readFile(strPath, failures);
         if (pages.isEmpty())
             continue;
-        openFrames(pages, QFileInfo(strPath).fileName());
+        addImageWindow(newImageWindow(pages, false), pages.first().picture.size(), QFileInfo(strPath).fileName());
         opened << strPath;
     }
     reportUnreadable(failures, QString());
@@ -125,7 +125,7 @@ void CVXHostMainWindow::openFiles(const QStringList& paths)
 void CVXHostMainWindow::openSequenceFiles(const QStringList& paths)
 {
     QStringList failures;
-    QVector<QImage> frames;
+    QVector<CVXImagePage> frames;
     for (const QString& strPath : paths)
         frames += readFile(strPath, failures);
     if (!failures.isEmpty()) {
@@ -136,13 +136,14 @@ void CVXHostMainWindow::openSequenceFiles(const QStringList& paths)
         return;
     const QString strFirst = QFileInfo(paths.first()).fileName();
     const QString strTitle = paths.size() == 1 ? strFirst : tr("%1 (%n files)", nullptr, paths.size()).arg(strFirst);
-    addImageWindow(new CVXSSequenceWindow(frames), frames.first().size(), strTitle);
+    addImageWindow(newImageWindow(frames, true), frames.first().picture.size(), strTitle);
 }
 
 void CVXHostMainWindow::openSamples()
 {
-    const QImage xray = CVXImageWindowing::toDisplay(CVXSampleData::xrayPhantom());
-    addImageWindow(new CVXSChildWindow(xray), xray.size(), tr("Sample X-ray"));
+    const QImage xrayCounts = CVXSampleData::xrayPhantom();
+    const QImage xray = CVXImageWindowing::toDisplay(xrayCounts);
+    addImageWindow(newImageWindow({{xray, xrayCounts}}, false), xray.size(), tr("Sample X-ray"));
     const QImage luminescence = CVXSampleData::luminescence();
     addImageWindow(new CVXSChildWindow(luminescence), luminescence.size(), tr("Sample Luminescence"));
     const QVector<QImage> fluorescence = CVXSampleData::fluorescenceSequence();
@@ -366,20 +367,31 @@ void CVXHostMainWindow::addToolAction(QAction* pAction)
         m_pToolsMenu->addAction(pAction);
 }
 
-QVector<QImage> CVXHostMainWindow::readFile(const QString& strPath, QStringList& failures)
+QVector<CVXImagePage> CVXHostMainWindow::readFile(const QString& strPath, QStringList& failures)
 {
     QString strError;
-    const QVector<QImage> pages = CVXImageFileReader::read(strPath, strError);
+    const QVector<CVXImagePage> pages = CVXImageFileReader::readWithLevels(strPath, strError);
     if (pages.isEmpty())
         failures << QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(strPath), strError);
     return pages;
 }
 
-void CVXHostMainWindow::openFrames(const QVector<QImage>& frames, const QString& strTitle)
+CVXSChildWindow* CVXHostMainWindow::newImageWindow(const QVector<CVXImagePage>& pages, bool bSequence)
 {
-    CVXSChildWindow* pWindow = frames.size() == 1 ? new CVXSChildWindow(frames.first())
-                                                  : new CVXSSequenceWindow(frames);
-    addImageWindow(pWindow, frames.first().size(), strTitle);
+    if (pages.size() == 1 && !bSequence) {
+        auto* pWindow = new CVXSChildWindow(pages.first().picture);
+        pWindow->setLevels(pages.first().levels);
+        return pWindow;
+    }
+    QVector<QImage> pictures;
+    QVector<QImage> levels;
+    for (const CVXImagePage& page : pages) {
+        pictures << page.picture;
+        levels << page.levels;
+    }
+    auto* pSequence = new CVXSSequenceWindow(pictures);
+    pSequence->setFrameLevels(levels);
+    return pSequence;
 }
 
 void CVXHostMainWindow::addImageWindow(CVXSChildWindow* pWindow, const QSize& imageSize,

@@ -2,6 +2,8 @@
 
 #include "VXToolList.h"
 
+#include <VXImagePage.h>
+
 #include <QImage>
 #include <QMainWindow>
 #include <QStringList>
@@ -78,8 +80,9 @@ private:
     void addToolAction(QAction* pAction);
     // The file's pages; a file that cannot be read adds a line naming it and the reason
     // to failures.
-    static QVector<QImage> readFile(const QString& strPath, QStringList& failures);
-    void openFrames(const QVector<QImage>& frames, const QString& strTitle);
+    static QVector<CVXImagePage> readFile(const QString& strPath, QStringList& failures);
+    // An image window for a single page, a sequence window for several or where asked for.
+    static CVXSChildWindow* newImageWindow(const QVector<CVXImagePage>& pages, bool bSequence);
     void addImageWindow(CVXSChildWindow* pWindow, const QSize& imageSize, const QString& strTitle);
     QSize initialContentSize(const QSize& imageSize, const QSize& room) const;
     void placeNewWindow(QMdiSubWindow* pSubWindow, const QRect& room);

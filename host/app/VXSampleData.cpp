@@ -4,6 +4,7 @@
 #include "VXColorMap.h"
 #include "VXXrayPhantom.h"
 
+#include <VXColourTable.h>
 #include <VXImageProvenance.h>
 
 #include <QPainter>
@@ -21,6 +22,12 @@ QImage named(QImage image, const QString& strSample)
 {
     image.setText(QString::fromLatin1(CVXImageProvenance::Source), strSample);
     return image;
+}
+
+QRgb hot(double dSignal)
+{
+    static const CVXColourTable s_hot(QString::fromLatin1(CVXColourTable::Hot));
+    return s_hot.colour(dSignal);
 }
 
 double gaussian(const QPointF& point, const QPointF& centre, double dSigma)
@@ -62,7 +69,7 @@ QImage fluorescenceFrame(double dAmplitude, quint32 nSeed)
         auto* pLine = reinterpret_cast<QRgb*>(frame.scanLine(y));
         for (int x = 0; x < frame.width(); ++x) {
             const double dSignal = dAmplitude * gaussian(QPointF(x, y), QPointF(175, 190), 28);
-            pLine[x] = addLight(pLine[x], CVXColorMap::hot(dSignal));
+            pLine[x] = addLight(pLine[x], hot(dSignal));
         }
     }
     return frame;
@@ -87,7 +94,7 @@ QImage CVXSampleData::luminescence()
             if (dSignal < kThreshold)
                 continue;
             const double dAlpha = 0.9 * qMin(1.0, (dSignal - kThreshold) / kThreshold);
-            pLine[x] = blend(pLine[x], CVXColorMap::hot(0.2 + 0.8 * dSignal), dAlpha);
+            pLine[x] = blend(pLine[x], hot(0.2 + 0.8 * dSignal), dAlpha);
         }
     }
     {

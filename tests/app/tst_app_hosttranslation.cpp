@@ -5,10 +5,13 @@
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
+#include <VXSChildWindow.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
@@ -57,6 +60,7 @@ private slots:
     void fileMenuSpeaksGerman();
     void standardDialogSpeaksGerman();
     void aboutBoxSpeaksGerman();
+    void displayRangeBarSpeaksGerman();
     void screenshotOfMenus();
 
 private:
@@ -125,6 +129,25 @@ void TestAppHostTranslation::aboutBoxSpeaksGerman()
 {
     const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionAbout"), QDialog::staticMetaObject);
     QCOMPARE(texts, QStringList({"Über " + QGuiApplication::applicationDisplayName(), "Schließen"}));
+}
+
+void TestAppHostTranslation::displayRangeBarSpeaksGerman()
+{
+    m_pHost->window()->openSamples();
+    CVXSChildWindow* pXray = m_pHost->imageWindow(0);
+    pXray->setDisplayRangeBarVisible(true);
+    QCOMPARE(pXray->findChild<QPushButton*>(QStringLiteral("displayRangeAuto"))->text(), QStringLiteral("Auto"));
+    QCOMPARE(pXray->findChild<QPushButton*>(QStringLiteral("displayRangeApplyToAll"))->text(),
+             QStringLiteral("Auf alle anwenden"));
+    auto* pTable = pXray->findChild<QComboBox*>(QStringLiteral("displayRangeTable"));
+    QCOMPARE(pTable->itemText(0), QStringLiteral("Grau"));
+    QCOMPARE(pTable->itemText(1), QStringLiteral("Heiß"));
+    QCOMPARE(pXray->findChild<QLabel*>(QStringLiteral("displayRangeUnit"))->text(), QStringLiteral("(Rohwerte)"));
+    // The luminescence sample is a colour picture.
+    CVXSChildWindow* pLuminescence = m_pHost->imageWindow(1);
+    pLuminescence->setDisplayRangeBarVisible(true);
+    QCOMPARE(pLuminescence->findChild<QLabel*>(QStringLiteral("displayRangeMessage"))->text(),
+             QStringLiteral("Ein Farbbild: Seine Farben werden unverändert gezeigt, ohne Anzeigebereich."));
 }
 
 void TestAppHostTranslation::screenshotOfMenus()

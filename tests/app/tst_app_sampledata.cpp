@@ -1,4 +1,3 @@
-#include <VXColorMap.h>
 #include <VXSampleData.h>
 
 #include <QColor>
@@ -87,8 +86,6 @@ private slots:
     void fluorescenceRisesThenFalls_data();
     void fluorescenceRisesThenFalls();
     void fluorescenceIsColourMapped();
-    void hotScaleRunsBlackRedYellowWhite_data();
-    void hotScaleRunsBlackRedYellowWhite();
 };
 
 void TestAppSampleData::initTestCase()
@@ -231,25 +228,6 @@ void TestAppSampleData::fluorescenceIsColourMapped()
     QVERIFY2(before.saturation() < 40, qPrintable(before.name()));
     QVERIFY2(during.value() > 200, qPrintable(during.name()));
     QVERIFY2(late.saturation() > 150 && late.red() > late.green(), qPrintable(late.name()));
-}
-
-void TestAppSampleData::hotScaleRunsBlackRedYellowWhite_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QColor>("colour");
-    QTest::newRow("below the scale") << -1.0 << QColor(Qt::black);
-    QTest::newRow("bottom") << 0.0 << QColor(Qt::black);
-    QTest::newRow("red") << 0.375 << QColor(Qt::red);
-    QTest::newRow("yellow") << 0.75 << QColor(Qt::yellow);
-    QTest::newRow("top") << 1.0 << QColor(Qt::white);
-    QTest::newRow("above the scale") << 2.0 << QColor(Qt::white);
-}
-
-void TestAppSampleData::hotScaleRunsBlackRedYellowWhite()
-{
-    QFETCH(double, value);
-    QFETCH(QColor, colour);
-    QCOMPARE(QColor(CVXColorMap::hot(value)), colour);
 }
 
 QTEST_MAIN(TestAppSampleData)

@@ -33,6 +33,17 @@
     </message>
 </context>
 <context>
+    <name>CVXColourTable</name>
+    <message>
+        <source>Grey</source>
+        <translation>Grau</translation>
+    </message>
+    <message>
+        <source>Hot</source>
+        <translation>Heiß</translation>
+    </message>
+</context>
+<context>
     <name>CVXDicomFileReader</name>
     <message>
         <source>The file is not a readable DICOM file (%1).</source>
@@ -252,6 +263,103 @@
     <message>
         <source>%1 no longer exists. It was removed from the recent files.</source>
         <translation>%1 existiert nicht mehr. Die Datei wurde aus der Liste der zuletzt geöffneten Dateien entfernt.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSChildWindow</name>
+    <message>
+        <source>Display Range</source>
+        <translation>Anzeigebereich</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSDisplayRangeBar</name>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>Apply to All</source>
+        <translation>Auf alle anwenden</translation>
+    </message>
+    <message>
+        <source>Colour table</source>
+        <translation>Farbtabelle</translation>
+    </message>
+    <message>
+        <source>Value shown with the table&apos;s first colour</source>
+        <translation>Wert, der mit der ersten Farbe der Tabelle dargestellt wird</translation>
+    </message>
+    <message>
+        <source>Value shown with the table&apos;s last colour</source>
+        <translation>Wert, der mit der letzten Farbe der Tabelle dargestellt wird</translation>
+    </message>
+    <message>
+        <source>The whole range of the image&apos;s values</source>
+        <translation>Der gesamte Wertebereich des Bildes</translation>
+    </message>
+    <message>
+        <source>The same range and colour table for every open window of the same modality and unit</source>
+        <translation>Derselbe Bereich und dieselbe Farbtabelle für jedes offene Fenster derselben Modalität und Einheit</translation>
+    </message>
+    <message>
+        <source>A colour image: its colours are shown as they are, without a display range.</source>
+        <translation>Ein Farbbild: Seine Farben werden unverändert gezeigt, ohne Anzeigebereich.</translation>
+    </message>
+    <message>
+        <source>(raw values)</source>
+        <translation>(Rohwerte)</translation>
+    </message>
+    <message>
+        <source>The image&apos;s rescale was not used (%1).</source>
+        <translation>Die Umrechnung der Bildwerte wurde nicht verwendet (%1).</translation>
+    </message>
+    <message>
+        <source>The minimum (%1) must be below the maximum (%2); the display range was left as it was.</source>
+        <translation>Das Minimum (%1) muss unter dem Maximum (%2) liegen; der Anzeigebereich bleibt unverändert.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSDisplayRangeSharing</name>
+    <message>
+        <source>1 window was left as it was, because its image is not measured on the same scale:</source>
+        <translation>1 Fenster blieb unverändert, weil sein Bild nicht auf derselben Skala gemessen ist:</translation>
+    </message>
+    <message>
+        <source>%1 windows were left as they were, because their images are not measured on the same scale:</source>
+        <translation>%1 Fenster blieben unverändert, weil ihre Bilder nicht auf derselben Skala gemessen sind:</translation>
+    </message>
+    <message>
+        <source>The display range was applied to 1 other window.</source>
+        <translation>Der Anzeigebereich wurde auf 1 weiteres Fenster angewendet.</translation>
+    </message>
+    <message>
+        <source>The display range was applied to %1 other windows.</source>
+        <translation>Der Anzeigebereich wurde auf %1 weitere Fenster angewendet.</translation>
+    </message>
+    <message>
+        <source>a colour image, without values to show through a range</source>
+        <translation>ein Farbbild, ohne Werte, die sich über einen Bereich darstellen lassen</translation>
+    </message>
+    <message>
+        <source>%1, not %2</source>
+        <translation>%1, nicht %2</translation>
+    </message>
+    <message>
+        <source>no modality</source>
+        <translation>keine Modalität</translation>
+    </message>
+    <message>
+        <source>modality %1</source>
+        <translation>Modalität %1</translation>
+    </message>
+    <message>
+        <source>no unit</source>
+        <translation>keine Einheit</translation>
+    </message>
+    <message>
+        <source>unit %1</source>
+        <translation>Einheit %1</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VXImagePage.h"
 #include "VxApiGlobal.h"
 
 #include <QCoreApplication>
@@ -24,6 +25,10 @@ public:
     // Each page names its source (CVXImageProvenance): the file name, the frame number in
     // a multi-page file and, for DICOM, the study, series, instance and animal.
     static QVector<QImage> read(const QString& strPath, QString& strError);
+    // The same pages with the grey levels behind their pictures, where there are any, for
+    // the image windows to set display ranges on. The pictures also carry the rescale and
+    // unit the file gives (CVXDisplayRange).
+    static QVector<CVXImagePage> readWithLevels(const QString& strPath, QString& strError);
     // The filter offered by the open dialogs.
     static QString dialogFilter();
     // Whether the file is of a kind the reader knows, by its suffix or, for files without
@@ -31,12 +36,12 @@ public:
     static bool isImageKind(const QString& strPath);
 
 private:
-    static QVector<QImage> readFile(const QString& strPath, QString& strError);
+    static QVector<CVXImagePage> readFile(const QString& strPath, QString& strError, bool bLevels);
     static bool fitsInMemory(const QString& strPath, QString& strError);
-    static QVector<QImage> refuseDamaged(QString& strError);
-    static void labelPages(QVector<QImage>& pages, const QString& strFileName);
-    static QVector<QImage> readDicom(const QString& strPath, QString& strError);
-    static QVector<QImage> readPages(QImageReader& reader, QString& strError);
+    static QVector<CVXImagePage> refuseDamaged(QString& strError);
+    static void labelPages(QVector<CVXImagePage>& pages, const QString& strFileName);
+    static QVector<CVXImagePage> readDicom(const QString& strPath, QString& strError, bool bLevels);
+    static QVector<CVXImagePage> readPages(QImageReader& reader, QString& strError, bool bLevels);
     // The memory the pages take once decoded, as far as the headers tell.
     static qint64 decodedBytes(QImageReader& reader, int nPages);
     static qint64 pageBytes(const QImageReader& reader);

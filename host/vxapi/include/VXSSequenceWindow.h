@@ -33,6 +33,9 @@ public:
     void setCurrentFrame(int nIndex);
     // The frames shown, under the name the host gave them.
     CVXSSequenceDataset* sequenceDataset() const;
+    // The grey levels each frame was made from (CVXSChildWindow::setLevels), in frame order;
+    // a null image where a frame is its own levels or has none.
+    void setFrameLevels(const QVector<QImage>& levels);
 
     // The content of the named tab as an image, null for an unknown name. It carries the
     // text keys of the frame shown (of all frames for the other tabs), the tab's title, the
@@ -44,8 +47,25 @@ public:
 signals:
     void currentFrameChanged(int nIndex);
 
+protected:
+    QVector<QImage> levelImages() const override;
+    QImage keyedPicture() const override;
+    // The three tabs show the frames through the display range, the projection the
+    // brightest level of each pixel.
+    void showDisplayRange() override;
+    void layoutContent() override;
+
 private:
+    QImage shownFrame(int nIndex) const;
+    // The frames as given, or as shown through the display range.
+    QVector<QImage> framePictures(bool bShown) const;
+    QImage projection(const QVector<QImage>& shown) const;
+    // An image of a tab showing all frames at once, handed over: with the range chosen,
+    // where there is one, as RGB32.
+    void labelAllFramesHandedOver(QImage& image) const;
+
     std::unique_ptr<CVXSSequenceDataset> m_pSequence;
+    QVector<QImage> m_levels;
     int m_nCurrentFrame = 0;
     QTabWidget* m_pTabs = nullptr; // child widget
 };

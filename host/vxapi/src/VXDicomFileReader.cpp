@@ -1,5 +1,6 @@
 #include "VXDicomFileReader.h"
 
+#include "VXDisplayRange.h"
 #include "VXImageProvenance.h"
 
 #include <dcmtk/dcmdata/dcdeftag.h>
@@ -8,6 +9,7 @@
 #include <dcmtk/dcmdata/dcxfer.h>
 #include <dcmtk/dcmimage/diregist.h> // colour images
 #include <dcmtk/dcmimgle/dcmimage.h>
+#include <dcmtk/dcmimgle/dipixel.h>
 #include <dcmtk/dcmjpeg/djdecode.h>
 #include <dcmtk/dcmjpls/djdecode.h>
 
@@ -85,6 +87,35 @@ QString readableSpacing(DcmDataset& data)
     if (strRows.isEmpty() || strColumns.isEmpty())
         return strRows;
     return QStringLiteral("%1 mm x %2 mm (row x column)").arg(strRows, strColumns);
+}
+
+// DCMTK's intermediate pixel data, frame after frame, as grey levels moved up by nOffset:
+// Grayscale8 for samples of 8 bits, Grayscale16 for 16.
+template <typename Sample, typename Level>
+QVector<QImage> levelsOfFrames(const void* pData, const QSize& size, int nFrames, int nOffset)
+{
+    const QImage::Format format = sizeof(Level) == 1 ? QImage::Format_Grayscale8 : QImage::Format_Grayscale16;
+    const auto* pSamples = static_cast<const Sample*>(pData);
+    QVector<QImage> frames;
+    for (int nFrame = 0; nFrame < nFrames; ++nFrame) {
+        QImage levels(size, format);
+        if (levels.isNull())
+            return {};
+        for (int y = 0; y < size.height(); ++y) {
+            auto* pLine = reinterpret_cast<Level*>(levels.scanLine(y));
+            for (int x = 0; x < size.width(); ++x)
+                pLine[x] = Level(int(*pSamples++) + nOffset);
+        }
+        frames.append(levels);
+    }
+    return frames;
+}
+
+// A decimal string attribute's value, or dDefault where it has none.
+double decimalAttribute(DcmDataset& data, const DcmTagKey& key, double dDefault)
+{
+    Float64 dValue = 0.0;
+    return data.findAndGetFloat64(key, dValue).good() ? double(dValue) : dDefault;
 }
 
 } // namespace
@@ -190,7 +221,7 @@ void CVXDicomFileReader::checkPixelDataLength()
     }
 }
 
-QVector<QImage> CVXDicomFileReader::readFrames()
+QVector<CVXImagePage> CVXDicomFileReader::readFrames(bool bLevels)
 {
     if (!isReadable())
         return {};
@@ -198,6 +229,9 @@ QVector<QImage> CVXDicomFileReader::readFrames()
     if (!isReadable())
         return {};
     registerDecoders();
+    int nOffset = 0;
+    // Read while the pixel data is still there: the display image may let go of it.
+    const QVector<QImage> levels = bLevels ? readLevels(nOffset) : QVector<QImage>();
     DcmDataset* pData = m_pFile->getDataset();
     DicomImage image(m_pFile.get(), pData->getOriginalXfer(), CIF_MayDetachPixelData);
     if (image.getStatus() != EIS_Normal) {
@@ -214,7 +248,7 @@ QVector<QImage> CVXDicomFileReader::readFrames()
             image.setMinMaxWindow();
     }
     const QSize size(int(image.getWidth()), int(image.getHeight()));
-    QVector<QImage> frames;
+    QVector<CVXImagePage> frames;
     for (unsigned long nFrame = 0; nFrame < image.getFrameCount(); ++nFrame) {
         const void* pOutput = image.getOutputData(8, nFrame, 0);
         const QImage frame = pOutput ? imageFromOutput(pOutput, size, bColour) : QImage();
@@ -222,13 +256,67 @@ QVector<QImage> CVXDicomFileReader::readFrames()
             m_strError = tr("Frame %1 of the DICOM image cannot be decoded.").arg(nFrame + 1);
             return {};
         }
-        frames.append(frame);
+        frames.append({frame, levels.value(int(nFrame))});
     }
     labelFrames(frames);
+    if (!levels.isEmpty())
+        labelCalibration(frames, nOffset, image);
     return frames;
 }
 
-void CVXDicomFileReader::labelFrames(QVector<QImage>& frames) const
+QVector<QImage> CVXDicomFileReader::readLevels(int& nOffset)
+{
+    DcmDataset* pData = m_pFile->getDataset();
+    DicomImage stored(m_pFile.get(), pData->getOriginalXfer(), CIF_IgnoreModalityTransformation);
+    const DiPixel* pPixels = stored.getStatus() == EIS_Normal && stored.isMonochrome() ? stored.getInterData() : nullptr;
+    if (!pPixels)
+        return {};
+    const QSize size(int(stored.getWidth()), int(stored.getHeight()));
+    const int nFrames = int(stored.getFrameCount());
+    // Every frame's every pixel must be there before any is read.
+    if (pPixels->getCount() < (unsigned long)(nFrames) * size.width() * size.height())
+        return {};
+    const void* pSamples = pPixels->getData();
+    switch (pPixels->getRepresentation()) {
+    case EPR_Uint8:
+        return levelsOfFrames<Uint8, uchar>(pSamples, size, nFrames, nOffset = 0);
+    case EPR_Sint8:
+        return levelsOfFrames<Sint8, uchar>(pSamples, size, nFrames, nOffset = 128);
+    case EPR_Uint16:
+        return levelsOfFrames<Uint16, quint16>(pSamples, size, nFrames, nOffset = 0);
+    case EPR_Sint16:
+        return levelsOfFrames<Sint16, quint16>(pSamples, size, nFrames, nOffset = 32768);
+    default:
+        // Wider values have no grey format to live in; the pictures are shown as they are.
+        return {};
+    }
+}
+
+void CVXDicomFileReader::labelCalibration(QVector<CVXImagePage>& pages, int nOffset, DicomImage& image) const
+{
+    DcmDataset& data = *m_pFile->getDataset();
+    CVXDisplayRange range;
+    range.setRescale(decimalAttribute(data, DCM_RescaleSlope, 1.0), decimalAttribute(data, DCM_RescaleIntercept, 0.0));
+    // The levels start nOffset above the stored values.
+    const QString strNote = range.rescaleNote();
+    range.setRescale(range.slope(), range.intercept() - nOffset * range.slope());
+    const QString strUnits = attributeText(data, DCM_Units, false);
+    const QString strRescaleType = attributeText(data, DCM_RescaleType, false);
+    // "US" is DICOM's unspecified rescale type.
+    range.setUnit(!strUnits.isEmpty() || strRescaleType == QLatin1String("US") ? strUnits : strRescaleType);
+    // The window the pictures show, in the rescaled values as the file gives it; DICOM's
+    // linear window reaches black and white half a level inside its width.
+    double dCentre = 0.0;
+    double dWidth = 0.0;
+    if (image.getWindowCount() > 0 && image.getWindow(dCentre, dWidth))
+        range.setRange(dCentre - 0.5 - (dWidth - 1.0) / 2.0, dCentre - 0.5 + (dWidth - 1.0) / 2.0);
+    for (CVXImagePage& page : pages) {
+        range.writeTo(page.picture);
+        CVXImageProvenance::setKey(page.picture, QString::fromLatin1(CVXDisplayRange::RescaleNote), strNote);
+    }
+}
+
+void CVXDicomFileReader::labelFrames(QVector<CVXImagePage>& frames) const
 {
     DcmDataset& data = *m_pFile->getDataset();
     const bool bUtf8 = attributeText(data, DCM_SpecificCharacterSet, false).contains(QLatin1String("ISO_IR 192"));
@@ -243,9 +331,9 @@ void CVXDicomFileReader::labelFrames(QVector<QImage>& frames) const
         {CVXImageProvenance::SopInstanceUid, attributeText(data, DCM_SOPInstanceUID, false)},
         {CVXImageProvenance::SopClassUid, attributeText(data, DCM_SOPClassUID, false)},
     };
-    for (QImage& frame : frames) {
+    for (CVXImagePage& frame : frames) {
         for (const auto& attribute : attributes)
-            CVXImageProvenance::setKey(frame, QString::fromLatin1(attribute.first), attribute.second);
+            CVXImageProvenance::setKey(frame.picture, QString::fromLatin1(attribute.first), attribute.second);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXImagePage.h"
+
 #include <QCoreApplication>
 #include <QImage>
 #include <QSize>
@@ -9,6 +11,7 @@
 #include <memory>
 
 class DcmFileFormat;
+class DicomImage;
 
 // Reads DICOM files: 8 to 16 bit grey shown through the file's window (or its whole
 // range when it names none), RGB and YBR colour, uncompressed or compressed with the
@@ -34,12 +37,20 @@ public:
     // Every frame ready for display, carrying the file's study, series and instance UIDs,
     // animal, acquisition date and time, modality and pixel spacing as text keys
     // (CVXImageProvenance); empty when decoding fails, errorString() then says why.
-    QVector<QImage> readFrames();
+    // With bLevels, the frames of grey images of up to 16 bits also bring their stored
+    // values as levels, and the pictures carry the rescale to the file's unit and the
+    // window they are shown through (CVXDisplayRange).
+    QVector<CVXImagePage> readFrames(bool bLevels);
 
 private:
+    // The stored values of every frame, unsigned: signed ones are moved up by half their
+    // range (nOffset). Empty for colour images and values wider than 16 bits.
+    QVector<QImage> readLevels(int& nOffset);
+    // The rescale, unit and display window, as CVXDisplayRange keys on the pictures.
+    void labelCalibration(QVector<CVXImagePage>& pages, int nOffset, DicomImage& image) const;
     void readHeader();
     void checkPixelDataLength();
-    void labelFrames(QVector<QImage>& frames) const;
+    void labelFrames(QVector<CVXImagePage>& frames) const;
     static void registerDecoders();
 
     QString m_strPath;

@@ -44,12 +44,22 @@ int pageCount(const QImageReader& reader)
 
 QVector<QImage> CVXImageFileReader::read(const QString& strPath, QString& strError)
 {
-    QVector<QImage> pages = readFile(strPath, strError);
+    QVector<QImage> pictures;
+    QVector<CVXImagePage> pages = readFile(strPath, strError, false);
+    labelPages(pages, QFileInfo(strPath).fileName());
+    for (const CVXImagePage& page : pages)
+        pictures.append(page.picture);
+    return pictures;
+}
+
+QVector<CVXImagePage> CVXImageFileReader::readWithLevels(const QString& strPath, QString& strError)
+{
+    QVector<CVXImagePage> pages = readFile(strPath, strError, true);
     labelPages(pages, QFileInfo(strPath).fileName());
     return pages;
 }
 
-QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& strError)
+QVector<CVXImagePage> CVXImageFileReader::readFile(const QString& strPath, QString& strError, bool bLevels)
 {
     strError.clear();
     quietenDecoderLibraries();
@@ -60,7 +70,7 @@ QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& st
         return {};
     }
     if (CVXDicomFileReader::isDicomFile(strPath))
-        return readDicom(strPath, strError);
+        return readDicom(strPath, strError, bLevels);
     // A damaged PNG is found before Qt's decoder meets it: its header before the size is
     // read from it, its data once that size is known to fit.
     QFile file(strPath);
@@ -72,7 +82,7 @@ QVector<QImage> CVXImageFileReader::readFile(const QString& strPath, QString& st
     if (bPng && (!file.seek(0) || !CVXPngCheck::dataIsIntact(file)))
         return refuseDamaged(strError);
     QImageReader reader(strPath);
-    return readPages(reader, strError);
+    return readPages(reader, strError, bLevels);
 }
 
 bool CVXImageFileReader::fitsInMemory(const QString& strPath, QString& strError)
@@ -91,16 +101,16 @@ bool CVXImageFileReader::fitsInMemory(const QString& strPath, QString& strError)
     return true;
 }
 
-QVector<QImage> CVXImageFileReader::refuseDamaged(QString& strError)
+QVector<CVXImagePage> CVXImageFileReader::refuseDamaged(QString& strError)
 {
     strError = CVXPngCheck::damagedText();
     return {};
 }
 
-void CVXImageFileReader::labelPages(QVector<QImage>& pages, const QString& strFileName)
+void CVXImageFileReader::labelPages(QVector<CVXImagePage>& pages, const QString& strFileName)
 {
     for (int i = 0; i < pages.size(); ++i) {
-        QImage& page = pages[i];
+        QImage& page = pages[i].picture;
         page.setText(QString::fromLatin1(CVXImageProvenance::Source), strFileName);
         // A single image needs no number; the pages of a multi-page file do.
         if (pages.size() > 1) {
@@ -123,7 +133,7 @@ bool CVXImageFileReader::isImageKind(const QString& strPath)
            || !QImageReader::imageFormat(strPath).isEmpty();
 }
 
-QVector<QImage> CVXImageFileReader::readDicom(const QString& strPath, QString& strError)
+QVector<CVXImagePage> CVXImageFileReader::readDicom(const QString& strPath, QString& strError, bool bLevels)
 {
     CVXDicomFileReader reader(strPath);
     if (!reader.isReadable()) {
@@ -134,15 +144,15 @@ QVector<QImage> CVXImageFileReader::readDicom(const QString& strPath, QString& s
         strError = tooLargeError(reader.frameSize(), reader.decodedBytes());
         return {};
     }
-    const QVector<QImage> frames = reader.readFrames();
+    const QVector<CVXImagePage> frames = reader.readFrames(bLevels);
     strError = reader.errorString();
     return frames;
 }
 
-QVector<QImage> CVXImageFileReader::readPages(QImageReader& reader, QString& strError)
+QVector<CVXImagePage> CVXImageFileReader::readPages(QImageReader& reader, QString& strError, bool bLevels)
 {
     const int nPages = pageCount(reader);
-    QVector<QImage> pages;
+    QVector<CVXImagePage> pages;
     for (int i = 0; i < nPages; ++i) {
         // Paged formats move on when told to; animations move on with every read.
         if (i > 0)
@@ -152,7 +162,9 @@ QVector<QImage> CVXImageFileReader::readPages(QImageReader& reader, QString& str
             strError = reader.errorString();
             return {};
         }
-        pages.append(CVXImageWindowing::toDisplay(page));
+        // 16-bit grey is stretched for the screen; its levels stay for a display range.
+        const bool bDeepGrey = bLevels && page.format() == QImage::Format_Grayscale16;
+        pages.append({CVXImageWindowing::toDisplay(page), bDeepGrey ? page : QImage()});
     }
     return pages;
 }

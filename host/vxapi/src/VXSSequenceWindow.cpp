@@ -1,6 +1,7 @@
 #include "VXSSequenceWindow.h"
 
 #include "VXImageProvenance.h"
+#include "VXImageWindowing.h"
 #include "VXSSequenceDataset.h"
 
 #include <QClipboard>
@@ -70,6 +71,30 @@ QSize thumbnailSize(const QVector<QImage>& frames)
     if (size.width() > kThumbnailMaxSide || size.height() > kThumbnailMaxSide)
         size.scale(kThumbnailMaxSide, kThumbnailMaxSide, Qt::KeepAspectRatio);
     return size.expandedTo(QSize(1, 1));
+}
+
+// The brightest level of each pixel along the stack; null unless all frames share one size
+// and grey format.
+QImage brightestLevels(const QVector<QImage>& levels)
+{
+    QImage brightest = levels.value(0);
+    for (const QImage& frame : levels) {
+        if (frame.size() != brightest.size() || frame.format() != brightest.format())
+            return QImage();
+        const bool bDeep = frame.format() == QImage::Format_Grayscale16;
+        for (int y = 0; y < frame.height(); ++y) {
+            uchar* pOut = brightest.scanLine(y);
+            const uchar* pIn = frame.constScanLine(y);
+            for (int x = 0; x < frame.width(); ++x) {
+                if (bDeep)
+                    reinterpret_cast<quint16*>(pOut)[x] = qMax(reinterpret_cast<quint16*>(pOut)[x],
+                                                               reinterpret_cast<const quint16*>(pIn)[x]);
+                else
+                    pOut[x] = qMax(pOut[x], pIn[x]);
+            }
+        }
+    }
+    return brightest;
 }
 
 // All frames in a near-square grid, each fitted into a cell of the first frame's proportions.
@@ -146,11 +171,14 @@ CVXSSequenceWindow::CVXSSequenceWindow(const QVector<QImage>& frames, QWidget* p
     , m_pSequence(std::make_unique<CVXSSequenceDataset>(QString(), frames))
     , m_pTabs(new QTabWidget(this))
 {
-    // The pages hold the tab images, computed once because the frames never change.
-    m_pTabs->addTab(new CVXSChildWindow(frames.value(0)), kSequenceTab);
-    m_pTabs->addTab(new CVXSChildWindow(withKeysOfAllFrames(maximumIntensityProjection(frames), frames)),
-                    kProjectionTab);
-    m_pTabs->addTab(new CVXSChildWindow(withKeysOfAllFrames(thumbnailMontage(frames), frames)), kThumbnailTab);
+    // The pages hold the tab images, computed anew only when the display range changes.
+    for (const QString& strTab : {kSequenceTab, kProjectionTab, kThumbnailTab}) {
+        auto* pPage = new CVXSChildWindow;
+        // The window's own menu, with its display range, serves every tab.
+        pPage->setContextMenuPolicy(Qt::NoContextMenu);
+        m_pTabs->addTab(pPage, strTab);
+    }
+    showDisplayRange();
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pTabs);
@@ -203,13 +231,88 @@ void CVXSSequenceWindow::setCurrentFrame(int nIndex)
     if (nIndex < 0 || nIndex >= frameCount() || nIndex == m_nCurrentFrame)
         return;
     m_nCurrentFrame = nIndex;
-    tabPage(m_pTabs, tabIndexOf(m_pTabs, kSequenceTab))->setImage(m_pSequence->frame(nIndex));
+    tabPage(m_pTabs, tabIndexOf(m_pTabs, kSequenceTab))->setImage(shownFrame(nIndex));
     emit currentFrameChanged(nIndex);
 }
 
 CVXSSequenceDataset* CVXSSequenceWindow::sequenceDataset() const
 {
     return m_pSequence.get();
+}
+
+void CVXSSequenceWindow::setFrameLevels(const QVector<QImage>& levels)
+{
+    m_levels.clear();
+    for (int i = 0; i < frameCount(); ++i) {
+        const QImage frameLevels = levels.value(i);
+        const bool bFits = CVXImageWindowing::isGreyLevels(frameLevels) && frameLevels.size() == m_pSequence->frame(i).size();
+        m_levels.append(bFits ? frameLevels : QImage());
+    }
+    // The default display shows the frames, whatever their levels.
+    if (!isDefaultDisplay())
+        showDisplayRange();
+}
+
+QVector<QImage> CVXSSequenceWindow::levelImages() const
+{
+    QVector<QImage> levels;
+    for (int i = 0; i < frameCount(); ++i)
+        levels.append(levelsOf(m_pSequence->frame(i), m_levels.value(i)));
+    return levels;
+}
+
+QImage CVXSSequenceWindow::keyedPicture() const
+{
+    return m_pSequence->frame(0);
+}
+
+void CVXSSequenceWindow::showDisplayRange()
+{
+    const QVector<QImage> shown = framePictures(true);
+    const QVector<QImage> frames = framePictures(false);
+    tabPage(m_pTabs, tabIndexOf(m_pTabs, kSequenceTab))->setImage(shown.value(m_nCurrentFrame));
+    tabPage(m_pTabs, tabIndexOf(m_pTabs, kProjectionTab))->setImage(withKeysOfAllFrames(projection(shown), frames));
+    tabPage(m_pTabs, tabIndexOf(m_pTabs, kThumbnailTab))->setImage(withKeysOfAllFrames(thumbnailMontage(shown), frames));
+}
+
+void CVXSSequenceWindow::layoutContent()
+{
+    CVXSChildWindow::layoutContent();
+    // The tabs take the room the bar leaves.
+    if (layout())
+        layout()->setContentsMargins(0, 0, 0, height() - contentRect().height());
+}
+
+QImage CVXSSequenceWindow::shownFrame(int nIndex) const
+{
+    return shownPicture(m_pSequence->frame(nIndex), m_levels.value(nIndex));
+}
+
+QVector<QImage> CVXSSequenceWindow::framePictures(bool bShown) const
+{
+    QVector<QImage> pictures;
+    for (int i = 0; i < frameCount(); ++i)
+        pictures.append(bShown ? shownFrame(i) : m_pSequence->frame(i));
+    return pictures;
+}
+
+QImage CVXSSequenceWindow::projection(const QVector<QImage>& shown) const
+{
+    // Through a range, the brightest level is projected and then coloured: colour tables
+    // whose channels do not all rise would mix colours of different levels otherwise.
+    const QImage brightest = isDefaultDisplay() ? QImage() : brightestLevels(levelImages());
+    if (brightest.isNull())
+        return maximumIntensityProjection(shown);
+    return CVXImageWindowing::applyRange(brightest, displayRange());
+}
+
+void CVXSSequenceWindow::labelAllFramesHandedOver(QImage& image) const
+{
+    if (!isDefaultDisplay() && hasLevels()) {
+        image = image.convertToFormat(QImage::Format_RGB32);
+        displayRange().writeTo(image);
+    }
+    CVXImageProvenance::markHandedOver(image, CVXImageProvenance::windowTitleOf(this));
 }
 
 QImage CVXSSequenceWindow::tabImage(const QString& strTabName) const
@@ -221,11 +324,13 @@ QImage CVXSSequenceWindow::tabImage(const QString& strTabName) const
     if (image.isNull())
         return image;
     image.setText(QString::fromLatin1(CVXImageProvenance::Tab), m_pTabs->tabText(nIndex));
-    if (m_pTabs->tabText(nIndex) == kSequenceTab) {
-        image.setText(QString::fromLatin1(CVXImageProvenance::SequenceFrame),
-                      QStringLiteral("%1 of %2").arg(m_nCurrentFrame + 1).arg(frameCount()));
+    if (m_pTabs->tabText(nIndex) != kSequenceTab) {
+        labelAllFramesHandedOver(image);
+        return image;
     }
-    CVXImageProvenance::markHandedOver(image, CVXImageProvenance::windowTitleOf(this));
+    image.setText(QString::fromLatin1(CVXImageProvenance::SequenceFrame),
+                  QStringLiteral("%1 of %2").arg(m_nCurrentFrame + 1).arg(frameCount()));
+    labelHandedOver(image, m_pSequence->frame(m_nCurrentFrame), m_levels.value(m_nCurrentFrame));
     return image;
 }
 
