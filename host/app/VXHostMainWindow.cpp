@@ -225,6 +225,7 @@ void CVXHostMainWindow::closeEvent(QCloseEvent* pEvent)
         return;
     }
     CVXPreference::getSettings()->setValue(kGeometryKey, saveGeometry());
+    m_pToolPanels->saveVisibility();
     CVXPreference::getSettings()->sync();
     QMainWindow::closeEvent(pEvent);
 }

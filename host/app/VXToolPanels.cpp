@@ -17,7 +17,7 @@ CVXToolPanels::CVXToolPanels(QMainWindow& window, QMenu* pFileMenu, QAction* pFi
     , m_pFileEnd(pFileEnd)
     , m_pMenusBefore(pMenusBefore)
 {
-    m_pViewMenu = new QMenu(tr("&View"), &window);
+    m_pViewMenu = new QMenu(tr("&View"), window.menuBar());
     m_pViewMenu->setObjectName(QStringLiteral("menuView"));
     window.menuBar()->insertMenu(pMenusBefore, m_pViewMenu);
     // Nothing to show until a tool brings a panel.
@@ -46,23 +46,32 @@ void CVXToolPanels::addPanel(QWidget* pPanel)
     m_window.addDockWidget(Qt::RightDockWidgetArea, pDock);
     // Hidden until the user shows it, then as the user left it: a panel takes room from the
     // workspace, which a small screen cannot spare.
-    const QString strKey = QStringLiteral("Panels/") + pPanel->objectName() + QStringLiteral("/visible");
-    pDock->setVisible(CVXPreference::getSettings()->value(strKey, false).toBool());
-    // The action follows the dock's own showing and closing, not the main window's.
-    connect(pDock->toggleViewAction(), &QAction::toggled, this,
-            [strKey](bool bShown) { CVXPreference::getSettings()->setValue(strKey, bShown); });
+    pDock->setVisible(CVXPreference::getSettings()->value(visibilityKey(pDock), false).toBool());
+    m_docks.append(pDock);
     // The tool deletes its panel; the dock, empty then, goes with it.
     connect(pPanel, &QObject::destroyed, pDock, &QObject::deleteLater);
+    connect(pDock, &QObject::destroyed, this, [this, pDock] { m_docks.removeOne(pDock); });
     QAction* pToggle = pDock->toggleViewAction();
     pToggle->setObjectName(QStringLiteral("actionShow_") + pPanel->objectName());
     m_pViewMenu->addAction(pToggle);
     m_pViewMenu->menuAction()->setVisible(true);
 }
 
+void CVXToolPanels::saveVisibility() const
+{
+    for (const QDockWidget* pDock : m_docks)
+        CVXPreference::getSettings()->setValue(visibilityKey(pDock), pDock->isVisible());
+}
+
+QString CVXToolPanels::visibilityKey(const QDockWidget* pDock)
+{
+    return QStringLiteral("Panels/") + pDock->objectName() + QStringLiteral("/visible");
+}
+
 QMenu* CVXToolPanels::figureMenu()
 {
     if (!m_pFigureMenu) {
-        m_pFigureMenu = new QMenu(tr("F&igure"), &m_window);
+        m_pFigureMenu = new QMenu(tr("F&igure"), m_window.menuBar());
         m_pFigureMenu->setObjectName(QStringLiteral("menuFigure"));
         m_window.menuBar()->insertMenu(m_pMenusBefore, m_pFigureMenu);
     }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 
 class QAction;
+class QDockWidget;
 class QMainWindow;
 class QMenu;
 class CVXToolPluginBase;
@@ -19,9 +21,12 @@ public:
     CVXToolPanels(QMainWindow& window, QMenu* pFileMenu, QAction* pFileEnd, QAction* pMenusBefore);
 
     void attach(CVXToolPluginBase& tool);
+    // Keeps which panels are shown for the next session; called when the window closes.
+    void saveVisibility() const;
 
 private:
     void addPanel(QWidget* pPanel);
+    static QString visibilityKey(const QDockWidget* pDock);
     QMenu* figureMenu();
 
     QMainWindow& m_window; // parent
@@ -30,4 +35,5 @@ private:
     QAction* m_pMenusBefore = nullptr;
     QMenu* m_pViewMenu = nullptr;
     QMenu* m_pFigureMenu = nullptr; // made for the first figure command
+    QList<QDockWidget*> m_docks;    // children of the window
 };
