@@ -6,6 +6,7 @@
 #include "VXHelpMenu.h"
 #include "VXRecentFilesMenu.h"
 #include "VXSampleData.h"
+#include "VXToolPanels.h"
 #include "VXToolPluginLoader.h"
 
 #include <VXImageFileReader.h>
@@ -80,11 +81,14 @@ CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
     connect(m_pDocumentMenus, &CVXDocumentMenus::documentFileUsed, m_pRecentFiles, &CVXRecentFilesMenu::addFile);
     connect(m_pRecentFiles, &CVXRecentFilesMenu::fileChosen, this, [this](const QString& strPath) { openFiles({strPath}); });
     new CVXFileDrops(this, m_pFileOpener);
-    createFileMenu();
+    QMenu* pFileMenu = createFileMenu();
     createEditMenu();
     createToolsMenu();
     createWindowMenu();
     new CVXHelpMenu(m_tools, menuBar(), this);
+    // Tools' file commands go before the recent files.
+    QAction* pRecent = pFileMenu->findChild<QAction*>(QStringLiteral("actionOpenRecent"));
+    m_pToolPanels = new CVXToolPanels(*this, pFileMenu, pRecent, m_pToolsMenu->menuAction());
 }
 
 CVXHostMainWindow::~CVXHostMainWindow()
@@ -182,6 +186,7 @@ void CVXHostMainWindow::attachTool(CVXToolPluginBase* pTool)
     if (std::any_of(m_tools.cbegin(), m_tools.cend(), attached))
         return;
     m_tools.emplace_back(pTool);
+    m_pToolPanels->attach(*pTool);
     const CVXSWorkspace* pWorkspace = CVXSWorkspace::instance();
     connect(pWorkspace, &CVXSWorkspace::datasetChanged, pTool, &CVXToolPluginBase::onSignalDatasetChanged);
     connect(pWorkspace, &CVXSWorkspace::datasetRemoved, pTool, &CVXToolPluginBase::onSignalDatasetRemoved);
@@ -221,11 +226,12 @@ void CVXHostMainWindow::closeEvent(QCloseEvent* pEvent)
         return;
     }
     CVXPreference::getSettings()->setValue(kGeometryKey, saveGeometry());
+    m_pToolPanels->saveVisibility();
     CVXPreference::getSettings()->sync();
     QMainWindow::closeEvent(pEvent);
 }
 
-void CVXHostMainWindow::createFileMenu()
+QMenu* CVXHostMainWindow::createFileMenu()
 {
     QMenu* pMenu = menuBar()->addMenu(tr("&File"));
     pMenu->setObjectName(QStringLiteral("menuFile"));
@@ -244,6 +250,7 @@ void CVXHostMainWindow::createFileMenu()
     QAction* pQuit = addMenuAction(pMenu, QStringLiteral("actionQuit"), tr("&Quit"));
     pQuit->setShortcut(QKeySequence::Quit);
     connect(pQuit, &QAction::triggered, this, &QWidget::close);
+    return pMenu;
 }
 
 void CVXHostMainWindow::createEditMenu()

@@ -17,6 +17,7 @@ class CVXDocumentMenus;
 class CVXFileOpener;
 class CVXRecentFilesMenu;
 class CVXSChildWindow;
+class CVXToolPanels;
 class CVXToolPluginBase;
 
 // The host's main window: the MDI workspace with the image windows and tool windows,
@@ -62,7 +63,7 @@ protected:
     void closeEvent(QCloseEvent* pEvent) override;
 
 private:
-    void createFileMenu();
+    QMenu* createFileMenu();
     void createEditMenu();
     void createToolsMenu();
     void createWindowMenu();
@@ -92,6 +93,7 @@ private:
     CVXDocumentMenus* m_pDocumentMenus = nullptr; // child
     CVXFileOpener* m_pFileOpener = nullptr; // child
     CVXRecentFilesMenu* m_pRecentFiles = nullptr; // child
+    CVXToolPanels* m_pToolPanels = nullptr; // child
     QMenu* m_pToolsMenu = nullptr;
     QMenu* m_pWindowMenu = nullptr;
     QActionGroup* m_pWindowList = nullptr; // child of the main window; one action per window

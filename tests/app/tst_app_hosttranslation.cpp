@@ -101,7 +101,7 @@ void TestAppHostTranslation::menusSpeakGerman()
     const QList<QAction*> menus = m_pHost->window()->menuBar()->actions();
     for (const QAction* pAction : menus)
         titles << pAction->text();
-    QCOMPARE(titles, QStringList({"&Datei", "&Bearbeiten", "&Werkzeuge", "&Fenster", "&Hilfe"}));
+    QCOMPARE(titles, QStringList({"&Datei", "&Bearbeiten", "&Ansicht", "&Werkzeuge", "&Fenster", "&Hilfe"}));
     QCOMPARE(entryTexts(menu("menuEdit")), QStringList({"&Rückgängig", "&Wiederherstellen"}));
     QCOMPARE(entryTexts(menu("menuWindow")).mid(0, 2), QStringList({"&Nebeneinander", "Ü&berlappend"}));
     QCOMPARE(entryTexts(menu("menuHelp")), QStringList({"Ü&ber " + QGuiApplication::applicationDisplayName(), "Über &Qt"}));

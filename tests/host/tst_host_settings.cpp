@@ -60,6 +60,10 @@ void TestHostSettings::valuesSurviveRestart()
     QCOMPARE(restarted.getPreferredFormat(), QStringLiteral("tif"));
     QCOMPARE(restarted.value(QStringLiteral("Layout/Columns")).toInt(), 3);
     QCOMPARE(restarted.value(QStringLiteral("Layout/Missing"), 7).toInt(), 7);
+    CVXSSettings removing(strFile);
+    removing.remove(QStringLiteral("Layout/Columns"));
+    removing.sync();
+    QCOMPARE(CVXSSettings(strFile).value(QStringLiteral("Layout/Columns"), -1).toInt(), -1);
 }
 
 void TestHostSettings::recentFolderIsOneThatExists_data()

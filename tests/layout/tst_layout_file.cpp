@@ -1,5 +1,6 @@
 #include <VXImageFileReader.h>
 #include <VXSLayoutConstants.h>
+#include <file/VXSLayoutDocumentCodec.h>
 #include <file/VXSLayoutFile.h>
 #include <file/VXSLayoutItemCodec.h>
 #include <file/archive/VXSZipWriter.h>
@@ -761,7 +762,7 @@ void TestLayoutFile::independentReadersAcceptTheFile()
     QVERIFY2(python.exitCode() == 0, python.readAllStandardError().constData());
     const QJsonObject json = QJsonDocument::fromJson(python.readAllStandardOutput()).object();
     QCOMPARE(json.value(QStringLiteral("format")).toString(), QStringLiteral("vxlayout"));
-    QCOMPARE(json.value(QStringLiteral("version")).toInt(), 1);
+    QCOMPARE(json.value(QStringLiteral("version")).toInt(), CVXSLayoutDocumentCodec::FormatVersion);
     QCOMPARE(json.value(QStringLiteral("style")).toInt(), 3);
     QCOMPARE(json.value(QStringLiteral("page")).toObject().value(QStringLiteral("width")).toInt(), 800);
     const QJsonArray items = json.value(QStringLiteral("items")).toArray();
@@ -887,8 +888,8 @@ void TestLayoutFile::badInputIsRefused_data()
     const QString wrongFormat = QStringLiteral("layout.json does not name the format \"vxlayout\"");
     QTest::newRow("format missing") << layoutFile(without(QStringLiteral("format"))) << wrongFormat;
     QTest::newRow("format wrong") << layoutFile(with(QStringLiteral("format"), "vxlayout2")) << wrongFormat;
-    QTest::newRow("newer version") << layoutFile(with(QStringLiteral("version"), 2))
-                                   << "it was saved by a newer version of the program (layout format 2";
+    QTest::newRow("newer version") << layoutFile(with(QStringLiteral("version"), 3))
+                                   << "it was saved by a newer version of the program (layout format 3";
     QTest::newRow("version missing") << layoutFile(without(QStringLiteral("version")))
                                      << "layout.json: \"version\" is missing";
     QTest::newRow("version as text") << layoutFile(with(QStringLiteral("version"), "1"))

@@ -79,6 +79,7 @@ QString CVXImageLayoutPlugin::getToolDescription()
 void CVXImageLayoutPlugin::resetTool()
 {
     m_pLayoutMngr = nullptr;
+    m_figure.setManager(nullptr);
 }
 
 void CVXImageLayoutPlugin::onToolActionToggled()
@@ -95,6 +96,7 @@ bool CVXImageLayoutPlugin::initializeTool()
         return true;
     m_pLayoutMngr = new CVXSLayoutManager;
     m_pLayoutMngr->fileCommands()->enableRecovery();
+    m_figure.setManager(m_pLayoutMngr);
     CVXSLayoutWindow* pWindow = m_pLayoutMngr->getLayoutWindow();
     connect(pWindow, &CVXSLayoutWindow::copyToClipBoard, this,
             &CVXImageLayoutPlugin::onSignalCopyContentToClipBoard);
@@ -200,6 +202,16 @@ void CVXImageLayoutPlugin::showToolWindow()
         pAction->setChecked(true);
     if (m_pLayoutMngr)
         m_pLayoutMngr->showLayoutWindow(true);
+}
+
+QWidget* CVXImageLayoutPlugin::inspectorWidget()
+{
+    return m_figure.inspector();
+}
+
+QList<QAction*> CVXImageLayoutPlugin::menuActions(const QString& strMenu)
+{
+    return m_figure.menuActions(strMenu);
 }
 
 CVXSLayoutManager* CVXImageLayoutPlugin::layoutManager() const

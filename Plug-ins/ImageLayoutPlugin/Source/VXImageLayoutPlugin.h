@@ -1,5 +1,7 @@
 #pragma once
 
+#include "figure/VXSFigureController.h"
+
 #include <VXToolPluginBase.h>
 
 #include <QPointer>
@@ -42,6 +44,9 @@ public:
     bool queryClose() override;
     void offerRecovery() override;
     QVector<CVXLibraryInfo> toolLibraries() override;
+    // The figure features: the inspector and the figure commands.
+    QWidget* inspectorWidget() override;
+    QList<QAction*> menuActions(const QString& strMenu) override;
 
     // Null before first use and after resetTool.
     CVXSLayoutManager* layoutManager() const;
@@ -65,4 +70,5 @@ private:
     QAction* m_pToolAction = nullptr; // child of the plugin
     // Owned by the plugin; deleting it deletes the window's sub-window in the workspace.
     QPointer<CVXSLayoutManager> m_pLayoutMngr;
+    CVXSFigureController m_figure;
 };

@@ -1,6 +1,7 @@
 #include "VXSLayoutItemArrow.h"
 
 #include "VXSLayoutConstants.h"
+#include "figure/VXSFigurePainter.h"
 #include "scene/VXSLayoutPens.h"
 
 #include <VXGeometry.h>
@@ -128,7 +129,8 @@ QPolygon CVXSLayoutItemArrow::headPolygon(int tipX, int tipY, int tailX, int tai
 
 void CVXSLayoutItemArrow::drawArrow(QPainter* pPainter)
 {
-    pPainter->setBrush(QBrush(QColor(0, 0, 0, 255), Qt::SolidPattern));
+    // Heads in the line's colour: black for the standard pen.
+    pPainter->setBrush(QBrush(pPainter->pen().color(), Qt::SolidPattern));
     m_oStartHeadPolygon = headPolygon(m_nStartX, m_nStartY, m_nEndX, m_nEndY);
     if (m_bStartHead)
         pPainter->drawPolygon(m_oStartHeadPolygon, Qt::OddEvenFill);
@@ -149,6 +151,8 @@ bool CVXSLayoutItemArrow::containsPoint(const QPoint& point) const
 
 void CVXSLayoutItemArrow::paint(QPainter* pPainter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    if (CVXSFigurePainter().drawShape(*pPainter, *this))
+        return;
     pPainter->setPen(VXSLayoutPens::thinBlack());
     drawArrow(pPainter);
 }

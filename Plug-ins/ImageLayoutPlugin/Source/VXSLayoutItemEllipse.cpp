@@ -1,5 +1,6 @@
 #include "VXSLayoutItemEllipse.h"
 
+#include "figure/VXSFigurePainter.h"
 #include "scene/VXSLayoutItemGeometry.h"
 #include "scene/VXSLayoutPens.h"
 
@@ -24,6 +25,8 @@ CVXSLayoutItemEllipse::~CVXSLayoutItemEllipse() = default;
 
 void CVXSLayoutItemEllipse::paint(QPainter* pPainter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    if (CVXSFigurePainter().drawShape(*pPainter, *this))
+        return;
     pPainter->setBrush(QBrush(QColor(255, 255, 255, 255), Qt::SolidPattern));
     pPainter->setPen(VXSLayoutPens::thinBlack());
     pPainter->drawEllipse(VXSLayoutItemGeometry::insetBoundingRect(*this));

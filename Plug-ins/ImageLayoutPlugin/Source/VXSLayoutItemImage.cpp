@@ -1,5 +1,6 @@
 #include "VXSLayoutItemImage.h"
 
+#include "figure/VXSFigurePainter.h"
 #include "scene/VXSLayoutItemGeometry.h"
 
 #include <QPainter>
@@ -49,6 +50,7 @@ void CVXSLayoutItemImage::paint(QPainter* pPainter, const QStyleOptionGraphicsIt
 {
     const QRectF target = VXSLayoutItemGeometry::normalizedBoundingRect(*this);
     m_displayCache.draw(pPainter, target, m_image);
+    CVXSFigurePainter().drawOver(*pPainter, *this, target);
 }
 
 int CVXSLayoutItemImage::type() const

@@ -1,5 +1,6 @@
 #include "VXSLayoutItemRectangle.h"
 
+#include "figure/VXSFigurePainter.h"
 #include "scene/VXSLayoutItemGeometry.h"
 
 #include <QPainter>
@@ -23,6 +24,8 @@ CVXSLayoutItemRectangle::~CVXSLayoutItemRectangle() = default;
 
 void CVXSLayoutItemRectangle::paint(QPainter* pPainter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    if (CVXSFigurePainter().drawShape(*pPainter, *this))
+        return;
     pPainter->setBrush(brush());
     pPainter->setPen(pen());
     pPainter->drawRect(VXSLayoutItemGeometry::insetBoundingRect(*this));

@@ -1,5 +1,6 @@
 #include "VXSLayoutItemText.h"
 
+#include "figure/VXSFigurePainter.h"
 #include "scene/VXSLayoutItemGeometry.h"
 
 #include <QApplication>
@@ -66,6 +67,7 @@ void CVXSLayoutItemText::paint(QPainter* pPainter, const QStyleOptionGraphicsIte
     const QRectF r = VXSLayoutItemGeometry::normalizedBoundingRect(*this);
     if (m_strText.isNull())
         return;
+    CVXSFigurePainter().drawUnder(*pPainter, *this);
     pPainter->setFont(m_oFont);
     pPainter->setPen(m_oColor);
     // Lines hang from the top of the box; the flag stays set from the first paint on.

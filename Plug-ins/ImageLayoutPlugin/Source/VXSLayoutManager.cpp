@@ -1,5 +1,6 @@
 #include "VXSLayoutManager.h"
 
+#include "figure/VXSFigurePage.h"
 #include "scene/VXSImageFit.h"
 #include "undo/VXSLayoutChange.h"
 #include "file/VXSLayoutDocument.h"
@@ -396,6 +397,7 @@ CVXSLayoutDocument CVXSLayoutManager::document() const
               [](const QGraphicsItem* a, const QGraphicsItem* b) { return a->zValue() < b->zValue(); });
     for (const QGraphicsItem* pItem : items)
         document.items.push_back(CVXSLayoutItemState::capture(*pItem));
+    document.figurePage = CVXSFigurePage::of(m_scene);
     return document;
 }
 
@@ -407,6 +409,7 @@ void CVXSLayoutManager::replaceLayout(const CVXSLayoutDocument& document)
     m_pLayoutWindow->restoreLayoutStyle(document.nStyle);
     m_pLayoutView->showCells(document.nStyle);
     placeDocumentItems(document);
+    document.figurePage.applyTo(m_scene);
     fitToPage(document.pageSize);
     m_pLayoutView->clearSelection();
     m_scene.update();

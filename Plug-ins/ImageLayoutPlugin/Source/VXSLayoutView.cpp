@@ -1,5 +1,6 @@
 #include "VXSLayoutView.h"
 
+#include "figure/VXSStyleDefaults.h"
 #include "scene/VXSImageFit.h"
 #include "undo/VXSLayoutChange.h"
 #include "VXSLayoutItemArrow.h"
@@ -120,6 +121,11 @@ void CVXSLayoutView::presentNewItem(QGraphicsItem* pItem)
     showHandles(pItem);
     updateWholeScene();
     emit selectionChanged(pItem);
+}
+
+bool CVXSLayoutView::isGestureOpen() const
+{
+    return m_gesture.isOpen();
 }
 
 int CVXSLayoutView::targetCell() const
@@ -341,6 +347,8 @@ void CVXSLayoutView::mouseMoveEvent(QMouseEvent* pEvent)
 
 void CVXSLayoutView::startDrawing(QGraphicsItem* pItem)
 {
+    // The look the user made the default of its kind, if any.
+    CVXSStyleDefaults::applyStored(*pItem);
     hideHandles();
     scene()->addItem(pItem);
     const int z = nextZ();

@@ -55,6 +55,8 @@ public:
     bool isCellHighlight(QGraphicsItem* pItem) const;
     // Whether the item is one of the view's own: a handle, a cell frame or the highlight.
     bool isAuxiliaryItem(QGraphicsItem* pItem) const;
+    // Whether a press is followed to its release now (a move, a resize, a drawing).
+    bool isGestureOpen() const;
     void showCells(int nStyle);
     void showCell(int nIndex);
     void hideCells();

@@ -428,4 +428,15 @@
         <translation>Das Plugin ist kein Werkzeug-Plugin (seine Schnittstelle ist „%1“, Werkzeuge brauchen „%2“).</translation>
     </message>
 </context>
+<context>
+    <name>CVXToolPanels</name>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>F&amp;igure</source>
+        <translation>Ab&amp;bildung</translation>
+    </message>
+</context>
 </TS>

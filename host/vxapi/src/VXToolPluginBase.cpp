@@ -108,6 +108,16 @@ QVector<CVXLibraryInfo> CVXToolPluginBase::toolLibraries()
     return {};
 }
 
+QWidget* CVXToolPluginBase::inspectorWidget()
+{
+    return nullptr;
+}
+
+QList<QAction*> CVXToolPluginBase::menuActions(const QString& /*strMenu*/)
+{
+    return {};
+}
+
 int CVXToolPluginBase::getToolType()
 {
     return 0;

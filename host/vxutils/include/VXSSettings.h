@@ -28,6 +28,7 @@ public:
 
     QVariant value(const QString& strKey, const QVariant& defaultValue = QVariant()) const;
     void setValue(const QString& strKey, const QVariant& value);
+    void remove(const QString& strKey);
 
     QString fileName() const;
     // Writes pending changes to disk.

@@ -61,6 +61,11 @@ void CVXSSettings::setValue(const QString& strKey, const QVariant& value)
     m_settings.setValue(strKey, value);
 }
 
+void CVXSSettings::remove(const QString& strKey)
+{
+    m_settings.remove(strKey);
+}
+
 QString CVXSSettings::fileName() const
 {
     return m_settings.fileName();

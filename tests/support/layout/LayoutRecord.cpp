@@ -18,10 +18,20 @@ QString rectText(const QRectF& rect)
     return QStringLiteral("(%1,%2 %3x%4)").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
 }
 
+QString describeFigure(const CVXSItemFigure& figure)
+{
+    if (!figure.bStyled)
+        return QStringLiteral("standard");
+    return QStringLiteral("styled %1/%2 fill %3")
+        .arg(figure.lineColour.name(QColor::HexArgb))
+        .arg(figure.dLineWidth)
+        .arg(figure.fillColour.name(QColor::HexArgb));
+}
+
 QString describeState(const CVXSLayoutItemState& state)
 {
     return QStringLiteral("type %1 rect %2 z %3 pen %4/%5 brush %6 text \"%7\" font %8 colour %9 flags %10 "
-                          "line (%11,%12)-(%13,%14) heads %15%16 %17/%18 cell %19 image %20x%21")
+                          "line (%11,%12)-(%13,%14) heads %15%16 %17/%18 cell %19 image %20x%21 figure %22")
         .arg(state.nType)
         .arg(rectText(state.rect))
         .arg(state.z)
@@ -40,7 +50,8 @@ QString describeState(const CVXSLayoutItemState& state)
         .arg(state.dHeadWidthRatio)
         .arg(state.nCellIndex)
         .arg(state.image.width())
-        .arg(state.image.height());
+        .arg(state.image.height())
+        .arg(describeFigure(state.figure));
 }
 
 // The images as pixels: a file read back holds equal pixels in another object.
@@ -76,6 +87,7 @@ LayoutRecord LayoutRecord::take(CVXSLayoutManager& manager)
     record.nTopZ = manager.getLayoutView()->topZ();
     record.cellCounters = manager.cellUseCounts();
     record.nSelected = record.identities.indexOf(manager.getLayoutView()->currentItem());
+    record.figurePage = CVXSFigurePage::of(*manager.getScene());
     record.rendered = manager.renderLayoutImage(1.0);
     return record;
 }
@@ -86,6 +98,7 @@ QString LayoutRecord::describe() const
     for (const CVXSLayoutItemState& state : items)
         lines << describeState(state);
     lines << QStringLiteral("style %1 shown %2 top z %3 selected %4").arg(nStyle).arg(nShownStyle).arg(nTopZ).arg(nSelected);
+    lines << QStringLiteral("figure %1 mm at %2 dpi").arg(figurePage.dWidthMm).arg(figurePage.nDpi);
     QStringList counters;
     for (std::uint8_t counter : cellCounters)
         counters << QString::number(counter);
@@ -114,6 +127,9 @@ QString LayoutRecord::differenceFrom(const LayoutRecord& other, Identity identit
             differences << QStringLiteral("cell %1 counter %2, expected %3")
                                .arg(cell).arg(cellCounters[cell]).arg(other.cellCounters[cell]);
     }
+    if (figurePage != other.figurePage)
+        differences << QStringLiteral("figure %1 mm at %2 dpi, expected %3 mm at %4 dpi")
+                           .arg(figurePage.dWidthMm).arg(figurePage.nDpi).arg(other.figurePage.dWidthMm).arg(other.figurePage.nDpi);
     if (nSelected != other.nSelected)
         differences << QStringLiteral("selected item %1, expected %2").arg(nSelected).arg(other.nSelected);
     if (rendered.size() != other.rendered.size() || !samePixels(rendered, other.rendered))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <figure/VXSFigurePage.h>
 #include <undo/VXSLayoutItemState.h>
 #include <undo/VXSLayoutSnapshot.h>
 
@@ -12,7 +13,7 @@ class CVXSLayoutManager;
 
 // What a user could tell about a layout, taken at one moment: every layout item's state
 // (lowest z first), the style laid out and shown, the view's top z, the cell counters, the
-// selection and the page as rendered. Two records are compared property by property.
+// selection, the figure the page becomes and the page as rendered. Two records are compared property by property.
 class LayoutRecord
 {
 public:
@@ -33,5 +34,6 @@ public:
     int nTopZ = 0;
     CVXSLayoutSnapshot::CellCounters cellCounters {};
     int nSelected = -1; // index into items
+    CVXSFigurePage figurePage;
     QImage rendered;
 };

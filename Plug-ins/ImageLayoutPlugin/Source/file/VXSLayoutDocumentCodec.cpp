@@ -1,5 +1,6 @@
 #include "file/VXSLayoutDocumentCodec.h"
 
+#include "file/VXSFigureCodec.h"
 #include "file/VXSJsonReader.h"
 #include "VXSLayoutConstants.h"
 #include "file/VXSLayoutItemCodec.h"
@@ -20,7 +21,7 @@ QJsonObject CVXSLayoutDocumentCodec::encode(const CVXSLayoutDocument& document, 
     QJsonArray items;
     for (int i = 0; i < document.items.size(); ++i)
         items.append(CVXSLayoutItemCodec::encode(document.items.at(i), imageEntries.value(i)));
-    return QJsonObject{
+    QJsonObject object{
         {QStringLiteral("format"), kFormatName},
         {QStringLiteral("version"), FormatVersion},
         {QStringLiteral("style"), document.nStyle},
@@ -29,6 +30,8 @@ QJsonObject CVXSLayoutDocumentCodec::encode(const CVXSLayoutDocument& document, 
                      {QStringLiteral("height"), document.pageSize.height()}}},
         {QStringLiteral("items"), items},
     };
+    CVXSFigureCodec::encodePage(document.figurePage, object);
+    return object;
 }
 
 bool CVXSLayoutDocumentCodec::decode(const QJsonObject& object, CVXSLayoutDocument& document,
@@ -88,6 +91,10 @@ bool CVXSLayoutDocumentCodec::decodeHeader(const QJsonObject& object, CVXSLayout
         return false;
     }
     document.pageSize = QSize(nWidth, nHeight);
+    if (!CVXSFigureCodec::decodePage(object, reader, document.figurePage)) {
+        strError = reader.errorText();
+        return false;
+    }
     return true;
 }
 

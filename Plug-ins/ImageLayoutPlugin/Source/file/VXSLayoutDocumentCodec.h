@@ -13,7 +13,8 @@ class CVXSLayoutDocumentCodec
 {
     Q_DECLARE_TR_FUNCTIONS(CVXSLayoutDocumentCodec)
 public:
-    static constexpr int FormatVersion = 1;
+    // 2 added the figure's look, panel letters, scale bars and size; 1 is read as it was.
+    static constexpr int FormatVersion = 2;
     static constexpr int MaxPageSide = 100000;
     // The window counts the images of a cell in eight bits.
     static constexpr int MaxImagesPerCell = 255;

@@ -1,5 +1,6 @@
 #include "file/VXSLayoutItemCodec.h"
 
+#include "file/VXSFigureCodec.h"
 #include "file/VXSJsonReader.h"
 #include "VXSLayoutConstants.h"
 
@@ -60,6 +61,7 @@ QJsonObject CVXSLayoutItemCodec::encode(const CVXSLayoutItemState& state, const 
     if (state.nType == ImageItemType)
         object.insert(QStringLiteral("image"), strImageEntry);
     encodeKind(state, object);
+    CVXSFigureCodec::encodeItem(state.figure, object);
     return object;
 }
 
@@ -76,6 +78,7 @@ bool CVXSLayoutItemCodec::decode(const QJsonObject& object, CVXSJsonReader& read
         bDecoded = decodeArrow(object, reader, decoded);
     else if (decoded.nType == ImageItemType)
         bDecoded = decodeImage(object, reader, decoded, strImageEntry);
+    bDecoded = bDecoded && CVXSFigureCodec::decodeItem(object, reader, decoded.figure);
     if (bDecoded)
         state = decoded;
     return bDecoded;

@@ -1,5 +1,6 @@
 #include "output/VXSLayoutRenderer.h"
 
+#include "figure/VXSFigurePainter.h"
 #include "output/VXSImageResampler.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemArrow.h"
@@ -144,11 +145,26 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
     const QVector<PlacedImage> images = placedImages(lowestFirst, int(dScale), QRect(QPoint(0, 0), device), bRaster);
     auto image = images.cbegin();
     for (QGraphicsItem* pItem : lowestFirst) {
-        if (pItem->type() != ImageItemType)
+        if (pItem->type() != ImageItemType) {
             drawItem(painter, pItem, dScale);
-        else
-            drawPlaced(painter, *image++);
+            continue;
+        }
+        drawPlaced(painter, *image);
+        drawFigure(painter, dScale, [&](const CVXSFigurePainter& figure) {
+            figure.drawOver(painter, *pItem, QRectF(image->target.topLeft() / dScale, image->target.size() / dScale));
+        });
+        ++image;
     }
+}
+
+void CVXSLayoutRenderer::drawFigure(QPainter& painter, double dScale,
+                                    const std::function<void(const CVXSFigurePainter&)>& draw)
+{
+    // In page units, on top of the painter's own transform.
+    painter.save();
+    painter.scale(dScale, dScale);
+    draw(CVXSFigurePainter(dScale));
+    painter.restore();
 }
 
 int CVXSLayoutRenderer::rasterDpi()
@@ -159,6 +175,10 @@ int CVXSLayoutRenderer::rasterDpi()
 
 void CVXSLayoutRenderer::drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const
 {
+    bool bStyled = false;
+    drawFigure(painter, dScale, [&](const CVXSFigurePainter& figure) { bStyled = figure.drawShape(painter, *pItem); });
+    if (bStyled)
+        return;
     const int nScale = int(dScale);
     switch (pItem->type()) {
     case ArrowItemType:
@@ -190,6 +210,7 @@ void CVXSLayoutRenderer::drawScaled(QPainter& painter, double dScale, QGraphicsI
         const QRect textRect(QPoint(int(b.left()), int(b.top())), QPoint(int(b.right()), int(b.bottom())));
         const QString strText = pText->getText();
         if (!strText.isNull()) {
+            CVXSFigurePainter(dScale).drawUnder(painter, *pText);
             painter.setFont(pageFont(pText->getFont(), painter.device()));
             painter.setPen(pText->getColor());
             painter.drawText(textRect, int(pText->getTextFlags()), strText);

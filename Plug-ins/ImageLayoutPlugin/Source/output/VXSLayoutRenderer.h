@@ -2,9 +2,12 @@
 
 #include <QSize>
 
+#include <functional>
+
 class QGraphicsItem;
 class QGraphicsScene;
 class QPainter;
+class CVXSFigurePainter;
 class CVXSLayoutView;
 
 // Draws the layout page for output: each item by its kind's own output rule, never the
@@ -34,6 +37,8 @@ public:
 private:
     void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;
     static void drawScaled(QPainter& painter, double dScale, QGraphicsItem* pItem);
+    // Runs draw with the painter in page units and a figure painter for the scale.
+    static void drawFigure(QPainter& painter, double dScale, const std::function<void(const CVXSFigurePainter&)>& draw);
 
     QGraphicsScene& m_scene;
     const CVXSLayoutView* m_pView = nullptr;

@@ -32,6 +32,7 @@ CVXSLayoutItemState CVXSLayoutItemState::capture(const QGraphicsItem& item)
     const auto& shape = static_cast<const QAbstractGraphicsShapeItem&>(item);
     state.pen = shape.pen();
     state.brush = shape.brush();
+    state.figure = CVXSItemFigure::of(item);
     switch (state.nType) {
     case TextItemType: {
         const auto& text = static_cast<const CVXSLayoutItemText&>(item);
@@ -87,6 +88,7 @@ void CVXSLayoutItemState::applyTo(QGraphicsItem& item) const
     auto& shape = static_cast<QAbstractGraphicsShapeItem&>(item);
     shape.setPen(pen);
     shape.setBrush(brush);
+    figure.applyTo(item);
     switch (nType) {
     case TextItemType: {
         auto& text = static_cast<CVXSLayoutItemText&>(item);
@@ -122,5 +124,5 @@ bool CVXSLayoutItemState::operator==(const CVXSLayoutItemState& other) const
         && nTextFlags == other.nTextFlags && startPoint == other.startPoint && endPoint == other.endPoint
         && bStartHead == other.bStartHead && bEndHead == other.bEndHead && dHeadLength == other.dHeadLength
         && dHeadWidthRatio == other.dHeadWidthRatio && image.cacheKey() == other.image.cacheKey()
-        && nCellIndex == other.nCellIndex;
+        && nCellIndex == other.nCellIndex && figure == other.figure;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "figure/VXSItemFigure.h"
+
 #include <QBrush>
 #include <QColor>
 #include <QFont>
@@ -13,7 +15,7 @@ class QGraphicsItem;
 
 // Everything that makes one layout item what it is, as a plain value: its kind, rectangle,
 // z value, pen and brush, and the fields of its kind (text, font, colour and alignment;
-// arrow points and heads; image and cell). Undo records items this way, and layout files
+// arrow points and heads; image and cell) and what the figure features added. Undo records items this way, and layout files
 // are written from and read into it. The image is shared with the item, never copied.
 class CVXSLayoutItemState
 {
@@ -49,4 +51,6 @@ public:
     // Image items.
     QImage image;
     int nCellIndex = -1;
+    // What the figure features added (look, panel letter, scale bar).
+    CVXSItemFigure figure;
 };

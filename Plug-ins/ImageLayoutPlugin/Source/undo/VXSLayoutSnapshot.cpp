@@ -20,13 +20,15 @@ CVXSLayoutSnapshot CVXSLayoutSnapshot::take(const CVXSLayoutManager& manager)
     snapshot.cellCounters = manager.cellUseCounts();
     QGraphicsItem* pSelected = pView->currentItem();
     snapshot.pSelected = snapshot.items.contains(pSelected) ? pSelected : nullptr;
+    if (const QGraphicsScene* pScene = pView->scene())
+        snapshot.figurePage = CVXSFigurePage::of(*pScene);
     return snapshot;
 }
 
 bool CVXSLayoutSnapshot::sameLayout(const CVXSLayoutSnapshot& other) const
 {
     return items == other.items && nStyle == other.nStyle && nTopZ == other.nTopZ
-        && cellCounters == other.cellCounters;
+        && cellCounters == other.cellCounters && figurePage == other.figurePage;
 }
 
 void CVXSLayoutSnapshot::restorePage(CVXSLayoutManager& manager) const
@@ -40,6 +42,8 @@ void CVXSLayoutSnapshot::restorePage(CVXSLayoutManager& manager) const
     pView->setTopZ(nTopZ);
     manager.setCellUseCounts(cellCounters);
     pView->selectItem(pSelected);
-    if (pView->scene())
-        pView->scene()->update();
+    if (QGraphicsScene* pScene = pView->scene()) {
+        figurePage.applyTo(*pScene);
+        pScene->update();
+    }
 }

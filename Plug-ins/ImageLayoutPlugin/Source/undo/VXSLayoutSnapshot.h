@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VXSLayoutConstants.h"
+#include "figure/VXSFigurePage.h"
 #include "undo/VXSLayoutItemState.h"
 
 #include <QHash>
@@ -12,8 +13,8 @@ class QGraphicsItem;
 class CVXSLayoutManager;
 
 // The layout as undo sees it at one moment: every layout item with its state, and the page
-// around them: the layout style, the view's top z value, the cell use counters and the
-// selected item. The items are recorded by identity; their images are shared, not copied.
+// around them: the layout style, the view's top z value, the cell use counters, the selected
+// item and the figure the page becomes. The items are recorded by identity; their images are shared, not copied.
 class CVXSLayoutSnapshot
 {
 public:
@@ -32,4 +33,5 @@ public:
     int nTopZ = VXSLayout::BaseZ;
     CellCounters cellCounters {};
     QGraphicsItem* pSelected = nullptr; // one of items, or null
+    CVXSFigurePage figurePage;
 };

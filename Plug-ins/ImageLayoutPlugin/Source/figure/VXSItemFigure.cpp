@@ -1,0 +1,25 @@
+#include "figure/VXSItemFigure.h"
+
+#include <QGraphicsItem>
+#include <QVariant>
+
+namespace {
+// The slot of QGraphicsItem::data() that holds the figure part.
+constexpr int FigureDataKey = 0x5846;
+} // namespace
+
+CVXSItemFigure CVXSItemFigure::of(const QGraphicsItem& item)
+{
+    return item.data(FigureDataKey).value<CVXSItemFigure>();
+}
+
+void CVXSItemFigure::applyTo(QGraphicsItem& item) const
+{
+    item.setData(FigureDataKey, QVariant::fromValue(*this));
+}
+
+bool CVXSItemFigure::operator==(const CVXSItemFigure& other) const
+{
+    return bStyled == other.bStyled && lineColour == other.lineColour && dLineWidth == other.dLineWidth
+        && fillColour == other.fillColour;
+}
