@@ -5,6 +5,7 @@
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
+#include <VXSImageExporter.h>
 
 #include <QAction>
 #include <QDialogButtonBox>
@@ -13,6 +14,7 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -57,6 +59,8 @@ private slots:
     void fileMenuSpeaksGerman();
     void standardDialogSpeaksGerman();
     void aboutBoxSpeaksGerman();
+    void exportErrorsSpeakGerman_data();
+    void exportErrorsSpeakGerman();
     void screenshotOfMenus();
 
 private:
@@ -125,6 +129,46 @@ void TestAppHostTranslation::aboutBoxSpeaksGerman()
 {
     const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionAbout"), QDialog::staticMetaObject);
     QCOMPARE(texts, QStringList({"Über " + QGuiApplication::applicationDisplayName(), "Schließen"}));
+}
+
+void TestAppHostTranslation::exportErrorsSpeakGerman_data()
+{
+    QTest::addColumn<bool>("withImage");
+    QTest::addColumn<QString>("fileName"); // in a fresh temporary folder; empty for none
+    QTest::addColumn<QString>("expected"); // %1 is the path, %2 what the system says
+    QTest::newRow("no image") << false << "out.png"
+                              << "%1 konnte nicht geschrieben werden: es gibt kein Bild, das geschrieben werden könnte";
+    QTest::newRow("no file name") << true << ""
+                                  << "Das Bild konnte nicht geschrieben werden: es wurde kein Dateiname angegeben";
+    QTest::newRow("unknown suffix")
+        << true << "out.xyz"
+        << "%1 konnte nicht geschrieben werden: der Dateiname endet nicht auf die Endung eines Formats, das "
+           "dieses Programm schreibt";
+    QTest::newRow("missing folder") << true << "missing/out.png" << "%1 konnte nicht geschrieben werden: %2";
+}
+
+// The exporter's account of a failure, which follows the status text in the error message.
+void TestAppHostTranslation::exportErrorsSpeakGerman()
+{
+    QFETCH(bool, withImage);
+    QFETCH(QString, fileName);
+    QFETCH(QString, expected);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QImage image;
+    if (withImage) {
+        image = QImage(8, 6, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+    }
+    QString strPath = fileName.isEmpty() ? QString() : dir.filePath(fileName);
+    CVXSImageExporter exporter;
+    QVERIFY(exporter.saveImage(image, strPath) != eSTATUS_SUCCESS);
+    if (expected.contains(QLatin1String("%2")))
+        QCOMPARE(exporter.errorText(), expected.arg(strPath, qt_error_string(ENOENT)));
+    else if (expected.contains(QLatin1String("%1")))
+        QCOMPARE(exporter.errorText(), expected.arg(strPath));
+    else
+        QCOMPARE(exporter.errorText(), expected);
 }
 
 void TestAppHostTranslation::screenshotOfMenus()
