@@ -1,7 +1,7 @@
 #include "HostFixture.h"
 
 #include "ModalDialogAnswer.h"
-#include "WidgetTestCase.h"
+#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -48,12 +48,11 @@ QStringList titleAndButtonsShownBy(QAction* pAction, const QMetaObject& kind)
 
 // Runs with a German system locale (see CMakeLists.txt): the host installs its German
 // catalogue and Qt's own, as main does, so its menus and Qt's standard dialogs speak German.
-class TestAppHostTranslation : public CWidgetTestCase
+class TestAppHostTranslation : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void menusSpeakGerman();
     void fileMenuSpeaksGerman();
@@ -64,11 +63,9 @@ private slots:
     void screenshotOfMenus();
 
 private:
-    void endTest() override;
 
     QMenu* menu(const QString& strObjectName) const;
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppHostTranslation::initTestCase()
@@ -79,26 +76,15 @@ void TestAppHostTranslation::initTestCase()
     CVXHostSetup::afterApplication();
 }
 
-void TestAppHostTranslation::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppHostTranslation::endTest()
-{
-    m_pHost.reset();
-}
-
 QMenu* TestAppHostTranslation::menu(const QString& strObjectName) const
 {
-    return m_pHost->window()->menuBar()->findChild<QMenu*>(strObjectName);
+    return host()->window()->menuBar()->findChild<QMenu*>(strObjectName);
 }
 
 void TestAppHostTranslation::menusSpeakGerman()
 {
     QStringList titles;
-    const QList<QAction*> menus = m_pHost->window()->menuBar()->actions();
+    const QList<QAction*> menus = host()->window()->menuBar()->actions();
     for (const QAction* pAction : menus)
         titles << pAction->text();
     QCOMPARE(titles, QStringList({"&Datei", "&Bearbeiten", "&Werkzeuge", "&Fenster", "&Hilfe"}));
@@ -121,13 +107,13 @@ void TestAppHostTranslation::fileMenuSpeaksGerman()
 void TestAppHostTranslation::standardDialogSpeaksGerman()
 {
     // The dialog is Qt's own: its buttons come from Qt's German catalogue.
-    const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionOpenImages"), QFileDialog::staticMetaObject);
+    const QStringList texts = titleAndButtonsShownBy(host()->action("actionOpenImages"), QFileDialog::staticMetaObject);
     QCOMPARE(texts, QStringList({"Bilder öffnen", "&Öffnen", "Abbrechen"}));
 }
 
 void TestAppHostTranslation::aboutBoxSpeaksGerman()
 {
-    const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionAbout"), QDialog::staticMetaObject);
+    const QStringList texts = titleAndButtonsShownBy(host()->action("actionAbout"), QDialog::staticMetaObject);
     QCOMPARE(texts, QStringList({"Über " + QGuiApplication::applicationDisplayName(), "Schließen"}));
 }
 
@@ -177,7 +163,7 @@ void TestAppHostTranslation::screenshotOfMenus()
     const QString strOutput = qEnvironmentVariable("VX_HOST_MENU_SCREENSHOT");
     if (strOutput.isEmpty())
         QSKIP("VX_HOST_MENU_SCREENSHOT names no file to write");
-    CVXHostMainWindow* pWindow = m_pHost->window();
+    CVXHostMainWindow* pWindow = host()->window();
     pWindow->resize(900, 560);
     pWindow->openSamples();
     QMenu* pFile = menu("menuFile");

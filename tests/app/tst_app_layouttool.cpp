@@ -1,6 +1,6 @@
 #include "HostFixture.h"
 
-#include "WidgetTestCase.h"
+#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSMdiSubWindow.h>
@@ -19,12 +19,11 @@ const QString kEntry = QStringLiteral("Image Layout Window");
 const char* const kLayoutWindowClass = "CVXSLayoutWindow";
 } // namespace
 
-class TestAppLayoutTool : public CWidgetTestCase
+class TestAppLayoutTool : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void entryIsCheckableAndUnchecked();
     void windowIsBuiltOnFirstUse();
@@ -37,28 +36,15 @@ private slots:
     void entryRestoresMinimizedWindow();
 
 private:
-    void endTest() override;
 
     QAction* entry() const;
     void setEntryChecked(bool bChecked, bool bThroughMenu);
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppLayoutTool::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestAppLayoutTool::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppLayoutTool::endTest()
-{
-    m_pHost.reset();
 }
 
 QAction* TestAppLayoutTool::entry() const
@@ -85,25 +71,25 @@ void TestAppLayoutTool::entryIsCheckableAndUnchecked()
     QVERIFY(pEntry->isCheckable());
     QVERIFY(!pEntry->isChecked());
     QVERIFY(pEntry->isEnabled());
-    QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     QVERIFY(pTools->actions().contains(pEntry));
 }
 
 void TestAppLayoutTool::windowIsBuiltOnFirstUse()
 {
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
     entry()->setChecked(true);
-    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
     QVERIFY(pSubWindow);
     QVERIFY(qobject_cast<CVXSMdiSubWindow*>(pSubWindow));
     QVERIFY(pSubWindow->widget()->inherits(kLayoutWindowClass));
-    QCOMPARE(pSubWindow->mdiArea(), m_pHost->area());
+    QCOMPARE(pSubWindow->mdiArea(), host()->area());
     // Showing it again reuses the same window.
     entry()->setChecked(false);
     entry()->setChecked(true);
-    QCOMPARE(m_pHost->layoutSubWindow(), pSubWindow);
+    QCOMPARE(host()->layoutSubWindow(), pSubWindow);
     int nLayoutWindows = 0;
-    const QList<QWidget*> widgets = m_pHost->area()->findChildren<QWidget*>();
+    const QList<QWidget*> widgets = host()->area()->findChildren<QWidget*>();
     for (const QWidget* pWidget : widgets)
         nLayoutWindows += pWidget->inherits(kLayoutWindowClass) ? 1 : 0;
     QCOMPARE(nLayoutWindows, 1);
@@ -120,10 +106,10 @@ void TestAppLayoutTool::entryShowsAndHidesWindow()
 {
     QFETCH(bool, throughMenu);
     setEntryChecked(true, throughMenu);
-    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
     QVERIFY(pSubWindow->isVisible());
     QVERIFY(pSubWindow->widget()->isVisible());
-    QCOMPARE(m_pHost->area()->activeSubWindow(), pSubWindow);
+    QCOMPARE(host()->area()->activeSubWindow(), pSubWindow);
 
     setEntryChecked(false, throughMenu);
     QVERIFY(!pSubWindow->isVisible());
@@ -137,13 +123,13 @@ void TestAppLayoutTool::entryShowsAndHidesWindow()
 void TestAppLayoutTool::subWindowFitsLayoutWindow()
 {
     entry()->setChecked(true);
-    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
     QWidget* pLayoutWindow = pSubWindow->widget();
     // The window gets at least its minimum size inside the frame.
     QCOMPARE(pSubWindow->contentsRect().size(), pLayoutWindow->size());
     QVERIFY(pLayoutWindow->width() >= pLayoutWindow->minimumWidth());
     QVERIFY(pLayoutWindow->height() >= pLayoutWindow->minimumHeight());
-    QVERIFY2(m_pHost->area()->viewport()->rect().contains(pSubWindow->geometry()),
+    QVERIFY2(host()->area()->viewport()->rect().contains(pSubWindow->geometry()),
              qPrintable(QStringLiteral("%1,%2 %3x%4")
                             .arg(pSubWindow->x())
                             .arg(pSubWindow->y())
@@ -162,7 +148,7 @@ void TestAppLayoutTool::closingSubWindowHidesAndUnchecks()
 {
     QFETCH(int, reopenings);
     entry()->setChecked(true);
-    QPointer<QMdiSubWindow> pSubWindow = m_pHost->layoutSubWindow();
+    QPointer<QMdiSubWindow> pSubWindow = host()->layoutSubWindow();
     QPointer<QWidget> pLayoutWindow = pSubWindow->widget();
     for (int i = 0; i <= reopenings; ++i) {
         entry()->setChecked(true);
@@ -183,20 +169,20 @@ void TestAppLayoutTool::closingSubWindowHidesAndUnchecks()
 void TestAppLayoutTool::hidingSubWindowUnchecks()
 {
     entry()->setChecked(true);
-    auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(m_pHost->layoutSubWindow());
+    auto* pSubWindow = qobject_cast<CVXSMdiSubWindow*>(host()->layoutSubWindow());
     pSubWindow->hideWindow();
     QVERIFY(!entry()->isChecked());
     pSubWindow->showWindow();
     QVERIFY(entry()->isChecked());
     // Hiding the whole main window is not closing the tool.
-    m_pHost->window()->hide();
+    host()->window()->hide();
     QVERIFY(entry()->isChecked());
 }
 
 void TestAppLayoutTool::entryRestoresMinimizedWindow()
 {
     entry()->setChecked(true);
-    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
     pSubWindow->showMinimized();
     QVERIFY(pSubWindow->isMinimized());
     // The entry no longer claims the window is up, so choosing it brings the window back.
@@ -205,7 +191,7 @@ void TestAppLayoutTool::entryRestoresMinimizedWindow()
     QVERIFY(!pSubWindow->isMinimized());
     QVERIFY(pSubWindow->isVisible());
     QVERIFY(entry()->isChecked());
-    QCOMPARE(m_pHost->area()->activeSubWindow(), pSubWindow);
+    QCOMPARE(host()->area()->activeSubWindow(), pSubWindow);
 }
 
 QTEST_MAIN(TestAppLayoutTool)

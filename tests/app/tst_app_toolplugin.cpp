@@ -1,7 +1,7 @@
 #include "HostFixture.h"
 #include "ModalWatch.h"
 
-#include "WidgetTestCase.h"
+#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -54,7 +54,7 @@ Q_DECLARE_METATYPE(CVXSDataset*)
 Q_DECLARE_METATYPE(CVXSSequenceDataset*)
 
 // The layout plugin module as the host loads it, and the host's side of the contract.
-class TestAppToolPlugin : public CWidgetTestCase
+class TestAppToolPlugin : public CHostTestCase
 {
     Q_OBJECT
 private slots:
@@ -80,12 +80,10 @@ private slots:
     void copyContentCopiesSequenceTab();
 
 private:
-    void endTest() override;
 
     CVXToolPluginBase* plugin() const;
     QMdiSubWindow* initializedLayoutSubWindow();
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppToolPlugin::initTestCase()
@@ -97,14 +95,8 @@ void TestAppToolPlugin::initTestCase()
 
 void TestAppToolPlugin::init()
 {
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+    QVERIFY(startHost());
     QVERIFY(plugin());
-}
-
-void TestAppToolPlugin::endTest()
-{
-    m_pHost.reset();
 }
 
 CVXToolPluginBase* TestAppToolPlugin::plugin() const
@@ -118,7 +110,7 @@ QMdiSubWindow* TestAppToolPlugin::initializedLayoutSubWindow()
 {
     if (!plugin()->initializeTool())
         return nullptr;
-    return m_pHost->layoutSubWindow();
+    return host()->layoutSubWindow();
 }
 
 void TestAppToolPlugin::metadataIsExact()
@@ -187,24 +179,24 @@ void TestAppToolPlugin::getToolActionTwiceGivesTheSameAction()
     QVERIFY(!pAction->isChecked());
     QCOMPARE(pAction->parent(), plugin());
     QCOMPARE(CVXUtilityFns::getAction(kEntry), pAction);
-    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     QCOMPARE(pTools->actions().count(pAction), 1);
 }
 
 void TestAppToolPlugin::secondInitializeToolDoesNothing()
 {
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
     QVERIFY(plugin()->initializeTool());
-    QPointer<QMdiSubWindow> pSubWindow = m_pHost->layoutSubWindow();
+    QPointer<QMdiSubWindow> pSubWindow = host()->layoutSubWindow();
     QVERIFY(pSubWindow);
     QVERIFY(pSubWindow->isHidden());
     QCOMPARE(pSubWindow->widget()->objectName(), kEntry);
 
     QVERIFY(plugin()->initializeTool());
-    QCOMPARE(m_pHost->layoutSubWindow(), pSubWindow.data());
+    QCOMPARE(host()->layoutSubWindow(), pSubWindow.data());
     QVERIFY(pSubWindow->isHidden());
     int nLayoutWindows = 0;
-    const QList<QMdiSubWindow*> all = m_pHost->area()->findChildren<QMdiSubWindow*>();
+    const QList<QMdiSubWindow*> all = host()->area()->findChildren<QMdiSubWindow*>();
     for (const QMdiSubWindow* pCandidate : all)
         nLayoutWindows += pCandidate->widget() && pCandidate->widget()->objectName() == kEntry ? 1 : 0;
     QCOMPARE(nLayoutWindows, 1);
@@ -260,12 +252,12 @@ void TestAppToolPlugin::notificationsBeforeFirstUseAreIgnored()
     pPlugin->onSignalSequenceAdded(&sequence);
     pPlugin->onSignalSequenceRemoved(&sequence);
     // The host's own news about its windows reach the plugin the same way.
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     QCoreApplication::processEvents();
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
     QVERIFY(!CVXUtilityFns::getAction(kEntry)->isChecked());
     pPlugin->onSignalCopyToClipboard(kEntry);
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
 }
 
 void TestAppToolPlugin::hostNewsReachTheLayoutWindow_data()
@@ -293,13 +285,13 @@ void TestAppToolPlugin::hostNewsReachTheLayoutWindow()
     QTRY_VERIFY(!pPaste->isEnabled());
 
     if (frames == 1)
-        m_pHost->window()->openImageFiles(paths);
+        host()->window()->openImageFiles(paths);
     else
-        m_pHost->window()->openSequenceFiles(paths);
-    QCOMPARE(m_pHost->imageSubWindows().size(), 1);
+        host()->window()->openSequenceFiles(paths);
+    QCOMPARE(host()->imageSubWindows().size(), 1);
     QTRY_VERIFY(pPaste->isEnabled());
 
-    m_pHost->imageSubWindows().first()->close();
+    host()->imageSubWindows().first()->close();
     QTRY_VERIFY(!pPaste->isEnabled());
 }
 
@@ -321,9 +313,9 @@ void TestAppToolPlugin::printPixmapIsTheLayout()
 
 void TestAppToolPlugin::deletingHostWithWindowOpenDeletesEverything()
 {
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     CVXUtilityFns::getAction(kEntry)->trigger();
-    QPointer<QMdiSubWindow> pSubWindow = m_pHost->layoutSubWindow();
+    QPointer<QMdiSubWindow> pSubWindow = host()->layoutSubWindow();
     QVERIFY(pSubWindow);
     QVERIFY(pSubWindow->isVisible());
     QPointer<QWidget> pLayoutWindow = pSubWindow->widget();
@@ -331,7 +323,7 @@ void TestAppToolPlugin::deletingHostWithWindowOpenDeletesEverything()
     QPointer<QObject> pPlugin = plugin();
     QVERIFY(pView);
 
-    m_pHost.reset();
+    endHost();
     QVERIFY(!pPlugin);
     QVERIFY(!pSubWindow);
     QVERIFY(!pLayoutWindow);
@@ -349,11 +341,11 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
     text.close();
     QVERIFY(QFile::copy(QStringLiteral(VXFOREIGN_PLUGIN), folder.filePath(QStringLiteral("libforeign.so"))));
     QVERIFY(QFile::copy(QStringLiteral(VXUNRESOLVABLE_PLUGIN), folder.filePath(QStringLiteral("libunresolvable.so"))));
-    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     const QList<QAction*> toolsBefore = pTools->actions();
 
     CModalWatch boxes(QMessageBox::staticMetaObject);
-    m_pHost->window()->loadToolPlugins({folder.path()});
+    host()->window()->loadToolPlugins({folder.path()});
     QCOMPARE(boxes.seen().size(), 1);
     const QStringList lines = boxes.seen().first().m_strText.split(QLatin1Char('\n'));
     const auto lineAbout = [&lines](const QString& strFile) {
@@ -369,21 +361,21 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
     QCOMPARE(pTools->actions(), toolsBefore);
     // The real tool still works.
     CVXUtilityFns::getAction(kEntry)->trigger();
-    QVERIFY(m_pHost->layoutSubWindow()->isVisible());
+    QVERIFY(host()->layoutSubWindow()->isVisible());
 }
 
 void TestAppToolPlugin::loadingTheFolderAgainAddsNothing()
 {
-    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     const QList<QAction*> toolsBefore = pTools->actions();
     QPointer<QObject> pPlugin = plugin();
     CModalWatch boxes(QMessageBox::staticMetaObject);
-    m_pHost->window()->loadToolPlugins({QFileInfo(kPluginPath).absolutePath()});
+    host()->window()->loadToolPlugins({QFileInfo(kPluginPath).absolutePath()});
     QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(pTools->actions(), toolsBefore);
     QCOMPARE(plugin(), pPlugin.data());
     // Still owned once: deleting the host deletes it once.
-    m_pHost.reset();
+    endHost();
     QVERIFY(!pPlugin);
 }
 
@@ -396,9 +388,9 @@ void TestAppToolPlugin::hostSendsDatasetNews()
     QSignalSpy sequenceChanged(pWorkspace, &CVXSWorkspace::sequenceChanged);
     QSignalSpy sequenceRemoved(pWorkspace, &CVXSWorkspace::sequenceRemoved);
 
-    m_pHost->window()->openSamples();
-    CVXSChildWindow* pImage = m_pHost->imageWindow(0);
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(2));
+    host()->window()->openSamples();
+    CVXSChildWindow* pImage = host()->imageWindow(0);
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(2));
     QVERIFY(pImage && pSequence);
     QCOMPARE(pImage->dataset()->name(), QStringLiteral("Sample X-ray"));
     QCOMPARE(pImage->dataset()->image(), pImage->image());
@@ -413,26 +405,26 @@ void TestAppToolPlugin::hostSendsDatasetNews()
     QCOMPARE(sequenceChanged.first().first().value<CVXSSequenceDataset*>(), pSequence->sequenceDataset());
 
     datasetChanged.clear();
-    m_pHost->area()->setActiveSubWindow(m_pHost->imageSubWindows().at(0));
+    host()->area()->setActiveSubWindow(host()->imageSubWindows().at(0));
     QCOMPARE(datasetChanged.count(), 1);
     QCOMPARE(datasetChanged.first().first().value<CVXSDataset*>(), pImage->dataset());
 
     CVXSDataset* pClosedDataset = pImage->dataset();
-    QVERIFY(m_pHost->imageSubWindows().at(0)->close());
+    QVERIFY(host()->imageSubWindows().at(0)->close());
     QCOMPARE(datasetRemoved.count(), 1);
     QCOMPARE(datasetRemoved.first().first().value<CVXSDataset*>(), pClosedDataset);
     CVXSSequenceDataset* pClosedSequence = pSequence->sequenceDataset();
-    QVERIFY(m_pHost->imageSubWindows().last()->close());
+    QVERIFY(host()->imageSubWindows().last()->close());
     QCOMPARE(sequenceRemoved.count(), 1);
     QCOMPARE(sequenceRemoved.first().first().value<CVXSSequenceDataset*>(), pClosedSequence);
 }
 
 void TestAppToolPlugin::copyContentCopiesSequenceTab()
 {
-    m_pHost->window()->openSamples();
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(2));
+    host()->window()->openSamples();
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(2));
     QVERIFY(pSequence);
-    m_pHost->area()->setActiveSubWindow(m_pHost->imageSubWindows().at(2));
+    host()->area()->setActiveSubWindow(host()->imageSubWindows().at(2));
     QGuiApplication::clipboard()->setImage(marker());
     plugin()->onSignalCopyContentToClipBoard(QStringLiteral("3D View"));
     const QImage expected = pSequence->tabImage(QStringLiteral("3D View"));
