@@ -1,10 +1,10 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalWatch.h"
 #include "OutsideProgram.h"
 #include "TestPictures.h"
 #include "TestImageFiles.h"
-#include "HostTestCase.h"
 
 #include <VXHostCommandLine.h>
 #include <VXHostMainWindow.h>

@@ -1,7 +1,7 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalDialogAnswer.h"
-#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>

@@ -1,9 +1,9 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalDialogAnswer.h"
 #include "OutsideProgram.h"
 #include "TestPictures.h"
-#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>

@@ -1,9 +1,9 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 #include "ModalWatch.h"
 #include "TestImageFiles.h"
 
 #include "MessageBoxAnswer.h"
-#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>

@@ -1,10 +1,10 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 #include "ModalWatch.h"
 #include "TestImageFiles.h"
 #include "TestPictures.h"
 
 #include "MessageBoxAnswer.h"
-#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>

@@ -1,8 +1,8 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "FileDialogTyping.h"
 #include "ModalWatch.h"
-#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>

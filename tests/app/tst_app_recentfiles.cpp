@@ -1,10 +1,10 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "FileDialogTyping.h"
 #include "ModalWatch.h"
 #include "ModalDialogAnswer.h"
 #include "TestPictures.h"
-#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>

@@ -1,5 +1,4 @@
 #include "HostFixture.h"
-
 #include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
