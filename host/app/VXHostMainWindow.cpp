@@ -7,6 +7,7 @@
 #include "VXRecentFilesMenu.h"
 #include "VXSampleData.h"
 #include "VXToolPluginLoader.h"
+#include "VXToolWindowPlacement.h"
 
 #include <VXImageFileReader.h>
 #include <VXImageWindowing.h>
@@ -80,6 +81,7 @@ CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
     connect(m_pDocumentMenus, &CVXDocumentMenus::documentFileUsed, m_pRecentFiles, &CVXRecentFilesMenu::addFile);
     connect(m_pRecentFiles, &CVXRecentFilesMenu::fileChosen, this, [this](const QString& strPath) { openFiles({strPath}); });
     new CVXFileDrops(this, m_pFileOpener);
+    new CVXToolWindowPlacement(*CVXPreference::getSettings(), m_pArea, this);
     createFileMenu();
     createEditMenu();
     createToolsMenu();

@@ -1,22 +1,43 @@
 #include "HostFixture.h"
-
 #include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
+#include <VXPreference.h>
 #include <VXSMdiSubWindow.h>
+#include <VXSSettings.h>
+#include <VXToolWindowPlacement.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
 #include <QtTest>
 
 namespace {
 const QString kEntry = QStringLiteral("Image Layout Window");
 // The window comes from the plugin module, whose classes the test does not link.
 const char* const kLayoutWindowClass = "CVXSLayoutWindow";
+
+QString describe(const QRect& rect)
+{
+    return QStringLiteral("%1,%2 %3x%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
+}
+
+// Presses the left button at the point of the window, moves by the distance in steps and
+// releases, as a user drags.
+void dragWithin(QWidget* pWindow, QPoint from, QPoint distance)
+{
+    constexpr int nSteps = 5;
+    QTest::mousePress(pWindow, Qt::LeftButton, Qt::NoModifier, from);
+    for (int i = 1; i <= nSteps; ++i)
+        QTest::mouseMove(pWindow, from + distance * i / nSteps);
+    QTest::mouseRelease(pWindow, Qt::LeftButton, Qt::NoModifier, from + distance);
+}
 } // namespace
 
 class TestAppLayoutTool : public CHostTestCase
@@ -24,6 +45,7 @@ class TestAppLayoutTool : public CHostTestCase
     Q_OBJECT
 private slots:
     void initTestCase();
+    void init();
 
     void entryIsCheckableAndUnchecked();
     void windowIsBuiltOnFirstUse();
@@ -34,6 +56,10 @@ private slots:
     void closingSubWindowHidesAndUnchecks();
     void hidingSubWindowUnchecks();
     void entryRestoresMinimizedWindow();
+    void wholeToolbarShowsAtFirstStart();
+    void windowComesBackWhereTheUserLeftIt();
+    void storedPlaceIsKeptInsideTheWorkspace_data();
+    void storedPlaceIsKeptInsideTheWorkspace();
 
 private:
 
@@ -45,6 +71,13 @@ private:
 void TestAppLayoutTool::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
+}
+
+void TestAppLayoutTool::init()
+{
+    // Each test starts as on the first start: no place is stored for the window.
+    CVXPreference::getSettings()->setValue(CVXToolWindowPlacement::settingsKey(kEntry), QVariant());
+    QVERIFY(startHost());
 }
 
 QAction* TestAppLayoutTool::entry() const
@@ -130,11 +163,7 @@ void TestAppLayoutTool::subWindowFitsLayoutWindow()
     QVERIFY(pLayoutWindow->width() >= pLayoutWindow->minimumWidth());
     QVERIFY(pLayoutWindow->height() >= pLayoutWindow->minimumHeight());
     QVERIFY2(host()->area()->viewport()->rect().contains(pSubWindow->geometry()),
-             qPrintable(QStringLiteral("%1,%2 %3x%4")
-                            .arg(pSubWindow->x())
-                            .arg(pSubWindow->y())
-                            .arg(pSubWindow->width())
-                            .arg(pSubWindow->height())));
+             qPrintable(describe(pSubWindow->geometry())));
 }
 
 void TestAppLayoutTool::closingSubWindowHidesAndUnchecks_data()
@@ -192,6 +221,60 @@ void TestAppLayoutTool::entryRestoresMinimizedWindow()
     QVERIFY(pSubWindow->isVisible());
     QVERIFY(entry()->isChecked());
     QCOMPARE(host()->area()->activeSubWindow(), pSubWindow);
+}
+
+void TestAppLayoutTool::wholeToolbarShowsAtFirstStart()
+{
+    entry()->setChecked(true);
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
+    auto* pToolBar = pSubWindow->widget()->findChild<QToolBar*>();
+    auto* pExtension = pToolBar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+    auto* pStyles = pToolBar->findChild<QComboBox*>(QStringLiteral("m_pLayoutStyleCombo"));
+    QVERIFY(pExtension && pStyles);
+    // A tool bar hides what does not fit and offers it behind its extension button.
+    QTRY_VERIFY(pStyles->isVisible());
+    QVERIFY(pToolBar->rect().contains(pStyles->geometry()));
+    QVERIFY(!pExtension->isVisible());
+    QVERIFY(host()->area()->viewport()->rect().contains(pSubWindow->geometry()));
+}
+
+void TestAppLayoutTool::windowComesBackWhereTheUserLeftIt()
+{
+    entry()->setChecked(true);
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
+    const QRect first = pSubWindow->geometry();
+    // The user drags the window by its title bar, then its bottom-right corner.
+    dragWithin(host()->window(), pSubWindow->mapTo(host()->window(), QPoint(pSubWindow->width() / 2, 8)), QPoint(-40, 70));
+    const QPoint corner(pSubWindow->width() - 2, pSubWindow->height() - 2);
+    dragWithin(host()->window(), pSubWindow->mapTo(host()->window(), corner), QPoint(90, 60));
+    const QRect left = pSubWindow->geometry();
+    QCOMPARE(left, QRect(first.topLeft() + QPoint(-40, 70), first.size() + QSize(90, 60)));
+
+    // The program quits and starts again.
+    QVERIFY(startHost());
+    entry()->setChecked(true);
+    QCOMPARE(host()->layoutSubWindow()->geometry(), left);
+}
+
+void TestAppLayoutTool::storedPlaceIsKeptInsideTheWorkspace_data()
+{
+    QTest::addColumn<QRect>("stored");
+    QTest::newRow("beyond the right and bottom edges") << QRect(2500, 1800, 800, 600);
+    QTest::newRow("above and left of the workspace") << QRect(-900, -700, 800, 600);
+    QTest::newRow("larger than the workspace") << QRect(0, 0, 4000, 3000);
+}
+
+// A place stored while the workspace was larger, or on another screen.
+void TestAppLayoutTool::storedPlaceIsKeptInsideTheWorkspace()
+{
+    QFETCH(QRect, stored);
+    CVXPreference::getSettings()->setValue(CVXToolWindowPlacement::settingsKey(kEntry), stored);
+    entry()->setChecked(true);
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
+    const QRect room = host()->area()->viewport()->rect();
+    QVERIFY2(room.contains(pSubWindow->geometry()), qPrintable(describe(pSubWindow->geometry())));
+    // As much of the stored size as fits.
+    QCOMPARE(pSubWindow->size(), stored.size().boundedTo(room.size()));
 }
 
 QTEST_MAIN(TestAppLayoutTool)

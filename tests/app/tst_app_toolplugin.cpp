@@ -1,15 +1,17 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 #include "ModalWatch.h"
 
-#include "HostTestCase.h"
-
 #include <VXHostMainWindow.h>
+#include <VXPreference.h>
 #include <VXSChildWindow.h>
 #include <VXSDataset.h>
 #include <VXSSequenceDataset.h>
 #include <VXSSequenceWindow.h>
+#include <VXSSettings.h>
 #include <VXSWorkspace.h>
 #include <VXToolPluginBase.h>
+#include <VXToolWindowPlacement.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
@@ -67,6 +69,7 @@ private slots:
     void toolDescribesItself();
     void getToolActionTwiceGivesTheSameAction();
     void secondInitializeToolDoesNothing();
+    void toolSizesItsWindowBeforeTheHostPlacesIt();
     void copyToClipboardByWindowName_data();
     void copyToClipboardByWindowName();
     void notificationsBeforeFirstUseAreIgnored();
@@ -200,6 +203,30 @@ void TestAppToolPlugin::secondInitializeToolDoesNothing()
     for (const QMdiSubWindow* pCandidate : all)
         nLayoutWindows += pCandidate->widget() && pCandidate->widget()->objectName() == kEntry ? 1 : 0;
     QCOMPARE(nLayoutWindows, 1);
+}
+
+// The tool sizes the sub-window from its window's frame, the frame and title bar added; the
+// host, placing it when it is first shown, gives the window at least what it asks for.
+void TestAppToolPlugin::toolSizesItsWindowBeforeTheHostPlacesIt()
+{
+    // As on the first start: no place is stored for the window.
+    CVXPreference::getSettings()->setValue(CVXToolWindowPlacement::settingsKey(kEntry), QVariant());
+    QSize frame;
+    const QMetaObject::Connection added = connect(
+        CVXSWorkspace::instance(), &CVXSWorkspace::toolWindowAdded, this,
+        [&frame](QMdiSubWindow* pSubWindow) { frame = pSubWindow->widget()->frameGeometry().size(); });
+    QMdiSubWindow* pSubWindow = initializedLayoutSubWindow();
+    disconnect(added);
+    QVERIFY(pSubWindow && frame.isValid());
+    QVERIFY(!pSubWindow->isVisible());
+    QCOMPARE(pSubWindow->size(), frame + QSize(15, 35));
+
+    CVXUtilityFns::getAction(kEntry)->setChecked(true);
+    QVERIFY(pSubWindow->isVisible());
+    QVERIFY(pSubWindow->width() >= frame.width() + 15);
+    QVERIFY(pSubWindow->height() >= frame.height() + 35);
+    const QWidget* pLayoutWindow = pSubWindow->widget();
+    QCOMPARE(pLayoutWindow->size(), pLayoutWindow->size().expandedTo(pLayoutWindow->sizeHint()));
 }
 
 void TestAppToolPlugin::copyToClipboardByWindowName_data()
