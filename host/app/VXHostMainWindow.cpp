@@ -8,6 +8,7 @@
 #include "VXSampleData.h"
 #include "VXToolPanels.h"
 #include "VXToolPluginLoader.h"
+#include "VXToolWindowPlacement.h"
 
 #include <VXImageFileReader.h>
 #include <VXImageWindowing.h>
@@ -81,6 +82,7 @@ CVXHostMainWindow::CVXHostMainWindow(QWidget* pParent)
     connect(m_pDocumentMenus, &CVXDocumentMenus::documentFileUsed, m_pRecentFiles, &CVXRecentFilesMenu::addFile);
     connect(m_pRecentFiles, &CVXRecentFilesMenu::fileChosen, this, [this](const QString& strPath) { openFiles({strPath}); });
     new CVXFileDrops(this, m_pFileOpener);
+    new CVXToolWindowPlacement(*CVXPreference::getSettings(), m_pArea, this);
     QMenu* pFileMenu = createFileMenu();
     createEditMenu();
     createToolsMenu();

@@ -1,10 +1,10 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalWatch.h"
 #include "OutsideProgram.h"
 #include "TestPictures.h"
 #include "TestImageFiles.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostCommandLine.h>
 #include <VXHostMainWindow.h>
@@ -61,12 +61,11 @@ QList<QUrl> fileUrls(const QStringList& paths)
 // main runs, and the real program) and dropped on the main window. Layout files open in
 // the Image Layout window, images as windows; what cannot be opened is reported in a
 // message and the host keeps running.
-class TestAppFileOpening : public CWidgetTestCase
+class TestAppFileOpening : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void commandLineOpensLayoutAndImage();
     void badLayoutOnCommandLine_data();
@@ -79,14 +78,12 @@ private slots:
     void dragWithoutFilesIsRefused();
 
 private:
-    void endTest() override;
 
     QString path(const QString& strName) const;
     // Runs the start-up main runs with these arguments after the program's name.
     void startWith(const QStringList& arguments);
 
     QTemporaryDir m_dir;
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 QString TestAppFileOpening::path(const QString& strName) const
@@ -121,22 +118,11 @@ void TestAppFileOpening::initTestCase()
     QVERIFY2(newer.succeeded(), qPrintable(newer.report()));
 }
 
-void TestAppFileOpening::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppFileOpening::endTest()
-{
-    m_pHost.reset();
-}
-
 void TestAppFileOpening::startWith(const QStringList& arguments)
 {
     CVXHostCommandLine commandLine;
     QVERIFY(commandLine.parse(QStringList {"vxhost", "--no-samples"} + arguments));
-    CVXHostStartup::run(*m_pHost->window(), commandLine);
+    CVXHostStartup::run(*host()->window(), commandLine);
 }
 
 void TestAppFileOpening::commandLineOpensLayoutAndImage()
@@ -144,10 +130,10 @@ void TestAppFileOpening::commandLineOpensLayoutAndImage()
     CModalWatch messages(QMessageBox::staticMetaObject);
     startWith({path("figure.vxlayout"), path("image.png")});
     QCOMPARE(messages.seenTexts(), QStringList());
-    QVERIFY(m_pHost->layoutSubWindow() && m_pHost->layoutSubWindow()->isVisible());
-    QCOMPARE(m_pHost->layoutItemCount(), kItemsInLayout);
-    QVERIFY2(layoutWindowTitle(*m_pHost).contains("figure.vxlayout"), qPrintable(layoutWindowTitle(*m_pHost)));
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"image.png"});
+    QVERIFY(host()->layoutSubWindow() && host()->layoutSubWindow()->isVisible());
+    QCOMPARE(host()->layoutItemCount(), kItemsInLayout);
+    QVERIFY2(layoutWindowTitle(*host()).contains("figure.vxlayout"), qPrintable(layoutWindowTitle(*host())));
+    QCOMPARE(host()->imageWindowTitles(), QStringList {"image.png"});
 }
 
 void TestAppFileOpening::badLayoutOnCommandLine_data()
@@ -172,9 +158,9 @@ void TestAppFileOpening::badLayoutOnCommandLine()
     const QString strText = messages.seenTexts().first();
     QVERIFY2(strText.startsWith("The layout could not be opened.\n"), qPrintable(strText));
     QVERIFY2(strText.contains(reason), qPrintable(strText));
-    QCOMPARE(m_pHost->layoutItemCount(), 0);
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"image.png"});
-    QVERIFY(m_pHost->window()->isVisible());
+    QCOMPARE(host()->layoutItemCount(), 0);
+    QCOMPARE(host()->imageWindowTitles(), QStringList {"image.png"});
+    QVERIFY(host()->window()->isVisible());
 }
 
 void TestAppFileOpening::programOpensLayout_data()
@@ -218,10 +204,10 @@ void TestAppFileOpening::programOpensLayout()
 void TestAppFileOpening::droppedFilesOpen()
 {
     CModalWatch messages(QMessageBox::staticMetaObject);
-    QVERIFY(dropUrls(m_pHost->window(), fileUrls({path("image.png"), path("figure.vxlayout")})));
-    QTRY_COMPARE(m_pHost->layoutItemCount(), kItemsInLayout);
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"image.png"});
-    QVERIFY(m_pHost->layoutSubWindow()->isVisible());
+    QVERIFY(dropUrls(host()->window(), fileUrls({path("image.png"), path("figure.vxlayout")})));
+    QTRY_COMPARE(host()->layoutItemCount(), kItemsInLayout);
+    QCOMPARE(host()->imageWindowTitles(), QStringList {"image.png"});
+    QVERIFY(host()->layoutSubWindow()->isVisible());
     QCOMPARE(messages.seenTexts(), QStringList());
 }
 
@@ -257,13 +243,13 @@ void TestAppFileOpening::droppedBadFiles()
     QFETCH(QStringList, expected);
     QFETCH(QStringList, windows);
     CModalWatch messages(QMessageBox::staticMetaObject);
-    QVERIFY(dropUrls(m_pHost->window(), urls));
+    QVERIFY(dropUrls(host()->window(), urls));
     QTRY_COMPARE(messages.seenTexts().size(), expected.size());
     for (int i = 0; i < expected.size(); ++i)
         QVERIFY2(messages.seenTexts().at(i).startsWith(expected.at(i)), qPrintable(messages.seenTexts().at(i)));
-    QCOMPARE(m_pHost->imageWindowTitles(), windows);
-    QVERIFY(m_pHost->layoutItemCount() <= 0);
-    QVERIFY(m_pHost->window()->isVisible());
+    QCOMPARE(host()->imageWindowTitles(), windows);
+    QVERIFY(host()->layoutItemCount() <= 0);
+    QVERIFY(host()->window()->isVisible());
 }
 
 void TestAppFileOpening::dragWithoutFilesIsRefused()
@@ -272,7 +258,7 @@ void TestAppFileOpening::dragWithoutFilesIsRefused()
     data.setText(QStringLiteral("some words"));
     QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     enter.ignore();
-    QApplication::sendEvent(m_pHost->window(), &enter);
+    QApplication::sendEvent(host()->window(), &enter);
     QVERIFY(!enter.isAccepted());
 }
 

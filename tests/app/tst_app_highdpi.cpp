@@ -1,7 +1,7 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalDialogAnswer.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -36,12 +36,11 @@ int largestChannelDifference(const QImage& first, const QImage& second)
 // On a screen of twice the usual pixel density (QT_SCALE_FACTOR=2, see main below) the
 // host scales its windows and draws its icon from the rendering of twice the size, never
 // from a smaller one blown up.
-class TestAppHighDpi : public CWidgetTestCase
+class TestAppHighDpi : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void windowsAreScaled();
     void windowIconIsSharp_data();
@@ -49,9 +48,7 @@ private slots:
     void aboutBoxIconIsSharp();
 
 private:
-    void endTest() override;
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppHighDpi::initTestCase()
@@ -60,21 +57,10 @@ void TestAppHighDpi::initTestCase()
     CVXHostSetup::afterApplication();
 }
 
-void TestAppHighDpi::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppHighDpi::endTest()
-{
-    m_pHost.reset();
-}
-
 void TestAppHighDpi::windowsAreScaled()
 {
     QCOMPARE(qApp->devicePixelRatio(), 2.0);
-    QCOMPARE(m_pHost->window()->devicePixelRatioF(), 2.0);
+    QCOMPARE(host()->window()->devicePixelRatioF(), 2.0);
 }
 
 void TestAppHighDpi::windowIconIsSharp_data()
@@ -87,7 +73,7 @@ void TestAppHighDpi::windowIconIsSharp_data()
 void TestAppHighDpi::windowIconIsSharp()
 {
     QFETCH(int, side);
-    const QPixmap pixmap = m_pHost->window()->windowIcon().pixmap(side, side);
+    const QPixmap pixmap = host()->window()->windowIcon().pixmap(side, side);
     QCOMPARE(pixmap.devicePixelRatio(), 2.0);
     QCOMPARE(pixmap.size(), QSize(2 * side, 2 * side));
     // The rendering of twice the size, but for the rounding of premultiplied alpha; one of
@@ -105,7 +91,7 @@ void TestAppHighDpi::aboutBoxIconIsSharp()
         icon = pDialog->findChild<QLabel*>("iconLabel")->pixmap(Qt::ReturnByValue);
         pDialog->reject();
     });
-    m_pHost->action("actionAbout")->trigger();
+    host()->action("actionAbout")->trigger();
     QCOMPARE(icon.devicePixelRatio(), 2.0);
     QCOMPARE(icon.size(), QSize(128, 128));
 }

@@ -1,9 +1,9 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalDialogAnswer.h"
 #include "OutsideProgram.h"
 #include "TestPictures.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -48,12 +48,11 @@ QString installedVersion(const QString& strModule)
 
 // The host's menus as a desktop program's: the standard keys of the platform on their
 // entries, and Help with the About box.
-class TestAppHostMenus : public CWidgetTestCase
+class TestAppHostMenus : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void standardShortcuts_data();
     void standardShortcuts();
@@ -62,26 +61,13 @@ private slots:
     void aboutBoxNamesVersionAndLibraries();
 
 private:
-    void endTest() override;
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppHostMenus::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     CVXHostSetup::afterApplication();
-}
-
-void TestAppHostMenus::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppHostMenus::endTest()
-{
-    m_pHost.reset();
 }
 
 void TestAppHostMenus::standardShortcuts_data()
@@ -107,34 +93,34 @@ void TestAppHostMenus::standardShortcuts()
     QFETCH(QKeySequence::StandardKey, key);
     QFETCH(QList<QKeySequence>, otherwise);
     const QList<QKeySequence> keys = QKeySequence::keyBindings(key);
-    QCOMPARE(m_pHost->action(action)->shortcuts(), keys.isEmpty() ? otherwise : keys);
+    QCOMPARE(host()->action(action)->shortcuts(), keys.isEmpty() ? otherwise : keys);
 }
 
 void TestAppHostMenus::undoKeyInLayoutWindowUndoesOnce()
 {
     // The host's Undo shows the key that the layout window's own Undo answers to; one key
     // press must undo exactly one step, not none for two claims on the key.
-    m_pHost->action("Image Layout Window")->setChecked(true);
-    QWidget* pLayoutWindow = m_pHost->layoutSubWindow()->widget();
+    host()->action("Image Layout Window")->setChecked(true);
+    QWidget* pLayoutWindow = host()->layoutSubWindow()->widget();
     QGuiApplication::clipboard()->setImage(solidImage(QSize(60, 40), Qt::red));
     pLayoutWindow->findChild<QAction*>("m_pPasteAction")->trigger();
     QGuiApplication::clipboard()->setImage(solidImage(QSize(60, 40), Qt::blue));
     pLayoutWindow->findChild<QAction*>("m_pPasteAction")->trigger();
-    QCOMPARE(m_pHost->layoutItemCount(), 2);
-    QCOMPARE(m_pHost->action("actionUndo")->shortcut(), QKeySequence(QKeySequence::Undo));
-    QApplication::setActiveWindow(m_pHost->window());
+    QCOMPARE(host()->layoutItemCount(), 2);
+    QCOMPARE(host()->action("actionUndo")->shortcut(), QKeySequence(QKeySequence::Undo));
+    QApplication::setActiveWindow(host()->window());
     auto* pView = pLayoutWindow->findChild<QGraphicsView*>();
     pView->setFocus();
     QTest::keyClick(pView, Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(m_pHost->layoutItemCount(), 1);
+    QCOMPARE(host()->layoutItemCount(), 1);
     // The host's menu entry undoes the next step of the same history.
-    m_pHost->action("actionUndo")->trigger();
-    QCOMPARE(m_pHost->layoutItemCount(), 0);
+    host()->action("actionUndo")->trigger();
+    QCOMPARE(host()->layoutItemCount(), 0);
 }
 
 void TestAppHostMenus::helpMenuFollowsWindowMenu()
 {
-    const QList<QAction*> menus = m_pHost->window()->menuBar()->actions();
+    const QList<QAction*> menus = host()->window()->menuBar()->actions();
     QStringList names;
     for (const QAction* pAction : menus)
         names << pAction->menu()->objectName();
@@ -142,8 +128,8 @@ void TestAppHostMenus::helpMenuFollowsWindowMenu()
     const QMenu* pHelp = menus.last()->menu();
     QCOMPARE(pHelp->title(), QStringLiteral("&Help"));
     QCOMPARE(pHelp->actions().size(), 2);
-    QCOMPARE(m_pHost->action("actionAbout")->text(), QStringLiteral("&About %1").arg(QGuiApplication::applicationDisplayName()));
-    QCOMPARE(m_pHost->action("actionAboutQt")->text(), QStringLiteral("About &Qt"));
+    QCOMPARE(host()->action("actionAbout")->text(), QStringLiteral("&About %1").arg(QGuiApplication::applicationDisplayName()));
+    QCOMPARE(host()->action("actionAboutQt")->text(), QStringLiteral("About &Qt"));
 }
 
 void TestAppHostMenus::aboutBoxNamesVersionAndLibraries()
@@ -163,7 +149,7 @@ void TestAppHostMenus::aboutBoxNamesVersionAndLibraries()
             QTest::mouseClick(pDialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Close), Qt::LeftButton);
         },
         &bSeen);
-    m_pHost->action("actionAbout")->trigger();
+    host()->action("actionAbout")->trigger();
     QVERIFY(bSeen);
     QCOMPARE(strTitle, QStringLiteral("About %1").arg(QGuiApplication::applicationDisplayName()));
     QVERIFY2(strHeading.contains(QStringLiteral("Version " VX_VERSION_STRING)), qPrintable(strHeading));

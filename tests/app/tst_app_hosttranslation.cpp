@@ -1,11 +1,12 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "ModalDialogAnswer.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
 #include <VXSChildWindow.h>
+#include <VXSImageExporter.h>
 
 #include <QAction>
 #include <QComboBox>
@@ -16,6 +17,7 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -49,26 +51,25 @@ QStringList titleAndButtonsShownBy(QAction* pAction, const QMetaObject& kind)
 
 // Runs with a German system locale (see CMakeLists.txt): the host installs its German
 // catalogue and Qt's own, as main does, so its menus and Qt's standard dialogs speak German.
-class TestAppHostTranslation : public CWidgetTestCase
+class TestAppHostTranslation : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void menusSpeakGerman();
     void fileMenuSpeaksGerman();
     void standardDialogSpeaksGerman();
     void aboutBoxSpeaksGerman();
     void displayRangeBarSpeaksGerman();
+    void exportErrorsSpeakGerman_data();
+    void exportErrorsSpeakGerman();
     void screenshotOfMenus();
 
 private:
-    void endTest() override;
 
     QMenu* menu(const QString& strObjectName) const;
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppHostTranslation::initTestCase()
@@ -79,26 +80,15 @@ void TestAppHostTranslation::initTestCase()
     CVXHostSetup::afterApplication();
 }
 
-void TestAppHostTranslation::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppHostTranslation::endTest()
-{
-    m_pHost.reset();
-}
-
 QMenu* TestAppHostTranslation::menu(const QString& strObjectName) const
 {
-    return m_pHost->window()->menuBar()->findChild<QMenu*>(strObjectName);
+    return host()->window()->menuBar()->findChild<QMenu*>(strObjectName);
 }
 
 void TestAppHostTranslation::menusSpeakGerman()
 {
     QStringList titles;
-    const QList<QAction*> menus = m_pHost->window()->menuBar()->actions();
+    const QList<QAction*> menus = host()->window()->menuBar()->actions();
     for (const QAction* pAction : menus)
         titles << pAction->text();
     QCOMPARE(titles, QStringList({"&Datei", "&Bearbeiten", "&Ansicht", "&Werkzeuge", "&Fenster", "&Hilfe"}));
@@ -121,20 +111,20 @@ void TestAppHostTranslation::fileMenuSpeaksGerman()
 void TestAppHostTranslation::standardDialogSpeaksGerman()
 {
     // The dialog is Qt's own: its buttons come from Qt's German catalogue.
-    const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionOpenImages"), QFileDialog::staticMetaObject);
+    const QStringList texts = titleAndButtonsShownBy(host()->action("actionOpenImages"), QFileDialog::staticMetaObject);
     QCOMPARE(texts, QStringList({"Bilder öffnen", "&Öffnen", "Abbrechen"}));
 }
 
 void TestAppHostTranslation::aboutBoxSpeaksGerman()
 {
-    const QStringList texts = titleAndButtonsShownBy(m_pHost->action("actionAbout"), QDialog::staticMetaObject);
+    const QStringList texts = titleAndButtonsShownBy(host()->action("actionAbout"), QDialog::staticMetaObject);
     QCOMPARE(texts, QStringList({"Über " + QGuiApplication::applicationDisplayName(), "Schließen"}));
 }
 
 void TestAppHostTranslation::displayRangeBarSpeaksGerman()
 {
-    m_pHost->window()->openSamples();
-    CVXSChildWindow* pXray = m_pHost->imageWindow(0);
+    host()->window()->openSamples();
+    CVXSChildWindow* pXray = host()->imageWindow(0);
     pXray->setDisplayRangeBarVisible(true);
     QCOMPARE(pXray->findChild<QPushButton*>(QStringLiteral("displayRangeAuto"))->text(), QStringLiteral("Auto"));
     QCOMPARE(pXray->findChild<QPushButton*>(QStringLiteral("displayRangeApplyToAll"))->text(),
@@ -144,10 +134,50 @@ void TestAppHostTranslation::displayRangeBarSpeaksGerman()
     QCOMPARE(pTable->itemText(1), QStringLiteral("Heiß"));
     QCOMPARE(pXray->findChild<QLabel*>(QStringLiteral("displayRangeUnit"))->text(), QStringLiteral("(Rohwerte)"));
     // The luminescence sample is a colour picture.
-    CVXSChildWindow* pLuminescence = m_pHost->imageWindow(1);
+    CVXSChildWindow* pLuminescence = host()->imageWindow(1);
     pLuminescence->setDisplayRangeBarVisible(true);
     QCOMPARE(pLuminescence->findChild<QLabel*>(QStringLiteral("displayRangeMessage"))->text(),
              QStringLiteral("Ein Farbbild: Seine Farben werden unverändert gezeigt, ohne Anzeigebereich."));
+}
+
+void TestAppHostTranslation::exportErrorsSpeakGerman_data()
+{
+    QTest::addColumn<bool>("withImage");
+    QTest::addColumn<QString>("fileName"); // in a fresh temporary folder; empty for none
+    QTest::addColumn<QString>("expected"); // %1 is the path, %2 what the system says
+    QTest::newRow("no image") << false << "out.png"
+                              << "%1 konnte nicht geschrieben werden: es gibt kein Bild, das geschrieben werden könnte";
+    QTest::newRow("no file name") << true << ""
+                                  << "Das Bild konnte nicht geschrieben werden: es wurde kein Dateiname angegeben";
+    QTest::newRow("unknown suffix")
+        << true << "out.xyz"
+        << "%1 konnte nicht geschrieben werden: der Dateiname endet nicht auf die Endung eines Formats, das "
+           "dieses Programm schreibt";
+    QTest::newRow("missing folder") << true << "missing/out.png" << "%1 konnte nicht geschrieben werden: %2";
+}
+
+// The exporter's account of a failure, which follows the status text in the error message.
+void TestAppHostTranslation::exportErrorsSpeakGerman()
+{
+    QFETCH(bool, withImage);
+    QFETCH(QString, fileName);
+    QFETCH(QString, expected);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QImage image;
+    if (withImage) {
+        image = QImage(8, 6, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+    }
+    QString strPath = fileName.isEmpty() ? QString() : dir.filePath(fileName);
+    CVXSImageExporter exporter;
+    QVERIFY(exporter.saveImage(image, strPath) != eSTATUS_SUCCESS);
+    if (expected.contains(QLatin1String("%2")))
+        QCOMPARE(exporter.errorText(), expected.arg(strPath, qt_error_string(ENOENT)));
+    else if (expected.contains(QLatin1String("%1")))
+        QCOMPARE(exporter.errorText(), expected.arg(strPath));
+    else
+        QCOMPARE(exporter.errorText(), expected);
 }
 
 void TestAppHostTranslation::screenshotOfMenus()
@@ -156,7 +186,7 @@ void TestAppHostTranslation::screenshotOfMenus()
     const QString strOutput = qEnvironmentVariable("VX_HOST_MENU_SCREENSHOT");
     if (strOutput.isEmpty())
         QSKIP("VX_HOST_MENU_SCREENSHOT names no file to write");
-    CVXHostMainWindow* pWindow = m_pHost->window();
+    CVXHostMainWindow* pWindow = host()->window();
     pWindow->resize(900, 560);
     pWindow->openSamples();
     QMenu* pFile = menu("menuFile");

@@ -33,10 +33,25 @@ const QString kEntry = QStringLiteral("Image Layout Window");
 const QString kChildArgument = QStringLiteral("--make-unsaved-changes");
 const QByteArray kReady = "recovery copy written";
 
-QString recoveryCopy()
+QString recoveryFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
-        + QStringLiteral("/recovery/layout.vxlayout");
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/recovery");
+}
+
+// The recovery copy of the program with this process id, this one's by default.
+QString recoveryCopy(qint64 nProcessId = QCoreApplication::applicationPid())
+{
+    return recoveryFolder() + QStringLiteral("/layout-%1.vxlayout").arg(nProcessId);
+}
+
+// The recovery copies there are, of every program.
+QStringList recoveryCopies()
+{
+    QStringList paths;
+    const QFileInfoList copies = QDir(recoveryFolder()).entryInfoList({QStringLiteral("*.vxlayout")}, QDir::Files, QDir::Name);
+    for (const QFileInfo& copy : copies)
+        paths << copy.absoluteFilePath();
+    return paths;
 }
 
 QWidget* openLayoutWindow(CHostFixture& host)
@@ -122,6 +137,44 @@ int makeUnsavedChanges(const QString& strDescription)
     return QApplication::exec();
 }
 
+// Starts this program again as a host with unsaved changes that describes its layout into the
+// file; true once that host's recovery copy is on disk.
+bool startHostWithUnsavedChanges(QProcess& child, const QString& strDescription)
+{
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(), {kChildArgument, strDescription});
+    if (!child.waitForStarted())
+        return false;
+    QByteArray output;
+    const bool bEither = QTest::qWaitFor([&child, &output] {
+        return (output += child.readAllStandardOutput()).contains(kReady) || child.state() != QProcess::Running;
+    }, 60000);
+    return bEither && output.contains(kReady) && child.state() == QProcess::Running;
+}
+
+// Kills the host as a crash would; the layout it described, one line per item.
+QStringList killHost(QProcess& child, const QString& strDescription)
+{
+    ::kill(pid_t(child.processId()), SIGKILL);
+    if (!child.waitForFinished() || child.exitStatus() != QProcess::CrashExit)
+        return {};
+    QFile description(strDescription);
+    if (!description.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(description.readAll()).split(QLatin1Char('\n'));
+}
+
+// Lets the host offer the copies of hosts that ended abnormally, answering the question
+// with the button; whether it was asked.
+bool offerRecovery(CHostFixture& host, QMessageBox::StandardButton answer)
+{
+    CSeenMessageBox seen;
+    answerNextMessageBox(&seen, clickStandardButton(answer));
+    host.window()->offerRecovery();
+    cancelPendingDialogAnswers();
+    return seen.m_bShown;
+}
+
 } // namespace
 
 // The layout as a document in the host: Undo and Redo in the Edit menu, Save and Open in
@@ -141,6 +194,7 @@ private slots:
     void nextStartAfterKillOffersAndRestores_data();
     void nextStartAfterKillOffersAndRestores();
     void copyOfThisSessionIsNotOffered();
+    void hostsRunningTogetherKeepTheirOwnCopies();
 
 private:
     QTemporaryDir m_dir;
@@ -153,7 +207,7 @@ void TestAppLayoutDocuments::initTestCase()
 
 void TestAppLayoutDocuments::init()
 {
-    QFile::remove(recoveryCopy());
+    QVERIFY(QDir(recoveryFolder()).removeRecursively());
 }
 
 void TestAppLayoutDocuments::editMenuFollowsTheActiveWindow()
@@ -255,22 +309,11 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
     QFETCH(bool, restore);
     const QString strDescription = m_dir.filePath(QStringLiteral("before the kill"));
     QProcess child;
-    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QCoreApplication::applicationFilePath(), {kChildArgument, strDescription});
-    QVERIFY(child.waitForStarted());
-    QByteArray output;
-    QTRY_VERIFY_WITH_TIMEOUT((output += child.readAllStandardOutput()).contains(kReady)
-                                 || child.state() != QProcess::Running,
-                             60000);
-    QCOMPARE(child.state(), QProcess::Running);
-    ::kill(pid_t(child.processId()), SIGKILL);
-    QVERIFY(child.waitForFinished());
-    QCOMPARE(child.exitStatus(), QProcess::CrashExit);
-    QVERIFY(QFileInfo::exists(recoveryCopy()));
-    QFile description(strDescription);
-    QVERIFY(description.open(QIODevice::ReadOnly));
-    const QStringList before = QString::fromUtf8(description.readAll()).split(QLatin1Char('\n'));
+    QVERIFY(startHostWithUnsavedChanges(child, strDescription));
+    const QString strChildCopy = recoveryCopy(child.processId());
+    const QStringList before = killHost(child, strDescription);
     QCOMPARE(before.size(), 6);
+    QCOMPARE(recoveryCopies(), QStringList{strChildCopy});
 
     // As the host starts: the layout window is shown, then the tools offer their copies.
     CHostFixture host;
@@ -282,7 +325,7 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
     QVERIFY2(seen.m_strText.startsWith(QStringLiteral("The Image Layout window was not closed normally.")),
              qPrintable(seen.m_strText));
     if (!restore) {
-        QVERIFY(!QFileInfo::exists(recoveryCopy()));
+        QCOMPARE(recoveryCopies(), QStringList());
         QCOMPARE(describeItems(host.layoutSubWindow()->widget()).size(), 0);
         return;
     }
@@ -290,9 +333,10 @@ void TestAppLayoutDocuments::nextStartAfterKillOffersAndRestores()
     QVERIFY(pSubWindow && pSubWindow->isVisible());
     QCOMPARE(describeItems(pSubWindow->widget()), before);
     QCOMPARE(pSubWindow->widget()->windowTitle(), QStringLiteral("Image Layout Window*"));
-    // Still unsaved: the copy is written again and stays until the layout is saved or
-    // thrown away.
+    // Still unsaved: the layout lives on in this host's own copy, which stays until the
+    // layout is saved or thrown away; the killed host's copy has done its job.
     QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(recoveryCopy()), 30000);
+    QCOMPARE(recoveryCopies(), QStringList{recoveryCopy()});
 }
 
 void TestAppLayoutDocuments::copyOfThisSessionIsNotOffered()
@@ -300,11 +344,41 @@ void TestAppLayoutDocuments::copyOfThisSessionIsNotOffered()
     CHostFixture host;
     makeTenChanges(openLayoutWindow(host));
     QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(recoveryCopy()), 30000);
-    CSeenMessageBox seen;
-    answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Yes));
-    host.window()->offerRecovery();
-    QVERIFY(!seen.m_bShown);
-    cancelPendingDialogAnswers();
+    QVERIFY(!offerRecovery(host, QMessageBox::Yes));
+}
+
+// Two hosts at once: each keeps its own copy; the copy of the one still running is neither
+// offered nor removed by the other, and offered once that one has been killed.
+void TestAppLayoutDocuments::hostsRunningTogetherKeepTheirOwnCopies()
+{
+    const QString strDescription = m_dir.filePath(QStringLiteral("other host"));
+    QProcess other;
+    QVERIFY(startHostWithUnsavedChanges(other, strDescription));
+    const QString strOtherCopy = recoveryCopy(other.processId());
+    QCOMPARE(recoveryCopies(), QStringList{strOtherCopy});
+    {
+        CHostFixture host;
+        QWidget* pLayoutWindow = openLayoutWindow(host);
+        QVERIFY(pLayoutWindow);
+        QVERIFY(!offerRecovery(host, QMessageBox::Yes));
+        QCOMPARE(recoveryCopies(), QStringList{strOtherCopy});
+        makeTenChanges(pLayoutWindow);
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(recoveryCopy()), 30000);
+        QCOMPARE(recoveryCopies().size(), 2);
+        // This host quits, throwing its changes away: its own copy goes, the other's stays.
+        CSeenMessageBox asked;
+        answerNextMessageBox(&asked, clickButtonWithText(QStringLiteral("Discard")));
+        QVERIFY(host.window()->close());
+        QVERIFY(asked.m_bShown);
+    }
+    QCOMPARE(recoveryCopies(), QStringList{strOtherCopy});
+
+    const QStringList before = killHost(other, strDescription);
+    QCOMPARE(before.size(), 6);
+    CHostFixture host;
+    QVERIFY(openLayoutWindow(host));
+    QVERIFY(offerRecovery(host, QMessageBox::Yes));
+    QCOMPARE(describeItems(host.layoutSubWindow()->widget()), before);
 }
 
 int main(int argc, char* argv[])

@@ -1,6 +1,5 @@
 #include "HostFixture.h"
-
-#include "WidgetTestCase.h"
+#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -33,12 +32,11 @@ QStringList actionNames(const QMenu* pMenu)
 
 } // namespace
 
-class TestAppMainWindow : public CWidgetTestCase
+class TestAppMainWindow : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void hasWorkspaceRegistered();
     void menusHoldTheirActions_data();
@@ -61,7 +59,6 @@ private:
 
     void openSamples();
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppMainWindow::initTestCase()
@@ -69,28 +66,22 @@ void TestAppMainWindow::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
 }
 
-void TestAppMainWindow::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
 void TestAppMainWindow::endTest()
 {
-    m_pHost.reset();
+    endHost();
     QCOMPARE(CVXSWorkspace::instance()->mdiArea(), nullptr);
 }
 
 void TestAppMainWindow::openSamples()
 {
-    m_pHost->action(QStringLiteral("actionOpenSamples"))->trigger();
+    host()->action(QStringLiteral("actionOpenSamples"))->trigger();
 }
 
 void TestAppMainWindow::hasWorkspaceRegistered()
 {
-    QVERIFY(m_pHost->area());
-    QCOMPARE(m_pHost->window()->centralWidget(), m_pHost->area());
-    QCOMPARE(CVXSWorkspace::instance()->mdiArea(), m_pHost->area());
+    QVERIFY(host()->area());
+    QCOMPARE(host()->window()->centralWidget(), host()->area());
+    QCOMPARE(CVXSWorkspace::instance()->mdiArea(), host()->area());
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), nullptr);
 }
 
@@ -114,7 +105,7 @@ void TestAppMainWindow::menusHoldTheirActions()
 {
     QFETCH(QString, menu);
     QFETCH(QStringList, actions);
-    QMenu* pMenu = menuNamed(m_pHost->window(), menu);
+    QMenu* pMenu = menuNamed(host()->window(), menu);
     QVERIFY(pMenu);
     QCOMPARE(actionNames(pMenu), actions);
 }
@@ -140,7 +131,7 @@ void TestAppMainWindow::actionTexts()
 {
     QFETCH(QString, objectName);
     QFETCH(QString, text);
-    QAction* pAction = m_pHost->action(objectName);
+    QAction* pAction = host()->action(objectName);
     QVERIFY(pAction);
     QCOMPARE(pAction->text(), text);
     // Plugins find the host's actions by name.
@@ -150,15 +141,15 @@ void TestAppMainWindow::actionTexts()
 void TestAppMainWindow::openSamplesOpensThreeWindows()
 {
     openSamples();
-    QCOMPARE(m_pHost->imageWindowTitles(),
+    QCOMPARE(host()->imageWindowTitles(),
              QStringList({"Sample X-ray", "Sample Luminescence", "Sample Fluorescence Sequence"}));
-    QVERIFY(!m_pHost->imageWindow(0)->isSequenceWindow());
-    QVERIFY(!m_pHost->imageWindow(1)->isSequenceWindow());
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(2));
+    QVERIFY(!host()->imageWindow(0)->isSequenceWindow());
+    QVERIFY(!host()->imageWindow(1)->isSequenceWindow());
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(2));
     QVERIFY(pSequence);
     QVERIFY(pSequence->frameCount() >= 12);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pSequence);
-    for (QMdiSubWindow* pSubWindow : m_pHost->imageSubWindows())
+    for (QMdiSubWindow* pSubWindow : host()->imageSubWindows())
         QVERIFY(pSubWindow->isVisible());
 }
 
@@ -166,7 +157,7 @@ void TestAppMainWindow::samplesShowTheirContent()
 {
     openSamples();
     // The X-ray's 16-bit counts are shown stretched over the whole grey scale.
-    const QImage xray = m_pHost->imageWindow(0)->image();
+    const QImage xray = host()->imageWindow(0)->image();
     QCOMPARE(xray.format(), QImage::Format_Grayscale8);
     QCOMPARE(xray.size(), QSize(512, 768));
     int nDarkest = 255;
@@ -178,7 +169,7 @@ void TestAppMainWindow::samplesShowTheirContent()
     }
     QCOMPARE(nDarkest, 0);
     QCOMPARE(nBrightest, 255);
-    const QImage luminescence = m_pHost->imageWindow(1)->image();
+    const QImage luminescence = host()->imageWindow(1)->image();
     QCOMPARE(luminescence.size(), QSize(480, 640));
     QVERIFY(!luminescence.isGrayscale());
 }
@@ -186,16 +177,16 @@ void TestAppMainWindow::samplesShowTheirContent()
 void TestAppMainWindow::activeChildFollowsActivation()
 {
     openSamples();
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
-    m_pHost->area()->setActiveSubWindow(windows[0]);
-    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(0));
-    m_pHost->area()->setActiveSubWindow(windows[1]);
-    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(1));
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
+    host()->area()->setActiveSubWindow(windows[0]);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), host()->imageWindow(0));
+    host()->area()->setActiveSubWindow(windows[1]);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), host()->imageWindow(1));
     // Using a tool keeps the image the user worked in last.
-    m_pHost->action(QStringLiteral("Image Layout Window"))->setChecked(true);
-    QVERIFY(m_pHost->layoutSubWindow());
-    QCOMPARE(m_pHost->area()->activeSubWindow(), m_pHost->layoutSubWindow());
-    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(1));
+    host()->action(QStringLiteral("Image Layout Window"))->setChecked(true);
+    QVERIFY(host()->layoutSubWindow());
+    QCOMPARE(host()->area()->activeSubWindow(), host()->layoutSubWindow());
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), host()->imageWindow(1));
 }
 
 void TestAppMainWindow::announcedToolActionJoinsToolsMenu_data()
@@ -214,7 +205,7 @@ void TestAppMainWindow::announcedToolActionJoinsToolsMenu()
     for (int i = 0; i < announcements; ++i)
         CVXSWorkspace::instance()->announceToolAction(&action, false, true);
 
-    QMenu* pTools = menuNamed(m_pHost->window(), QStringLiteral("menuTools"));
+    QMenu* pTools = menuNamed(host()->window(), QStringLiteral("menuTools"));
     QCOMPARE(actionNames(pTools), QStringList({"Image Layout Window", "actionMeasureTool"}));
     QVERIFY(!action.isEnabled());
     QVERIFY(action.isChecked());
@@ -223,9 +214,9 @@ void TestAppMainWindow::announcedToolActionJoinsToolsMenu()
 void TestAppMainWindow::tileArrangesWithoutOverlap()
 {
     openSamples();
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
-    m_pHost->action(QStringLiteral("actionTile"))->trigger();
-    const QRect viewport = m_pHost->area()->viewport()->rect();
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
+    host()->action(QStringLiteral("actionTile"))->trigger();
+    const QRect viewport = host()->area()->viewport()->rect();
     int nCovered = 0;
     for (int i = 0; i < windows.size(); ++i) {
         QVERIFY2(viewport.contains(windows[i]->geometry()), qPrintable(windows[i]->windowTitle()));
@@ -240,9 +231,9 @@ void TestAppMainWindow::tileArrangesWithoutOverlap()
 void TestAppMainWindow::cascadeStaggersWindows()
 {
     openSamples();
-    m_pHost->action(QStringLiteral("actionTile"))->trigger();
-    m_pHost->action(QStringLiteral("actionCascade"))->trigger();
-    QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    host()->action(QStringLiteral("actionTile"))->trigger();
+    host()->action(QStringLiteral("actionCascade"))->trigger();
+    QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     QCOMPARE(windows.size(), 3);
     std::sort(windows.begin(), windows.end(), [](const QWidget* pA, const QWidget* pB) { return pA->x() < pB->x(); });
     for (int i = 1; i < windows.size(); ++i) {
@@ -254,28 +245,28 @@ void TestAppMainWindow::cascadeStaggersWindows()
 
 void TestAppMainWindow::quitClosesMainWindow()
 {
-    m_pHost->action(QStringLiteral("actionQuit"))->trigger();
-    QVERIFY(!m_pHost->window()->isVisible());
+    host()->action(QStringLiteral("actionQuit"))->trigger();
+    QVERIFY(!host()->window()->isVisible());
 }
 
 void TestAppMainWindow::closingImageWindowDeletesIt()
 {
     openSamples();
-    QPointer<QMdiSubWindow> pFirst = m_pHost->imageSubWindows().first();
+    QPointer<QMdiSubWindow> pFirst = host()->imageSubWindows().first();
     QVERIFY(pFirst->close());
     QTRY_VERIFY(pFirst.isNull());
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList({"Sample Luminescence", "Sample Fluorescence Sequence"}));
+    QCOMPARE(host()->imageWindowTitles(), QStringList({"Sample Luminescence", "Sample Fluorescence Sequence"}));
 }
 
 void TestAppMainWindow::deletingMainWindowTakesItsWindows()
 {
     openSamples();
-    m_pHost->action(QStringLiteral("Image Layout Window"))->setChecked(true);
-    QPointer<QMdiSubWindow> pLayout = m_pHost->layoutSubWindow();
+    host()->action(QStringLiteral("Image Layout Window"))->setChecked(true);
+    QPointer<QMdiSubWindow> pLayout = host()->layoutSubWindow();
     QPointer<QWidget> pLayoutWindow = pLayout->widget();
-    QPointer<QMdiSubWindow> pImage = m_pHost->imageSubWindows().first();
+    QPointer<QMdiSubWindow> pImage = host()->imageSubWindows().first();
     QVERIFY(pLayout && pLayoutWindow && pImage);
-    m_pHost.reset();
+    endHost();
     QVERIFY(pLayout.isNull());
     QVERIFY(pLayoutWindow.isNull());
     QVERIFY(pImage.isNull());

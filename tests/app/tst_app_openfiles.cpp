@@ -1,9 +1,9 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 #include "ModalWatch.h"
 #include "TestImageFiles.h"
 
 #include "MessageBoxAnswer.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -27,12 +27,11 @@ QImage redBlue()
 
 } // namespace
 
-class TestAppOpenFiles : public CWidgetTestCase
+class TestAppOpenFiles : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void opensImageFile_data();
     void opensImageFile();
@@ -43,14 +42,12 @@ private slots:
     void nothingChosenOpensNothing();
 
 private:
-    void endTest() override;
 
     QString path(const QString& strName) const;
     // Writes the unreadable files the rows refer to.
     void writeUnreadableFiles() const;
 
     QTemporaryDir m_dir;
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppOpenFiles::initTestCase()
@@ -58,17 +55,6 @@ void TestAppOpenFiles::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(m_dir.isValid());
     writeUnreadableFiles();
-}
-
-void TestAppOpenFiles::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppOpenFiles::endTest()
-{
-    m_pHost.reset();
 }
 
 QString TestAppOpenFiles::path(const QString& strName) const
@@ -117,11 +103,11 @@ void TestAppOpenFiles::opensImageFile()
     QVERIFY(written.save(path(fileName)));
     CModalWatch boxes(QMessageBox::staticMetaObject);
 
-    m_pHost->window()->openImageFiles({path(fileName)});
+    host()->window()->openImageFiles({path(fileName)});
 
     QCOMPARE(boxes.seen().size(), 0);
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {fileName});
-    CVXSChildWindow* pWindow = m_pHost->imageWindow(0);
+    QCOMPARE(host()->imageWindowTitles(), QStringList {fileName});
+    CVXSChildWindow* pWindow = host()->imageWindow(0);
     QVERIFY(!pWindow->isSequenceWindow());
     QVERIFY(pWindow->isVisible());
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pWindow);
@@ -145,11 +131,11 @@ void TestAppOpenFiles::opensEveryFileOfOneAction()
         QVERIFY(redBlue().save(path(strName)));
     CModalWatch boxes(QMessageBox::staticMetaObject);
 
-    m_pHost->window()->openImageFiles({path(names[0]), path(names[1]), path(names[2])});
+    host()->window()->openImageFiles({path(names[0]), path(names[1]), path(names[2])});
 
     QCOMPARE(boxes.seen().size(), 0);
-    QCOMPARE(m_pHost->imageWindowTitles(), names);
-    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), m_pHost->imageWindow(2));
+    QCOMPARE(host()->imageWindowTitles(), names);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), host()->imageWindow(2));
 }
 
 void TestAppOpenFiles::reportsUnreadableFilesInOneMessage_data()
@@ -177,13 +163,13 @@ void TestAppOpenFiles::reportsUnreadableFilesInOneMessage()
     CSeenMessageBox seen;
     CModalWatch boxes(QMessageBox::staticMetaObject, {messageBoxAnswer(&seen, clickStandardButton(QMessageBox::Ok))});
 
-    m_pHost->window()->openImageFiles(paths);
+    host()->window()->openImageFiles(paths);
 
     QVERIFY(seen.m_bShown);
     QVERIFY(seen.m_bClosedByAnswer);
     QCOMPARE(boxes.seen().size(), 1);
     QCOMPARE(seen.m_icon, QMessageBox::Warning);
-    QCOMPARE(seen.m_pParent, m_pHost->window());
+    QCOMPARE(seen.m_pParent, host()->window());
     const QStringList lines = seen.m_strText.split(QLatin1Char('\n'));
     for (int i = 0; i < paths.size(); ++i) {
         const QString strLine = QDir::toNativeSeparators(paths[i]) + QStringLiteral(": ");
@@ -192,7 +178,7 @@ void TestAppOpenFiles::reportsUnreadableFilesInOneMessage()
         QVERIFY2(it != lines.end(), qPrintable(seen.m_strText));
         QVERIFY2(it->contains(reasons[i]), qPrintable(*it));
     }
-    QVERIFY(m_pHost->imageSubWindows().isEmpty());
+    QVERIFY(host()->imageSubWindows().isEmpty());
 }
 
 void TestAppOpenFiles::opensReadableFilesBesideUnreadable()
@@ -201,21 +187,21 @@ void TestAppOpenFiles::opensReadableFilesBesideUnreadable()
     CSeenMessageBox seen;
     CModalWatch boxes(QMessageBox::staticMetaObject, {messageBoxAnswer(&seen, clickStandardButton(QMessageBox::Ok))});
 
-    m_pHost->window()->openImageFiles({path("corrupt.jpg"), path("good.png")});
+    host()->window()->openImageFiles({path("corrupt.jpg"), path("good.png")});
 
     QCOMPARE(boxes.seen().size(), 1);
     QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("corrupt.jpg"))));
     QVERIFY(!seen.m_strText.contains(QStringLiteral("good.png")));
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"good.png"});
+    QCOMPARE(host()->imageWindowTitles(), QStringList {"good.png"});
 }
 
 void TestAppOpenFiles::nothingChosenOpensNothing()
 {
     CModalWatch boxes(QMessageBox::staticMetaObject);
-    m_pHost->window()->openImageFiles({});
-    m_pHost->window()->openSequenceFiles({});
+    host()->window()->openImageFiles({});
+    host()->window()->openSequenceFiles({});
     QCOMPARE(boxes.seen().size(), 0);
-    QVERIFY(m_pHost->imageSubWindows().isEmpty());
+    QVERIFY(host()->imageSubWindows().isEmpty());
 }
 
 QTEST_MAIN(TestAppOpenFiles)

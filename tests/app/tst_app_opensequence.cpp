@@ -1,10 +1,10 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 #include "ModalWatch.h"
 #include "TestImageFiles.h"
 #include "TestPictures.h"
 
 #include "MessageBoxAnswer.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -21,12 +21,11 @@ const QPoint kLeft(10, 20);
 
 } // namespace
 
-class TestAppOpenSequence : public CWidgetTestCase
+class TestAppOpenSequence : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void multiPageTiffOpensAsSequence_data();
     void multiPageTiffOpensAsSequence();
@@ -34,29 +33,16 @@ private slots:
     void sequenceWithUnreadableFileIsNotOpened();
 
 private:
-    void endTest() override;
 
     QString path(const QString& strName) const;
 
     QTemporaryDir m_dir;
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppOpenSequence::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(m_dir.isValid());
-}
-
-void TestAppOpenSequence::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppOpenSequence::endTest()
-{
-    m_pHost.reset();
 }
 
 QString TestAppOpenSequence::path(const QString& strName) const
@@ -86,13 +72,13 @@ void TestAppOpenSequence::multiPageTiffOpensAsSequence()
     CModalWatch boxes(QMessageBox::staticMetaObject);
 
     if (asSequence)
-        m_pHost->window()->openSequenceFiles({path(strName)});
+        host()->window()->openSequenceFiles({path(strName)});
     else
-        m_pHost->window()->openImageFiles({path(strName)});
+        host()->window()->openImageFiles({path(strName)});
 
     QCOMPARE(boxes.seen().size(), 0);
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {strName});
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(0));
+    QCOMPARE(host()->imageWindowTitles(), QStringList {strName});
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(0));
     QVERIFY(pSequence);
     QCOMPARE(pSequence->frameCount(), pages);
     pSequence->setCurrentFrame(pages - 1);
@@ -108,12 +94,12 @@ void TestAppOpenSequence::opensImagesAsOneSequence()
     QVERIFY(greyImage(QSize(20, 50), 220, QImage::Format_Grayscale8).save(path(names[2])));
     CModalWatch boxes(QMessageBox::staticMetaObject);
 
-    m_pHost->window()->openSequenceFiles({path(names[0]), path(names[1]), path(names[2])});
+    host()->window()->openSequenceFiles({path(names[0]), path(names[1]), path(names[2])});
 
     QCOMPARE(boxes.seen().size(), 0);
-    QCOMPARE(m_pHost->imageSubWindows().size(), 1);
-    QVERIFY(m_pHost->imageWindowTitles().first().startsWith(QStringLiteral("t0.png")));
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(0));
+    QCOMPARE(host()->imageSubWindows().size(), 1);
+    QVERIFY(host()->imageWindowTitles().first().startsWith(QStringLiteral("t0.png")));
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(0));
     QVERIFY(pSequence);
     QCOMPARE(pSequence->frameCount(), 3);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), pSequence);
@@ -126,13 +112,13 @@ void TestAppOpenSequence::sequenceWithUnreadableFileIsNotOpened()
     CSeenMessageBox seen;
     CModalWatch boxes(QMessageBox::staticMetaObject, {messageBoxAnswer(&seen, clickStandardButton(QMessageBox::Ok))});
 
-    m_pHost->window()->openSequenceFiles({path("frame.png"), path("truncated.png"), path("missing.png")});
+    host()->window()->openSequenceFiles({path("frame.png"), path("truncated.png"), path("missing.png")});
 
     QCOMPARE(boxes.seen().size(), 1);
     QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("truncated.png"))));
     QVERIFY(seen.m_strText.contains(QDir::toNativeSeparators(path("missing.png"))));
     QVERIFY(seen.m_strText.contains(QStringLiteral("The sequence was not opened.")));
-    QVERIFY(m_pHost->imageSubWindows().isEmpty());
+    QVERIFY(host()->imageSubWindows().isEmpty());
 }
 
 QTEST_MAIN(TestAppOpenSequence)

@@ -1,8 +1,8 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "FileDialogTyping.h"
 #include "ModalWatch.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXSChildWindow.h>
@@ -116,7 +116,7 @@ QString pointText(QPoint point)
 // agree with what the scene holds; at the end undoing everything must give back the empty
 // page and redoing everything the last one. VX_RANDOM_SEED repeats a run, VX_RANDOM_ACTIONS
 // sets its length.
-class TestAppRandomActions : public CWidgetTestCase
+class TestAppRandomActions : public CHostTestCase
 {
     Q_OBJECT
 private slots:
@@ -216,7 +216,6 @@ private:
     QString checkEmptyPage();
 
     QTemporaryDir m_dir;
-    QScopedPointer<CHostFixture> m_pHost;
     CVXSLayoutView* m_pView = nullptr; // the plugin module's, owned by its window
     quint32 m_nSeed = 0;
     std::mt19937 m_random;
@@ -251,7 +250,7 @@ void TestAppRandomActions::initTestCase()
 void TestAppRandomActions::endTest()
 {
     m_pModals.reset();
-    m_pHost.reset();
+    endHost();
 }
 
 void TestAppRandomActions::cleanupTestCase()
@@ -312,7 +311,7 @@ QString TestAppRandomActions::failureReport(int nAction, const QString& strProbl
 
 QWidget* TestAppRandomActions::layoutWindow() const
 {
-    return m_pHost->layoutSubWindow()->widget();
+    return host()->layoutSubWindow()->widget();
 }
 
 CVXSLayoutWindow* TestAppRandomActions::layoutWindowClass() const
@@ -369,9 +368,9 @@ QList<QGraphicsItem*> TestAppRandomActions::layoutItems() const
 void TestAppRandomActions::bringLayoutWindowToFront()
 {
     // Mouse events go to whatever window lies under the pointer, as for a user.
-    QMdiSubWindow* pSubWindow = m_pHost->layoutSubWindow();
-    if (m_pHost->area()->activeSubWindow() != pSubWindow)
-        m_pHost->area()->setActiveSubWindow(pSubWindow);
+    QMdiSubWindow* pSubWindow = host()->layoutSubWindow();
+    if (host()->area()->activeSubWindow() != pSubWindow)
+        host()->area()->setActiveSubWindow(pSubWindow);
 }
 
 void TestAppRandomActions::press(QPoint point)
@@ -655,7 +654,7 @@ void TestAppRandomActions::editText()
 
 void TestAppRandomActions::activateHostWindow()
 {
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     if (windows.isEmpty()) {
         log(QStringLiteral("activate image window: none open"));
         return;
@@ -664,12 +663,12 @@ void TestAppRandomActions::activateHostWindow()
     log(QStringLiteral("activate \"%1\"").arg(pWindow->windowTitle()));
     if (pWindow->isMinimized() && chance(50))
         pWindow->showNormal();
-    m_pHost->area()->setActiveSubWindow(pWindow);
+    host()->area()->setActiveSubWindow(pWindow);
 }
 
 void TestAppRandomActions::minimizeHostWindow()
 {
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     if (windows.isEmpty()) {
         log(QStringLiteral("minimize image window: none open"));
         return;
@@ -681,7 +680,7 @@ void TestAppRandomActions::minimizeHostWindow()
 
 void TestAppRandomActions::closeHostWindow()
 {
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     if (windows.isEmpty()) {
         log(QStringLiteral("close image window: none open"));
         return;
@@ -694,7 +693,7 @@ void TestAppRandomActions::closeHostWindow()
 void TestAppRandomActions::chooseSequenceTab()
 {
     QList<QTabWidget*> tabs;
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     for (QMdiSubWindow* pWindow : windows) {
         if (qobject_cast<CVXSSequenceWindow*>(pWindow->widget()))
             tabs << pWindow->widget()->findChild<QTabWidget*>();
@@ -713,7 +712,7 @@ void TestAppRandomActions::chooseSequenceTab()
 void TestAppRandomActions::openSamples()
 {
     log(QStringLiteral("File > Open Samples"));
-    m_pHost->action(QStringLiteral("actionOpenSamples"))->trigger();
+    host()->action(QStringLiteral("actionOpenSamples"))->trigger();
 }
 
 void TestAppRandomActions::openImageFile()
@@ -725,7 +724,7 @@ void TestAppRandomActions::openImageFile()
     log(QStringLiteral("File > Open Images, %1").arg(m_plan.m_strFileName.isEmpty()
                                                        ? QStringLiteral("cancelled")
                                                        : QStringLiteral("%1x%2").arg(image.width()).arg(image.height())));
-    m_pHost->action(QStringLiteral("actionOpenImages"))->trigger();
+    host()->action(QStringLiteral("actionOpenImages"))->trigger();
     m_plan.m_strFileName.clear();
 }
 
@@ -761,8 +760,8 @@ void TestAppRandomActions::sendUndoShortcut(bool bUndo, bool bCtrlY)
     // Shortcuts need an active window. The offscreen platform leaves the window focus
     // with a dialog after it closed, where a window system gives it back to the main
     // window; the user would click there first.
-    if (!m_pHost->window()->isActiveWindow())
-        QApplication::setActiveWindow(m_pHost->window());
+    if (!host()->window()->isActiveWindow())
+        QApplication::setActiveWindow(host()->window());
     m_pView->setFocus();
     if (bCtrlY)
         QTest::keyClick(m_pView, Qt::Key_Y, Qt::ControlModifier);
@@ -819,7 +818,7 @@ void TestAppRandomActions::stepUndo(bool bUndo)
         sendUndoShortcut(bUndo, bCtrlY);
         break;
     case EUndoWay::EditMenu:
-        m_pHost->action(bUndo ? QStringLiteral("actionUndo") : QStringLiteral("actionRedo"))->trigger();
+        host()->action(bUndo ? QStringLiteral("actionUndo") : QStringLiteral("actionRedo"))->trigger();
         break;
     }
     (bUndo ? m_nUndos : m_nRedos) += bCan ? 1 : 0;
@@ -944,7 +943,7 @@ QString TestAppRandomActions::checkWindows()
     const QWidgetList widgets = QApplication::topLevelWidgets();
     for (QWidget* pWidget : widgets) {
         ++m_nChecks;
-        if (pWidget->isVisible() && pWidget != m_pHost->window())
+        if (pWidget->isVisible() && pWidget != host()->window())
             return QStringLiteral("top-level %1 \"%2\" is shown")
                 .arg(QString::fromLatin1(pWidget->metaObject()->className()), pWidget->windowTitle());
         // A hidden window with a parent goes with its owner, and so do the title bar
@@ -1052,11 +1051,9 @@ void TestAppRandomActions::randomActionsKeepLayoutConsistent()
     qInfo("random actions: seed %u (VX_RANDOM_SEED=%u repeats this run), %d actions", nUsedSeed, nUsedSeed, nActions);
     m_random.seed(nUsedSeed);
 
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-    m_pHost->action(QStringLiteral("actionOpenSamples"))->trigger();
+    host()->action(QStringLiteral("actionOpenSamples"))->trigger();
     CVXUtilityFns::getAction(kEntry)->trigger();
-    QMdiSubWindow* pLayoutSubWindow = m_pHost->layoutSubWindow();
+    QMdiSubWindow* pLayoutSubWindow = host()->layoutSubWindow();
     QVERIFY(pLayoutSubWindow && pLayoutSubWindow->isVisible());
     // The view comes from the plugin module, which has its own copy of the layout classes:
     // a qobject_cast against the test's copy would fail. Both are built from the same

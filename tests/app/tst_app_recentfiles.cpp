@@ -1,10 +1,10 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 
 #include "FileDialogTyping.h"
 #include "ModalWatch.h"
 #include "ModalDialogAnswer.h"
 #include "TestPictures.h"
-#include "WidgetTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXHostSetup.h>
@@ -67,7 +67,7 @@ QString folderShownBy(QAction* pAction)
 // File > Open Recent and the folder the Open dialogs start in. This process shares the
 // host's settings file with the real program it starts (see main below), as two hosts of a
 // user do.
-class TestAppRecentFiles : public CWidgetTestCase
+class TestAppRecentFiles : public CHostTestCase
 {
     Q_OBJECT
 private slots:
@@ -83,7 +83,6 @@ private slots:
     void openDialogStartsInFolderUsedLast();
 
 private:
-    void endTest() override;
 
     QString path(const QString& strName) const;
     QString writeImage(const QString& strName) const;
@@ -93,7 +92,6 @@ private:
     void startProgram(QProcess& process, const QStringList& files);
 
     QTemporaryDir m_dir;
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 QString TestAppRecentFiles::path(const QString& strName) const
@@ -109,7 +107,7 @@ QString TestAppRecentFiles::writeImage(const QString& strName) const
 
 QMenu* TestAppRecentFiles::recentMenu() const
 {
-    return m_pHost->window()->findChild<QMenu*>(QStringLiteral("menuOpenRecent"));
+    return host()->window()->findChild<QMenu*>(QStringLiteral("menuOpenRecent"));
 }
 
 QStringList TestAppRecentFiles::storedList() const
@@ -140,27 +138,21 @@ void TestAppRecentFiles::initTestCase()
 void TestAppRecentFiles::init()
 {
     CVXRecentFileList(*CVXPreference::getSettings()).clear();
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+    QVERIFY(startHost());
     QVERIFY(recentMenu());
-}
-
-void TestAppRecentFiles::endTest()
-{
-    m_pHost.reset();
 }
 
 void TestAppRecentFiles::listSurvivesRestart()
 {
     // A session of the real program opens two images and a layout and ends.
-    m_pHost.reset();
+    endHost();
     QProcess process;
     startProgram(process, {path("a.png"), path("figure.vxlayout"), path("b.png")});
     QVERIFY2(process.waitForFinished(kAllowedMs), "the program did not quit");
     QCOMPARE(process.exitCode(), 0);
 
     // The next session offers them, the last opened first; the images opened before the layout.
-    m_pHost.reset(new CHostFixture);
+    QVERIFY(startHost());
     QCOMPARE(shownEntries(recentMenu()), QStringList({"&1 figure.vxlayout", "&2 b.png", "&3 a.png", "-", "&Clear Menu"}));
     QVERIFY(recentMenu()->actions().last()->isEnabled());
     QCOMPARE(recentMenu()->actions().first()->statusTip(), QDir::toNativeSeparators(path("figure.vxlayout")));
@@ -174,14 +166,14 @@ void TestAppRecentFiles::chosenEntryOpensAndMovesFirst()
 
     CModalWatch messages(QMessageBox::staticMetaObject);
     shownEntry(recentMenu(), "&3 a.png")->trigger();
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"a.png"});
+    QCOMPARE(host()->imageWindowTitles(), QStringList {"a.png"});
     QCOMPARE(storedList(), QStringList({path("a.png"), path("b.png"), path("figure.vxlayout")}));
 
     shownEntry(recentMenu(), "&3 figure.vxlayout")->trigger();
-    const QMdiSubWindow* pLayout = m_pHost->layoutSubWindow();
+    const QMdiSubWindow* pLayout = host()->layoutSubWindow();
     QVERIFY(pLayout && pLayout->isVisible());
     QVERIFY2(pLayout->widget()->windowTitle().contains("figure.vxlayout"), qPrintable(pLayout->widget()->windowTitle()));
-    QCOMPARE(m_pHost->layoutItemCount(), 8);
+    QCOMPARE(host()->layoutItemCount(), 8);
     QCOMPARE(storedList(), QStringList({path("figure.vxlayout"), path("a.png"), path("b.png")}));
     QCOMPARE(messages.seenTexts(), QStringList());
 }
@@ -189,22 +181,22 @@ void TestAppRecentFiles::chosenEntryOpensAndMovesFirst()
 void TestAppRecentFiles::deletedEntryIsDroppedWithNote()
 {
     const QString strDoomed = writeImage("doomed.png");
-    m_pHost->window()->openFiles({path("a.png"), strDoomed});
-    m_pHost->area()->closeAllSubWindows();
+    host()->window()->openFiles({path("a.png"), strDoomed});
+    host()->area()->closeAllSubWindows();
     QVERIFY(QFile::remove(strDoomed));
 
     CModalWatch messages(QMessageBox::staticMetaObject);
     shownEntry(recentMenu(), "&1 doomed.png")->trigger();
     QCOMPARE(messages.seenTexts(), QStringList {QDir::toNativeSeparators(strDoomed)
                                             + " no longer exists. It was removed from the recent files."});
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList());
+    QCOMPARE(host()->imageWindowTitles(), QStringList());
     QCOMPARE(storedList(), QStringList {path("a.png")});
     QCOMPARE(shownEntries(recentMenu()), QStringList({"&1 a.png", "-", "&Clear Menu"}));
 }
 
 void TestAppRecentFiles::clearMenuEmptiesList()
 {
-    m_pHost->window()->openFiles({path("a.png"), path("b.png")});
+    host()->window()->openFiles({path("a.png"), path("b.png")});
     shownEntry(recentMenu(), "&Clear Menu")->trigger();
     QCOMPARE(storedList(), QStringList());
     QCOMPARE(shownEntries(recentMenu()), QStringList({"-", "&Clear Menu"}));
@@ -217,11 +209,11 @@ void TestAppRecentFiles::keepsTenNewestWithoutRepeats()
     for (int i = 1; i <= 12; ++i) {
         const QString strPath = writeImage(QStringLiteral("image%1.png").arg(i));
         QVERIFY(!strPath.isEmpty());
-        m_pHost->window()->openFiles({strPath});
+        host()->window()->openFiles({strPath});
         opened.prepend(strPath);
     }
     // Opened again, a file moves to the front instead of appearing twice.
-    m_pHost->window()->openFiles({path("image5.png")});
+    host()->window()->openFiles({path("image5.png")});
     opened.move(opened.indexOf(path("image5.png")), 0);
     QCOMPARE(storedList(), opened.mid(0, CVXRecentFileList::MaxFiles));
     const QStringList entries = shownEntries(recentMenu());
@@ -234,15 +226,15 @@ void TestAppRecentFiles::keepsTenNewestWithoutRepeats()
 void TestAppRecentFiles::twoHostsKeepEachOthersEntries()
 {
     // This host has read the list before the other one starts.
-    m_pHost->window()->openFiles({path("a.png")});
+    host()->window()->openFiles({path("a.png")});
     QCOMPARE(storedList(), QStringList {path("a.png")});
     QProcess other;
     startProgram(other, {path("b.png")});
     // While the other runs, this one opens a file too.
-    m_pHost->window()->openFiles({path("c.png")});
+    host()->window()->openFiles({path("c.png")});
     QVERIFY2(other.waitForFinished(kAllowedMs), "the program did not quit");
     QCOMPARE(other.exitCode(), 0);
-    m_pHost->window()->openFiles({path("d.png")});
+    host()->window()->openFiles({path("d.png")});
     const QStringList stored = storedList();
     QCOMPARE(stored.first(), path("d.png"));
     for (const char* pName : {"a.png", "b.png", "c.png"})
@@ -261,18 +253,18 @@ void TestAppRecentFiles::openDialogStartsInFolderUsedLast()
     answerNextModalDialog(QFileDialog::staticMetaObject, [strImage](QDialog* pDialog) {
         typeIntoFileDialog(static_cast<QFileDialog*>(pDialog), strImage);
     });
-    m_pHost->action("actionOpenImages")->trigger();
-    QCOMPARE(m_pHost->imageWindowTitles(), QStringList {"f.png"});
+    host()->action("actionOpenImages")->trigger();
+    QCOMPARE(host()->imageWindowTitles(), QStringList {"f.png"});
     QCOMPARE(storedList().first(), strImage);
 
     // Open Sequence starts where Open Images left off, and so does a host started anew.
-    m_pHost.reset();
-    m_pHost.reset(new CHostFixture);
-    QCOMPARE(folderShownBy(m_pHost->action("actionOpenSequence")), path("chosen"));
+    endHost();
+    QVERIFY(startHost());
+    QCOMPARE(folderShownBy(host()->action("actionOpenSequence")), path("chosen"));
 
     // Once that folder is gone the dialog starts in one that exists.
     QVERIFY(QDir(path("chosen")).removeRecursively());
-    const QString strShown = folderShownBy(m_pHost->action("actionOpenImages"));
+    const QString strShown = folderShownBy(host()->action("actionOpenImages"));
     QVERIFY2(!strShown.isEmpty() && QFileInfo(strShown).isDir(), qPrintable(strShown));
 }
 

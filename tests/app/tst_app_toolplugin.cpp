@@ -1,15 +1,17 @@
 #include "HostFixture.h"
+#include "HostTestCase.h"
 #include "ModalWatch.h"
 
-#include "WidgetTestCase.h"
-
 #include <VXHostMainWindow.h>
+#include <VXPreference.h>
 #include <VXSChildWindow.h>
 #include <VXSDataset.h>
 #include <VXSSequenceDataset.h>
 #include <VXSSequenceWindow.h>
+#include <VXSSettings.h>
 #include <VXSWorkspace.h>
 #include <VXToolPluginBase.h>
+#include <VXToolWindowPlacement.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
@@ -54,7 +56,7 @@ Q_DECLARE_METATYPE(CVXSDataset*)
 Q_DECLARE_METATYPE(CVXSSequenceDataset*)
 
 // The layout plugin module as the host loads it, and the host's side of the contract.
-class TestAppToolPlugin : public CWidgetTestCase
+class TestAppToolPlugin : public CHostTestCase
 {
     Q_OBJECT
 private slots:
@@ -67,6 +69,7 @@ private slots:
     void toolDescribesItself();
     void getToolActionTwiceGivesTheSameAction();
     void secondInitializeToolDoesNothing();
+    void toolSizesItsWindowBeforeTheHostPlacesIt();
     void copyToClipboardByWindowName_data();
     void copyToClipboardByWindowName();
     void notificationsBeforeFirstUseAreIgnored();
@@ -80,12 +83,10 @@ private slots:
     void copyContentCopiesSequenceTab();
 
 private:
-    void endTest() override;
 
     CVXToolPluginBase* plugin() const;
     QMdiSubWindow* initializedLayoutSubWindow();
 
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppToolPlugin::initTestCase()
@@ -97,14 +98,8 @@ void TestAppToolPlugin::initTestCase()
 
 void TestAppToolPlugin::init()
 {
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
+    QVERIFY(startHost());
     QVERIFY(plugin());
-}
-
-void TestAppToolPlugin::endTest()
-{
-    m_pHost.reset();
 }
 
 CVXToolPluginBase* TestAppToolPlugin::plugin() const
@@ -118,7 +113,7 @@ QMdiSubWindow* TestAppToolPlugin::initializedLayoutSubWindow()
 {
     if (!plugin()->initializeTool())
         return nullptr;
-    return m_pHost->layoutSubWindow();
+    return host()->layoutSubWindow();
 }
 
 void TestAppToolPlugin::metadataIsExact()
@@ -187,27 +182,51 @@ void TestAppToolPlugin::getToolActionTwiceGivesTheSameAction()
     QVERIFY(!pAction->isChecked());
     QCOMPARE(pAction->parent(), plugin());
     QCOMPARE(CVXUtilityFns::getAction(kEntry), pAction);
-    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     QCOMPARE(pTools->actions().count(pAction), 1);
 }
 
 void TestAppToolPlugin::secondInitializeToolDoesNothing()
 {
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
     QVERIFY(plugin()->initializeTool());
-    QPointer<QMdiSubWindow> pSubWindow = m_pHost->layoutSubWindow();
+    QPointer<QMdiSubWindow> pSubWindow = host()->layoutSubWindow();
     QVERIFY(pSubWindow);
     QVERIFY(pSubWindow->isHidden());
     QCOMPARE(pSubWindow->widget()->objectName(), kEntry);
 
     QVERIFY(plugin()->initializeTool());
-    QCOMPARE(m_pHost->layoutSubWindow(), pSubWindow.data());
+    QCOMPARE(host()->layoutSubWindow(), pSubWindow.data());
     QVERIFY(pSubWindow->isHidden());
     int nLayoutWindows = 0;
-    const QList<QMdiSubWindow*> all = m_pHost->area()->findChildren<QMdiSubWindow*>();
+    const QList<QMdiSubWindow*> all = host()->area()->findChildren<QMdiSubWindow*>();
     for (const QMdiSubWindow* pCandidate : all)
         nLayoutWindows += pCandidate->widget() && pCandidate->widget()->objectName() == kEntry ? 1 : 0;
     QCOMPARE(nLayoutWindows, 1);
+}
+
+// The tool sizes the sub-window from its window's frame, the frame and title bar added; the
+// host, placing it when it is first shown, gives the window at least what it asks for.
+void TestAppToolPlugin::toolSizesItsWindowBeforeTheHostPlacesIt()
+{
+    // As on the first start: no place is stored for the window.
+    CVXPreference::getSettings()->setValue(CVXToolWindowPlacement::settingsKey(kEntry), QVariant());
+    QSize frame;
+    const QMetaObject::Connection added = connect(
+        CVXSWorkspace::instance(), &CVXSWorkspace::toolWindowAdded, this,
+        [&frame](QMdiSubWindow* pSubWindow) { frame = pSubWindow->widget()->frameGeometry().size(); });
+    QMdiSubWindow* pSubWindow = initializedLayoutSubWindow();
+    disconnect(added);
+    QVERIFY(pSubWindow && frame.isValid());
+    QVERIFY(!pSubWindow->isVisible());
+    QCOMPARE(pSubWindow->size(), frame + QSize(15, 35));
+
+    CVXUtilityFns::getAction(kEntry)->setChecked(true);
+    QVERIFY(pSubWindow->isVisible());
+    QVERIFY(pSubWindow->width() >= frame.width() + 15);
+    QVERIFY(pSubWindow->height() >= frame.height() + 35);
+    const QWidget* pLayoutWindow = pSubWindow->widget();
+    QCOMPARE(pLayoutWindow->size(), pLayoutWindow->size().expandedTo(pLayoutWindow->sizeHint()));
 }
 
 void TestAppToolPlugin::copyToClipboardByWindowName_data()
@@ -260,12 +279,12 @@ void TestAppToolPlugin::notificationsBeforeFirstUseAreIgnored()
     pPlugin->onSignalSequenceAdded(&sequence);
     pPlugin->onSignalSequenceRemoved(&sequence);
     // The host's own news about its windows reach the plugin the same way.
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     QCoreApplication::processEvents();
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
     QVERIFY(!CVXUtilityFns::getAction(kEntry)->isChecked());
     pPlugin->onSignalCopyToClipboard(kEntry);
-    QCOMPARE(m_pHost->layoutSubWindow(), nullptr);
+    QCOMPARE(host()->layoutSubWindow(), nullptr);
 }
 
 void TestAppToolPlugin::hostNewsReachTheLayoutWindow_data()
@@ -293,13 +312,13 @@ void TestAppToolPlugin::hostNewsReachTheLayoutWindow()
     QTRY_VERIFY(!pPaste->isEnabled());
 
     if (frames == 1)
-        m_pHost->window()->openImageFiles(paths);
+        host()->window()->openImageFiles(paths);
     else
-        m_pHost->window()->openSequenceFiles(paths);
-    QCOMPARE(m_pHost->imageSubWindows().size(), 1);
+        host()->window()->openSequenceFiles(paths);
+    QCOMPARE(host()->imageSubWindows().size(), 1);
     QTRY_VERIFY(pPaste->isEnabled());
 
-    m_pHost->imageSubWindows().first()->close();
+    host()->imageSubWindows().first()->close();
     QTRY_VERIFY(!pPaste->isEnabled());
 }
 
@@ -321,9 +340,9 @@ void TestAppToolPlugin::printPixmapIsTheLayout()
 
 void TestAppToolPlugin::deletingHostWithWindowOpenDeletesEverything()
 {
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     CVXUtilityFns::getAction(kEntry)->trigger();
-    QPointer<QMdiSubWindow> pSubWindow = m_pHost->layoutSubWindow();
+    QPointer<QMdiSubWindow> pSubWindow = host()->layoutSubWindow();
     QVERIFY(pSubWindow);
     QVERIFY(pSubWindow->isVisible());
     QPointer<QWidget> pLayoutWindow = pSubWindow->widget();
@@ -331,7 +350,7 @@ void TestAppToolPlugin::deletingHostWithWindowOpenDeletesEverything()
     QPointer<QObject> pPlugin = plugin();
     QVERIFY(pView);
 
-    m_pHost.reset();
+    endHost();
     QVERIFY(!pPlugin);
     QVERIFY(!pSubWindow);
     QVERIFY(!pLayoutWindow);
@@ -349,11 +368,11 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
     text.close();
     QVERIFY(QFile::copy(QStringLiteral(VXFOREIGN_PLUGIN), folder.filePath(QStringLiteral("libforeign.so"))));
     QVERIFY(QFile::copy(QStringLiteral(VXUNRESOLVABLE_PLUGIN), folder.filePath(QStringLiteral("libunresolvable.so"))));
-    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     const QList<QAction*> toolsBefore = pTools->actions();
 
     CModalWatch boxes(QMessageBox::staticMetaObject);
-    m_pHost->window()->loadToolPlugins({folder.path()});
+    host()->window()->loadToolPlugins({folder.path()});
     QCOMPARE(boxes.seen().size(), 1);
     const QStringList lines = boxes.seen().first().m_strText.split(QLatin1Char('\n'));
     const auto lineAbout = [&lines](const QString& strFile) {
@@ -369,21 +388,21 @@ void TestAppToolPlugin::hostReportsFilesThatAreNoToolPlugins()
     QCOMPARE(pTools->actions(), toolsBefore);
     // The real tool still works.
     CVXUtilityFns::getAction(kEntry)->trigger();
-    QVERIFY(m_pHost->layoutSubWindow()->isVisible());
+    QVERIFY(host()->layoutSubWindow()->isVisible());
 }
 
 void TestAppToolPlugin::loadingTheFolderAgainAddsNothing()
 {
-    const QMenu* pTools = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
+    const QMenu* pTools = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuTools"));
     const QList<QAction*> toolsBefore = pTools->actions();
     QPointer<QObject> pPlugin = plugin();
     CModalWatch boxes(QMessageBox::staticMetaObject);
-    m_pHost->window()->loadToolPlugins({QFileInfo(kPluginPath).absolutePath()});
+    host()->window()->loadToolPlugins({QFileInfo(kPluginPath).absolutePath()});
     QCOMPARE(boxes.seen().size(), 0);
     QCOMPARE(pTools->actions(), toolsBefore);
     QCOMPARE(plugin(), pPlugin.data());
     // Still owned once: deleting the host deletes it once.
-    m_pHost.reset();
+    endHost();
     QVERIFY(!pPlugin);
 }
 
@@ -396,9 +415,9 @@ void TestAppToolPlugin::hostSendsDatasetNews()
     QSignalSpy sequenceChanged(pWorkspace, &CVXSWorkspace::sequenceChanged);
     QSignalSpy sequenceRemoved(pWorkspace, &CVXSWorkspace::sequenceRemoved);
 
-    m_pHost->window()->openSamples();
-    CVXSChildWindow* pImage = m_pHost->imageWindow(0);
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(2));
+    host()->window()->openSamples();
+    CVXSChildWindow* pImage = host()->imageWindow(0);
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(2));
     QVERIFY(pImage && pSequence);
     QCOMPARE(pImage->dataset()->name(), QStringLiteral("Sample X-ray"));
     QCOMPARE(pImage->dataset()->image(), pImage->image());
@@ -413,26 +432,26 @@ void TestAppToolPlugin::hostSendsDatasetNews()
     QCOMPARE(sequenceChanged.first().first().value<CVXSSequenceDataset*>(), pSequence->sequenceDataset());
 
     datasetChanged.clear();
-    m_pHost->area()->setActiveSubWindow(m_pHost->imageSubWindows().at(0));
+    host()->area()->setActiveSubWindow(host()->imageSubWindows().at(0));
     QCOMPARE(datasetChanged.count(), 1);
     QCOMPARE(datasetChanged.first().first().value<CVXSDataset*>(), pImage->dataset());
 
     CVXSDataset* pClosedDataset = pImage->dataset();
-    QVERIFY(m_pHost->imageSubWindows().at(0)->close());
+    QVERIFY(host()->imageSubWindows().at(0)->close());
     QCOMPARE(datasetRemoved.count(), 1);
     QCOMPARE(datasetRemoved.first().first().value<CVXSDataset*>(), pClosedDataset);
     CVXSSequenceDataset* pClosedSequence = pSequence->sequenceDataset();
-    QVERIFY(m_pHost->imageSubWindows().last()->close());
+    QVERIFY(host()->imageSubWindows().last()->close());
     QCOMPARE(sequenceRemoved.count(), 1);
     QCOMPARE(sequenceRemoved.first().first().value<CVXSSequenceDataset*>(), pClosedSequence);
 }
 
 void TestAppToolPlugin::copyContentCopiesSequenceTab()
 {
-    m_pHost->window()->openSamples();
-    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(m_pHost->imageWindow(2));
+    host()->window()->openSamples();
+    auto* pSequence = qobject_cast<CVXSSequenceWindow*>(host()->imageWindow(2));
     QVERIFY(pSequence);
-    m_pHost->area()->setActiveSubWindow(m_pHost->imageSubWindows().at(2));
+    host()->area()->setActiveSubWindow(host()->imageSubWindows().at(2));
     QGuiApplication::clipboard()->setImage(marker());
     plugin()->onSignalCopyContentToClipBoard(QStringLiteral("3D View"));
     const QImage expected = pSequence->tabImage(QStringLiteral("3D View"));

@@ -1,6 +1,5 @@
 #include "HostFixture.h"
-
-#include "WidgetTestCase.h"
+#include "HostTestCase.h"
 
 #include <VXHostMainWindow.h>
 #include <VXPreference.h>
@@ -35,12 +34,11 @@ QString describe(const QWidget* pWidget)
 } // namespace
 
 // How the main window and the workspace's windows are placed, sized and listed.
-class TestAppWindows : public CWidgetTestCase
+class TestAppWindows : public CHostTestCase
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
 
     void mainWindowStartsMaximizedThenAsLeft();
     void newWindowsOpenInsideWorkspace_data();
@@ -52,7 +50,6 @@ private slots:
     void windowMenuRestoresMinimizedWindow();
 
 private:
-    void endTest() override;
 
     void showLayoutWindow();
     QList<QMdiSubWindow*> shownSubWindows() const;
@@ -61,7 +58,6 @@ private:
     QString imageFile(const QSize& size);
 
     QTemporaryDir m_dir;
-    QScopedPointer<CHostFixture> m_pHost;
 };
 
 void TestAppWindows::initTestCase()
@@ -70,27 +66,16 @@ void TestAppWindows::initTestCase()
     QVERIFY(m_dir.isValid());
 }
 
-void TestAppWindows::init()
-{
-    m_pHost.reset(new CHostFixture);
-    QVERIFY(QTest::qWaitForWindowExposed(m_pHost->window()));
-}
-
-void TestAppWindows::endTest()
-{
-    m_pHost.reset();
-}
-
 void TestAppWindows::showLayoutWindow()
 {
     CVXUtilityFns::getAction(kEntry)->trigger();
-    QVERIFY(m_pHost->layoutSubWindow()->isVisible());
+    QVERIFY(host()->layoutSubWindow()->isVisible());
 }
 
 QList<QMdiSubWindow*> TestAppWindows::shownSubWindows() const
 {
     QList<QMdiSubWindow*> shown;
-    const QList<QMdiSubWindow*> all = m_pHost->area()->subWindowList(QMdiArea::CreationOrder);
+    const QList<QMdiSubWindow*> all = host()->area()->subWindowList(QMdiArea::CreationOrder);
     for (QMdiSubWindow* pSubWindow : all) {
         if (pSubWindow->isVisible())
             shown << pSubWindow;
@@ -100,10 +85,10 @@ QList<QMdiSubWindow*> TestAppWindows::shownSubWindows() const
 
 QList<QAction*> TestAppWindows::windowListActions() const
 {
-    QMenu* pMenu = m_pHost->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuWindow"));
+    QMenu* pMenu = host()->window()->menuBar()->findChild<QMenu*>(QStringLiteral("menuWindow"));
     emit pMenu->aboutToShow();
     const QList<QAction*> actions = pMenu->actions();
-    return actions.mid(actions.indexOf(m_pHost->action(QStringLiteral("actionCascade"))) + 2);
+    return actions.mid(actions.indexOf(host()->action(QStringLiteral("actionCascade"))) + 2);
 }
 
 QString TestAppWindows::imageFile(const QSize& size)
@@ -119,7 +104,7 @@ QString TestAppWindows::imageFile(const QSize& size)
 
 void TestAppWindows::mainWindowStartsMaximizedThenAsLeft()
 {
-    m_pHost.reset();
+    endHost();
     CVXPreference::getSettings()->setValue(QStringLiteral("MainWindow/geometry"), QVariant());
     {
         CVXHostMainWindow first;
@@ -150,15 +135,15 @@ void TestAppWindows::newWindowsOpenInsideWorkspace()
 {
     QFETCH(QSize, mainWindow);
     QFETCH(QSize, image);
-    m_pHost->window()->resize(mainWindow);
+    host()->window()->resize(mainWindow);
     QCoreApplication::processEvents();
     const QString strPath = imageFile(image);
     QStringList paths;
     for (int i = 0; i < 8; ++i)
         paths << strPath;
-    m_pHost->window()->openImageFiles(paths);
-    const QRect viewport = m_pHost->area()->viewport()->rect();
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    host()->window()->openImageFiles(paths);
+    const QRect viewport = host()->area()->viewport()->rect();
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     QCOMPARE(windows.size(), 8);
     for (const QMdiSubWindow* pSubWindow : windows)
         QVERIFY2(viewport.contains(pSubWindow->geometry()), qPrintable(describe(pSubWindow)));
@@ -167,12 +152,12 @@ void TestAppWindows::newWindowsOpenInsideWorkspace()
 void TestAppWindows::newWindowsKeepOffLayoutWindow()
 {
     showLayoutWindow();
-    const QRect layout = m_pHost->layoutSubWindow()->geometry();
-    m_pHost->window()->openSamples();
-    m_pHost->window()->openImageFiles({imageFile(QSize(400, 300)), imageFile(QSize(2000, 2000))});
-    const QList<QMdiSubWindow*> windows = m_pHost->imageSubWindows();
+    const QRect layout = host()->layoutSubWindow()->geometry();
+    host()->window()->openSamples();
+    host()->window()->openImageFiles({imageFile(QSize(400, 300)), imageFile(QSize(2000, 2000))});
+    const QList<QMdiSubWindow*> windows = host()->imageSubWindows();
     QCOMPARE(windows.size(), 5);
-    const QRect viewport = m_pHost->area()->viewport()->rect();
+    const QRect viewport = host()->area()->viewport()->rect();
     for (const QMdiSubWindow* pSubWindow : windows) {
         QVERIFY2(!pSubWindow->geometry().intersects(layout), qPrintable(describe(pSubWindow)));
         QVERIFY2(viewport.contains(pSubWindow->geometry()), qPrintable(describe(pSubWindow)));
@@ -181,10 +166,10 @@ void TestAppWindows::newWindowsKeepOffLayoutWindow()
 
 void TestAppWindows::cascadeLeavesContentShowing()
 {
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     showLayoutWindow();
-    m_pHost->action(QStringLiteral("actionCascade"))->trigger();
-    const QRect viewport = m_pHost->area()->viewport()->rect();
+    host()->action(QStringLiteral("actionCascade"))->trigger();
+    const QRect viewport = host()->area()->viewport()->rect();
     const QList<QMdiSubWindow*> windows = shownSubWindows();
     QCOMPARE(windows.size(), 4);
     for (const QMdiSubWindow* pSubWindow : windows) {
@@ -198,15 +183,15 @@ void TestAppWindows::cascadeLeavesContentShowing()
 void TestAppWindows::tileKeepsMainWindowSize()
 {
     // The layout window cannot be made as small as a quarter of this workspace.
-    m_pHost->window()->resize(1000, 650);
+    host()->window()->resize(1000, 650);
     QCoreApplication::processEvents();
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     showLayoutWindow();
-    const QSize before = m_pHost->window()->size();
-    m_pHost->action(QStringLiteral("actionTile"))->trigger();
+    const QSize before = host()->window()->size();
+    host()->action(QStringLiteral("actionTile"))->trigger();
     QCoreApplication::processEvents();
-    QCOMPARE(m_pHost->window()->size(), before);
-    const QRect viewport = m_pHost->area()->viewport()->rect();
+    QCOMPARE(host()->window()->size(), before);
+    const QRect viewport = host()->area()->viewport()->rect();
     const QList<QMdiSubWindow*> windows = shownSubWindows();
     QCOMPARE(windows.size(), 4);
     for (const QMdiSubWindow* pSubWindow : windows) {
@@ -217,7 +202,7 @@ void TestAppWindows::tileKeepsMainWindowSize()
 
 void TestAppWindows::windowMenuListsOpenWindows()
 {
-    m_pHost->window()->openSamples();
+    host()->window()->openSamples();
     showLayoutWindow();
     QList<QAction*> actions = windowListActions();
     const QList<QMdiSubWindow*> windows = shownSubWindows();
@@ -225,13 +210,13 @@ void TestAppWindows::windowMenuListsOpenWindows()
     for (int i = 0; i < actions.size(); ++i) {
         QVERIFY(actions[i]->isCheckable());
         QVERIFY2(actions[i]->text().endsWith(windows[i]->windowTitle()), qPrintable(actions[i]->text()));
-        QCOMPARE(actions[i]->isChecked(), windows[i] == m_pHost->area()->activeSubWindow());
+        QCOMPARE(actions[i]->isChecked(), windows[i] == host()->area()->activeSubWindow());
     }
     // The layout window was shown last, so it is the active one.
     QVERIFY(actions.last()->isChecked());
 
     actions[1]->trigger();
-    QCOMPARE(m_pHost->area()->activeSubWindow(), windows[1]);
+    QCOMPARE(host()->area()->activeSubWindow(), windows[1]);
     actions = windowListActions();
     QVERIFY(actions[1]->isChecked());
     QVERIFY(!actions.last()->isChecked());
@@ -243,13 +228,13 @@ void TestAppWindows::windowMenuListsOpenWindows()
 
 void TestAppWindows::windowMenuRestoresMinimizedWindow()
 {
-    m_pHost->window()->openSamples();
-    QMdiSubWindow* pFirst = m_pHost->imageSubWindows().first();
+    host()->window()->openSamples();
+    QMdiSubWindow* pFirst = host()->imageSubWindows().first();
     pFirst->showMinimized();
     QVERIFY(pFirst->isMinimized());
     windowListActions().first()->trigger();
     QVERIFY(!pFirst->isMinimized());
-    QCOMPARE(m_pHost->area()->activeSubWindow(), pFirst);
+    QCOMPARE(host()->area()->activeSubWindow(), pFirst);
 }
 
 QTEST_MAIN(TestAppWindows)

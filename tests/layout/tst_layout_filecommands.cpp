@@ -11,6 +11,7 @@
 #include <file/VXSLayoutFileCommands.h>
 #include <VXSLayoutManager.h>
 #include <file/VXSLayoutRecovery.h>
+#include <file/VXSOrphanedRecoveryCopy.h>
 #include <VXSLayoutView.h>
 #include <VXSLayoutWindow.h>
 
@@ -21,8 +22,11 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QUndoStack>
 #include <QtTest>
+
+#include <csignal>
 
 using namespace VXSLayout;
 
@@ -31,6 +35,9 @@ namespace {
 const QString kLayoutFilter = QStringLiteral("Layouts (*.vxlayout)");
 // Argument with which this program, started again, opens a layout file and describes it.
 const QString kDescribeArgument = QStringLiteral("--describe-layout");
+// Argument with which this program, started again, keeps a layout with unsaved changes and
+// its recovery copy until it is killed.
+const QString kKeepCopyArgument = QStringLiteral("--keep-recovery-copy");
 
 void enterAnnotation(LayoutFixture& layout, const QString& strText)
 {
@@ -87,6 +94,51 @@ bool saveAs(LayoutFixture& layout, const QString& strPath)
     return layout.manager()->fileCommands()->save(true);
 }
 
+// The recovery copies in the recovery folder, by file name.
+QStringList recoveryCopies()
+{
+    return QDir(CVXSLayoutRecovery::folder()).entryList({QStringLiteral("*.vxlayout")}, QDir::Files, QDir::Name);
+}
+
+// Ten changes, after which the recovery copy is written at once.
+void makeTenChanges(LayoutFixture& layout)
+{
+    for (int i = 0; i < CVXSLayoutRecovery::ChangesPerCopy; ++i)
+        pasteFromClipboard(layout, gradient(QSize(40, 30), i));
+}
+
+// A layout whose recovery copy is written and waits for the next write as long as a test
+// needs.
+struct RecoveringLayout
+{
+    RecoveringLayout()
+    {
+        layout.manager()->fileCommands()->enableRecovery();
+        recovery()->setInterval(3600000);
+    }
+    CVXSLayoutRecovery* recovery() const { return layout.manager()->fileCommands()->recovery(); }
+    bool makeCopy()
+    {
+        makeTenChanges(layout);
+        return QTest::qWaitFor([this] { return QFileInfo::exists(recovery()->filePath()); }, 30000);
+    }
+
+    LayoutFixture layout;
+};
+
+// Started as a program of its own: a layout with unsaved changes; tells the parent where its
+// recovery copy is once the copy is on disk, then waits to be killed.
+int keepRecoveryCopy()
+{
+    RecoveringLayout recovering;
+    if (!recovering.makeCopy())
+        return 2;
+    QTextStream(stdout) << recovering.recovery()->filePath() << Qt::endl;
+    // Should the test be gone before it could kill this process, it ends by itself.
+    QTimer::singleShot(120000, qApp, [] { QCoreApplication::exit(5); });
+    return QApplication::exec();
+}
+
 // Started as a program of its own: opens the file in a new layout and writes the record's
 // description and the rendered page next to it.
 int describeLayout(const QString& strPath, const QString& strOut)
@@ -128,6 +180,9 @@ private slots:
     void tinyPageInALargeViewKeepsItsItemsInRange();
     void fileOfFormatVersion1Opens();
     void recoveryCopyFollowsUnsavedChanges();
+    void twoLayoutsOfOneProgramKeepTheirOwnCopies();
+    void copyOfAProgramThatEndedIsClaimedOnce();
+    void copyLeftWithoutItsLockIsClaimed();
 
 private:
     QTemporaryDir m_dir;
@@ -497,25 +552,29 @@ void TestLayoutFileCommands::fileOfFormatVersion1Opens()
 
 void TestLayoutFileCommands::recoveryCopyFollowsUnsavedChanges()
 {
-    const QString strCopy = CVXSLayoutRecovery::filePath();
-    QFile::remove(strCopy);
+    QVERIFY(QDir(CVXSLayoutRecovery::folder()).removeRecursively());
     LayoutFixture layout;
     layout.manager()->fileCommands()->enableRecovery();
     CVXSLayoutRecovery* pRecovery = layout.manager()->fileCommands()->recovery();
     pRecovery->setInterval(3600000);
     for (int i = 0; i < 9; ++i)
         pasteFromClipboard(layout, gradient(QSize(40, 30), i));
-    QVERIFY(!QFileInfo::exists(strCopy));
-    // The tenth change writes the copy, in the background.
+    QCOMPARE(recoveryCopies(), QStringList());
+    // The tenth change writes the copy, in the background. It is this program's, by its
+    // process id, and locked while it exists.
     layout.enterAnnotation(QStringLiteral("tenth"));
+    const QString strCopy = pRecovery->filePath();
+    QCOMPARE(QFileInfo(strCopy).fileName(), QStringLiteral("layout-%1.vxlayout").arg(QCoreApplication::applicationPid()));
     QTRY_VERIFY(QFileInfo::exists(strCopy));
+    QVERIFY(QFileInfo::exists(CVXSLayoutRecovery::lockFilePath(strCopy)));
     CVXSLayoutDocument copy;
     CVXSLayoutFile file;
     QTRY_VERIFY2(file.read(strCopy, copy) && copy.items.size() == 10, qPrintable(file.errorText()));
 
-    // Saved: no copy is needed any more.
+    // Saved: no copy is needed any more, nor its lock.
     QVERIFY(saveAs(layout, m_dir.filePath(QStringLiteral("recovered.vxlayout"))));
     QTRY_VERIFY(!QFileInfo::exists(strCopy));
+    QTRY_VERIFY(!QFileInfo::exists(CVXSLayoutRecovery::lockFilePath(strCopy)));
 
     // Unsaved again: the timer writes it.
     pRecovery->setInterval(50);
@@ -526,6 +585,79 @@ void TestLayoutFileCommands::recoveryCopyFollowsUnsavedChanges()
     QTRY_VERIFY(!QFileInfo::exists(strCopy));
 }
 
+void TestLayoutFileCommands::twoLayoutsOfOneProgramKeepTheirOwnCopies()
+{
+    QVERIFY(QDir(CVXSLayoutRecovery::folder()).removeRecursively());
+    auto pFirst = std::make_unique<RecoveringLayout>();
+    RecoveringLayout second;
+    QVERIFY(pFirst->makeCopy());
+    QVERIFY(second.makeCopy());
+    const QString strFirst = pFirst->recovery()->filePath();
+    const QString strSecond = second.recovery()->filePath();
+    QVERIFY(strFirst != strSecond);
+    QCOMPARE(recoveryCopies().size(), 2);
+    // Both belong to a running program, this one.
+    QVERIFY(!CVXSOrphanedRecoveryCopy::claimNewest(CVXSLayoutRecovery::folder()));
+
+    // The first ends normally and takes only its own copy along.
+    pFirst.reset();
+    QVERIFY(!QFileInfo::exists(strFirst));
+    QVERIFY(!QFileInfo::exists(CVXSLayoutRecovery::lockFilePath(strFirst)));
+    QCOMPARE(recoveryCopies(), QStringList{QFileInfo(strSecond).fileName()});
+}
+
+// Another program with a recovery copy runs beside this one: its copy is neither offered nor
+// removed until it has ended, and then only one program gets it.
+void TestLayoutFileCommands::copyOfAProgramThatEndedIsClaimedOnce()
+{
+    QVERIFY(QDir(CVXSLayoutRecovery::folder()).removeRecursively());
+    QProcess other;
+    other.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    other.start(QCoreApplication::applicationFilePath(), {kKeepCopyArgument});
+    QVERIFY(other.waitForStarted());
+    QByteArray output;
+    QTRY_VERIFY_WITH_TIMEOUT((output += other.readAllStandardOutput()).contains('\n') || other.state() != QProcess::Running,
+                             60000);
+    QCOMPARE(other.state(), QProcess::Running);
+    const QString strCopy = QString::fromLocal8Bit(output).trimmed();
+    QCOMPARE(QFileInfo(strCopy).fileName(), QStringLiteral("layout-%1.vxlayout").arg(other.processId()));
+    // However long the other program has been running.
+    QFile lock(CVXSLayoutRecovery::lockFilePath(strCopy));
+    QVERIFY(lock.open(QIODevice::ReadWrite));
+    QVERIFY(lock.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
+    lock.close();
+    QVERIFY(!CVXSOrphanedRecoveryCopy::claimNewest(CVXSLayoutRecovery::folder()));
+    QVERIFY(QFileInfo::exists(strCopy));
+
+    ::kill(pid_t(other.processId()), SIGKILL);
+    QVERIFY(other.waitForFinished());
+    QCOMPARE(other.exitStatus(), QProcess::CrashExit);
+    std::unique_ptr<CVXSOrphanedRecoveryCopy> pClaimed = CVXSOrphanedRecoveryCopy::claimNewest(CVXSLayoutRecovery::folder());
+    QVERIFY(pClaimed);
+    QCOMPARE(pClaimed->filePath(), strCopy);
+    CVXSLayoutDocument copy;
+    CVXSLayoutFile file;
+    QVERIFY2(file.read(strCopy, copy), qPrintable(file.errorText()));
+    QCOMPARE(copy.items.size(), CVXSLayoutRecovery::ChangesPerCopy);
+    // Claimed: nobody else is offered it meanwhile.
+    QVERIFY(!CVXSOrphanedRecoveryCopy::claimNewest(CVXSLayoutRecovery::folder()));
+    pClaimed->remove();
+    pClaimed.reset();
+    QCOMPARE(QDir(CVXSLayoutRecovery::folder()).entryList(QDir::Files), QStringList());
+}
+
+// As a program that kept one copy for every user left it.
+void TestLayoutFileCommands::copyLeftWithoutItsLockIsClaimed()
+{
+    QVERIFY(QDir(CVXSLayoutRecovery::folder()).removeRecursively());
+    QVERIFY(QDir().mkpath(CVXSLayoutRecovery::folder()));
+    const QString strCopy = CVXSLayoutRecovery::folder() + QStringLiteral("/layout.vxlayout");
+    QVERIFY(QFile::copy(QStringLiteral(VX_LAYOUT_TEST_DATA "/layout-v1.vxlayout"), strCopy));
+    const std::unique_ptr<CVXSOrphanedRecoveryCopy> pClaimed = CVXSOrphanedRecoveryCopy::claimNewest(CVXSLayoutRecovery::folder());
+    QVERIFY(pClaimed);
+    QCOMPARE(pClaimed->filePath(), strCopy);
+}
+
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
@@ -533,6 +665,8 @@ int main(int argc, char* argv[])
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 4 && arguments.at(1) == kDescribeArgument)
         return describeLayout(arguments.at(2), arguments.at(3));
+    if (arguments.size() == 2 && arguments.at(1) == kKeepCopyArgument)
+        return keepRecoveryCopy();
     TestLayoutFileCommands test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -130,6 +130,8 @@ private slots:
     void targetCellSurvivesLeavingTheCell();
     void deleteFreesTheImagesCell();
     void deleteWithNothingSelected();
+    void deleteAnnouncesTheEmptySelectionBeforeTheHandlesGo_data();
+    void deleteAnnouncesTheEmptySelectionBeforeTheHandlesGo();
     void otherKeysAreSwallowed();
     void doubleClickOnEveryItemKind_data();
     void doubleClickOnEveryItemKind();
@@ -791,6 +793,49 @@ void TestLayoutView::deleteWithNothingSelected()
     layout.keyClick(Qt::Key_Delete);
     QCOMPARE(selection.count(), 0);
     QCOMPARE(layout.scene()->items().count(), 22);
+}
+
+void TestLayoutView::deleteAnnouncesTheEmptySelectionBeforeTheHandlesGo_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("Delete key") << "key";
+    QTest::newRow("Delete button") << "button";
+    QTest::newRow("emptied annotation") << "annotation";
+}
+
+// Whoever hears of the empty selection still finds the handles of the item that went: the
+// view deletes the item, announces the empty selection and only then hides the handles.
+void TestLayoutView::deleteAnnouncesTheEmptySelectionBeforeTheHandlesGo()
+{
+    QFETCH(QString, way);
+    // Declared before the layout, which may still announce while it goes.
+    Emissions announced;
+    QList<bool> handlesShown;
+    QList<int> itemsInScene;
+    LayoutFixture layout;
+    layout.enterAnnotation(QStringLiteral("Tag 14"));
+    QGraphicsItem* pText = layout.view()->currentItem();
+    QVERIFY(pText && pText->type() == VXSLayout::TextItemType);
+    QVERIFY(handle(layout.view(), 1)->isVisible());
+
+    connect(layout.view(), &CVXSLayoutView::selectionChanged, this, [&](QGraphicsItem* pItem) {
+        announced << pItem;
+        handlesShown << handle(layout.view(), 1)->isVisible();
+        itemsInScene << layout.scene()->items().count();
+    });
+    if (way == QLatin1String("key"))
+        layout.keyClick(Qt::Key_Delete);
+    else if (way == QLatin1String("button"))
+        layout.triggerAction("m_pDeleteAction");
+    else
+        layout.enterAnnotation(QString());
+
+    QCOMPARE(announced, Emissions{nullptr});
+    // The item was gone already, the handles were still there.
+    QCOMPARE(itemsInScene, QList<int>{21});
+    QCOMPARE(handlesShown, QList<bool>{true});
+    QVERIFY(!handle(layout.view(), 1)->isVisible());
+    QCOMPARE(layout.view()->currentItem(), nullptr);
 }
 
 void TestLayoutView::otherKeysAreSwallowed()

@@ -4,6 +4,7 @@
 #include "host/VXSLayoutLibraries.h"
 #include "host/VXSLayoutTranslator.h"
 #include "file/VXSLayoutRecovery.h"
+#include "file/VXSOrphanedRecoveryCopy.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutWindow.h"
@@ -15,8 +16,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDateTime>
-#include <QFile>
-#include <QFileInfo>
 #include <QLocale>
 #include <QMessageBox>
 #include <QGuiApplication>
@@ -171,23 +170,29 @@ bool CVXImageLayoutPlugin::queryClose()
 
 void CVXImageLayoutPlugin::offerRecovery()
 {
-    const QString strPath = CVXSLayoutRecovery::filePath();
-    const QFileInfo copy(strPath);
-    // Once the user has worked on the layout, a copy is this session's own.
-    if (!copy.exists() || (m_pLayoutMngr && (!m_pLayoutMngr->isEmpty() || m_pLayoutMngr->undoStack()->count() > 0)))
-        return;
-    const int nAnswer = CVXSMessageBox::question(
-        nullptr, CVXUtilityFns::getAppName(),
-        tr("The Image Layout window was not closed normally.\nRestore the layout as it was on %1?")
-            .arg(QLocale().toString(copy.lastModified(), QLocale::ShortFormat)),
-        QMessageBox::Yes | QMessageBox::Default, QMessageBox::No | QMessageBox::Escape);
-    if (nAnswer != 0) {
-        QFile::remove(strPath);
+    // Once the user has worked on the layout, copies wait for a later start. A declined copy
+    // is removed and the next one offered; copies of programs still running are never seen.
+    while (!m_pLayoutMngr || (m_pLayoutMngr->isEmpty() && m_pLayoutMngr->undoStack()->count() == 0)) {
+        const std::unique_ptr<CVXSOrphanedRecoveryCopy> pCopy =
+            CVXSOrphanedRecoveryCopy::claimNewest(CVXSLayoutRecovery::folder());
+        if (!pCopy)
+            return;
+        const int nAnswer = CVXSMessageBox::question(
+            nullptr, CVXUtilityFns::getAppName(),
+            tr("The Image Layout window was not closed normally.\nRestore the layout as it was on %1?")
+                .arg(QLocale().toString(pCopy->lastModified(), QLocale::ShortFormat)),
+            QMessageBox::Yes | QMessageBox::Default, QMessageBox::No | QMessageBox::Escape);
+        if (nAnswer != 0) {
+            pCopy->remove();
+            continue;
+        }
+        showToolWindow();
+        // Restored, the layout lives on in this session's own copy; a copy that cannot be
+        // read is kept.
+        if (m_pLayoutMngr && m_pLayoutMngr->fileCommands()->restoreRecovery(pCopy->filePath()))
+            pCopy->remove();
         return;
     }
-    showToolWindow();
-    if (m_pLayoutMngr)
-        m_pLayoutMngr->fileCommands()->restoreRecovery(strPath);
 }
 
 QVector<CVXLibraryInfo> CVXImageLayoutPlugin::toolLibraries()

@@ -363,6 +363,37 @@
     </message>
 </context>
 <context>
+    <name>CVXSImageExporter</name>
+    <message>
+        <source>there is no image to write</source>
+        <translation>es gibt kein Bild, das geschrieben werden könnte</translation>
+    </message>
+    <message>
+        <source>no file name was given</source>
+        <translation>es wurde kein Dateiname angegeben</translation>
+    </message>
+    <message>
+        <source>the file name does not end in the suffix of a format this program writes</source>
+        <translation>der Dateiname endet nicht auf die Endung eines Formats, das dieses Programm schreibt</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels are more than a %3 file holds</source>
+        <translation>%1 x %2 Pixel sind mehr, als eine %3-Datei fassen kann</translation>
+    </message>
+    <message>
+        <source>the %1 encoder failed</source>
+        <translation>der %1-Encoder ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Could not write the image: %1</source>
+        <translation>Das Bild konnte nicht geschrieben werden: %1</translation>
+    </message>
+    <message>
+        <source>Could not write %1: %2</source>
+        <translation>%1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+</context>
+<context>
     <name>CVXStatus</name>
     <message>
         <source>The operation completed successfully.</source>
@@ -437,6 +468,13 @@
     <message>
         <source>F&amp;igure</source>
         <translation>Ab&amp;bildung</translation>
+    </message>
+</context>
+<context>
+    <name>QImageReader</name>
+    <message>
+        <source>Unable to read image data</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>

@@ -33,6 +33,9 @@ public:
     void announceToolAction(QAction* pAction, bool bEnabled, bool bChecked);
     // Hands a tool's picture for printing to the host application.
     void deliverPrintPixmap(const QPixmap& pixmap);
+    // A tool put a window into the workspace, in this sub-window; the host places it when
+    // it is first shown.
+    void notifyToolWindowAdded(QMdiSubWindow* pSubWindow);
 
     // The host tells about its image and sequence windows; tools hear it as the dataset
     // and sequence signals below. Activation is noticed here already.
@@ -43,6 +46,7 @@ public:
 signals:
     void toolActionAnnounced(QAction* pAction, bool bEnabled, bool bChecked);
     void printPixmapDelivered(const QPixmap& pixmap);
+    void toolWindowAdded(QMdiSubWindow* pSubWindow);
 
     void datasetChanged(CVXSDataset* pDataset);
     void datasetRemoved(CVXSDataset* pDataset);

@@ -28,8 +28,9 @@ public:
 
     // Puts the widget into a new CVXSMdiSubWindow of the host's workspace; afterwards the
     // widget's parent widget is that sub-window, and the tool's menu action (if it was
-    // announced) stays checked while the sub-window is shown. Without a workspace the
-    // widget stays as it is.
+    // announced) stays checked while the sub-window is shown. When the sub-window is first
+    // shown the host may still move and resize it (to where the user left it last time).
+    // Without a workspace the widget stays as it is.
     void addWidgetToWorkspace(QWidget* pWidget);
     // Takes the tool's menu action into the host's menus, enabled and checked as given.
     void updateToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked);

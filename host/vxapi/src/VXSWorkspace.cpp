@@ -73,6 +73,11 @@ void CVXSWorkspace::deliverPrintPixmap(const QPixmap& pixmap)
     emit printPixmapDelivered(pixmap);
 }
 
+void CVXSWorkspace::notifyToolWindowAdded(QMdiSubWindow* pSubWindow)
+{
+    emit toolWindowAdded(pSubWindow);
+}
+
 void CVXSWorkspace::notifyWindowOpened(CVXSChildWindow* pWindow)
 {
     if (auto* pSequence = qobject_cast<CVXSSequenceWindow*>(pWindow))

@@ -32,6 +32,7 @@ void CVXToolPluginBase::addWidgetToWorkspace(QWidget* pWidget)
     pSubWindow->setAttribute(Qt::WA_DeleteOnClose, false);
     pArea->addSubWindow(pSubWindow);
     pSubWindow->setToggleAction(m_pAnnouncedAction);
+    CVXSWorkspace::instance()->notifyToolWindowAdded(pSubWindow);
 }
 
 void CVXToolPluginBase::updateToolPluginValidity(QAction* pAction, bool bEnabled, bool bChecked)

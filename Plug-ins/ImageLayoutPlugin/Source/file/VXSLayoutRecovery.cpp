@@ -4,12 +4,19 @@
 #include "file/VXSLayoutFile.h"
 #include "VXSLayoutManager.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 #include <QUndoStack>
 #include <QtConcurrent>
+
+namespace {
+// Layouts of one process beyond this many get no recovery copy of their own.
+constexpr int kMostCopiesPerProcess = 100;
+} // namespace
 
 CVXSLayoutRecovery::CVXSLayoutRecovery(CVXSLayoutManager& manager)
     : m_manager(manager)
@@ -27,10 +34,19 @@ CVXSLayoutRecovery::~CVXSLayoutRecovery()
     removeCopy();
 }
 
-QString CVXSLayoutRecovery::filePath()
+QString CVXSLayoutRecovery::folder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
-        + QStringLiteral("/recovery/layout.vxlayout");
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/recovery");
+}
+
+QString CVXSLayoutRecovery::filePath() const
+{
+    return m_strPath;
+}
+
+QString CVXSLayoutRecovery::lockFilePath(const QString& strCopyPath)
+{
+    return strCopyPath + QStringLiteral(".lock");
 }
 
 void CVXSLayoutRecovery::setInterval(int nMilliseconds)
@@ -79,11 +95,15 @@ void CVXSLayoutRecovery::saveCopy()
 
 void CVXSLayoutRecovery::startWrite()
 {
-    const QString strPath = filePath();
-    if (!QDir().mkpath(QFileInfo(strPath).absolutePath())) {
-        qWarning("The recovery folder %s cannot be made.", qPrintable(QFileInfo(strPath).absolutePath()));
+    if (!QDir().mkpath(folder())) {
+        qWarning("The recovery folder %s cannot be made.", qPrintable(folder()));
         return;
     }
+    if (!lockOwnCopy()) {
+        qWarning("The layout's recovery copy cannot be locked in %s.", qPrintable(folder()));
+        return;
+    }
+    const QString strPath = m_strPath;
     const CVXSLayoutDocument document = m_manager.document();
     m_writing.setFuture(QtConcurrent::run([strPath, document] {
         CVXSLayoutFile file;
@@ -108,5 +128,30 @@ void CVXSLayoutRecovery::onWritten()
 
 void CVXSLayoutRecovery::removeCopy()
 {
-    QFile::remove(filePath());
+    if (m_strPath.isEmpty())
+        return;
+    QFile::remove(m_strPath);
+    // A write under way would leave a copy without its lock; it is removed once done.
+    if (!m_writing.isRunning() && m_pLock)
+        m_pLock->unlock();
+}
+
+bool CVXSLayoutRecovery::lockOwnCopy()
+{
+    if (m_pLock && m_pLock->isLocked())
+        return true;
+    const QString strBase = folder() + QStringLiteral("/layout-%1").arg(QCoreApplication::applicationPid());
+    for (int nCopy = 1; nCopy <= kMostCopiesPerProcess; ++nCopy) {
+        const QString strPath = strBase + (nCopy == 1 ? QString() : QStringLiteral("-%1").arg(nCopy))
+                                + QStringLiteral(".vxlayout");
+        auto pLock = std::make_unique<QLockFile>(lockFilePath(strPath));
+        // Only a lock whose process is gone is stale, however old it is.
+        pLock->setStaleLockTime(0);
+        if (pLock->tryLock(0)) {
+            m_strPath = strPath;
+            m_pLock = std::move(pLock);
+            return true;
+        }
+    }
+    return false;
 }
