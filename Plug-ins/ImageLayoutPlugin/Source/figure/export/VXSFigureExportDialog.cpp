@@ -115,10 +115,8 @@ CVXSFigureExportDialog::CVXSFigureExportDialog(const CVXSLayoutManager& manager,
     pForm->addRow(tr("File:"), pFileRow);
     pForm->addRow(pButtons);
 
-    connect(m_pWidthPresets, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { CVXSFigurePresets::apply(m_pWidthPresets, m_pWidth); });
-    connect(m_pDpiPresets, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { CVXSFigurePresets::apply(m_pDpiPresets, m_pDpi); });
+    CVXSFigurePresets::drive(m_pWidthPresets, m_pWidth);
+    CVXSFigurePresets::drive(m_pDpiPresets, m_pDpi);
     connect(m_pWidth, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             &CVXSFigureExportDialog::valuesChanged);
     connect(m_pDpi, QOverload<int>::of(&QSpinBox::valueChanged), this, &CVXSFigureExportDialog::valuesChanged);

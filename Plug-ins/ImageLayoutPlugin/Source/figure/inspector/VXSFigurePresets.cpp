@@ -52,6 +52,11 @@ void CVXSFigurePresets::select(QComboBox* pPresets, double dValue)
     pPresets->setCurrentIndex(nIndex >= 0 ? nIndex : pPresets->count() - 1);
 }
 
+void CVXSFigurePresets::drive(QComboBox* pPresets, QAbstractSpinBox* pBox)
+{
+    QObject::connect(pPresets, QOverload<int>::of(&QComboBox::activated), pBox, [pPresets, pBox] { apply(pPresets, pBox); });
+}
+
 void CVXSFigurePresets::apply(QComboBox* pPresets, QAbstractSpinBox* pBox)
 {
     const QVariant value = pPresets->currentData();

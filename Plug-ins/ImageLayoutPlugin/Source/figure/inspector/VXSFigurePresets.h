@@ -12,6 +12,10 @@ public:
     static void addResolutions(QComboBox* pPresets);
     // Shows the preset of the value, "Custom" when none has it.
     static void select(QComboBox* pPresets, double dValue);
-    // The chosen preset's value into the box; for "Custom" the box takes the focus.
+    // From now on a preset the user chooses sets the box's value; "Custom" gives the box the
+    // focus.
+    static void drive(QComboBox* pPresets, QAbstractSpinBox* pBox);
+
+private:
     static void apply(QComboBox* pPresets, QAbstractSpinBox* pBox);
 };

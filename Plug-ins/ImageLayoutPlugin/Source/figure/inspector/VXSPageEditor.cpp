@@ -48,10 +48,8 @@ CVXSPageEditor::CVXSPageEditor(QWidget* pParent)
     m_pCommands = new QVBoxLayout;
     pLayout->addLayout(m_pCommands);
 
-    connect(m_pWidthPresets, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { CVXSFigurePresets::apply(m_pWidthPresets, m_pWidth); });
-    connect(m_pDpiPresets, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { CVXSFigurePresets::apply(m_pDpiPresets, m_pDpi); });
+    CVXSFigurePresets::drive(m_pWidthPresets, m_pWidth);
+    CVXSFigurePresets::drive(m_pDpiPresets, m_pDpi);
     connect(m_pWidth, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             [this] { edited(tr("Change Figure Width")); });
     connect(m_pDpi, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] { edited(tr("Change Resolution")); });
