@@ -410,6 +410,14 @@ void TestLayoutFigureExport::refusesBadValues_data()
                                     << "The resolution has to be from 72 to 2400 dpi; 3000 dpi cannot be exported.";
     QTest::newRow("no file name") << typed("exportFileName", QStringLiteral("   "))
                                   << "Enter the name of the file to export the figure to.";
+    // 2000 mm at 2400 dpi: more pixels than one image can hold.
+    QTest::newRow("raster too large for memory")
+        << DialogSteps([](QDialog& dialog) {
+               type(dialog, "exportWidthMm", QStringLiteral("2000"));
+               type(dialog, "exportDpi", QStringLiteral("2400"));
+               choose(dialog, "exportFormat", QStringLiteral("PNG"));
+           })
+        << "A figure of 188976 x ";
     const QString strMissing = path(QStringLiteral("no/such/folder/figure.pdf"));
     QTest::newRow("folder missing") << typed("exportFileName", strMissing)
                                     << QStringLiteral("Could not write %1: %2").arg(strMissing, qt_error_string(ENOENT));
