@@ -58,6 +58,257 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
 </context>
 <context>
+    <name>CVXSFigureController</name>
+    <message>
+        <source>Move or Resize</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureExportCommand</name>
+    <message>
+        <source>Export Figure...</source>
+        <translation>Abbildung exportieren...</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureExportDialog</name>
+    <message>
+        <source>Export Figure</source>
+        <translation>Abbildung exportieren</translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation> mm</translation>
+    </message>
+    <message>
+        <source> dpi</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>LZW</source>
+        <translation>LZW</translation>
+    </message>
+    <message>
+        <source>Deflate</source>
+        <translation>Deflate</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Figure width:</source>
+        <translation>Breite der Abbildung:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>Auflösung:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>TIFF compression:</source>
+        <translation>TIFF-Komprimierung:</translation>
+    </message>
+    <message>
+        <source>File:</source>
+        <translation>Datei:</translation>
+    </message>
+    <message>
+        <source>%1 files (*.%2)</source>
+        <translation>%1-Dateien (*.%2)</translation>
+    </message>
+    <message>
+        <source>The figure width has to be from %1 to %2 mm; %3 mm cannot be exported.</source>
+        <translation>Die Breite der Abbildung muss zwischen %1 und %2 mm liegen; %3 mm können nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>The resolution has to be from %1 to %2 dpi; %3 dpi cannot be exported.</source>
+        <translation>Die Auflösung muss zwischen %1 und %2 dpi liegen; %3 dpi können nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>Enter the name of the file to export the figure to.</source>
+        <translation>Geben Sie den Namen der Datei ein, in die die Abbildung exportiert werden soll.</translation>
+    </message>
+    <message>
+        <source>%1 is a folder. Enter the name of a file.</source>
+        <translation>%1 ist ein Ordner. Geben Sie den Namen einer Datei ein.</translation>
+    </message>
+    <message>
+        <source>%1 exists already.
+Replace it?</source>
+        <translation>%1 ist bereits vorhanden.
+Ersetzen?</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureFile</name>
+    <message>
+        <source>A figure of %1 x %2 pixels does not fit in memory. Choose a smaller width or resolution.</source>
+        <translation>Eine Abbildung mit %1 x %2 Pixeln passt nicht in den Speicher. Wählen Sie eine kleinere Breite oder Auflösung.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureInspector</name>
+    <message>
+        <source>Figure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the Image Layout window to make a figure.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Look</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Place and size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rectangle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ellipse</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line or arrow</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CVXSGeometryEditor</name>
+    <message>
+        <source>X:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Width:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Height:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An image in a grid cell is fitted to its cell.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CVXSItemStyleEditor</name>
+    <message>
+        <source> pt</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hairline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use as Default</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset Defaults</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Border</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Line Colour</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Line Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Fill</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Head Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Colour</source>
+        <translation type="unfinished">Farbe ändern</translation>
+    </message>
+    <message>
+        <source>Border:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Outline:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Background:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fill:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Head size:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Colour:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Font:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Font</source>
+        <translation type="unfinished">Schrift ändern</translation>
+    </message>
+</context>
+<context>
     <name>CVXSJsonReader</name>
     <message>
         <source>true or false</source>
@@ -568,6 +819,73 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>Send to Back</source>
         <translation>In den Hintergrund</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSPageEditor</name>
+    <message>
+        <source>85 mm (one column)</source>
+        <translation>85 mm (eine Spalte)</translation>
+    </message>
+    <message>
+        <source>114 mm (one and a half columns)</source>
+        <translation>114 mm (anderthalb Spalten)</translation>
+    </message>
+    <message>
+        <source>174 mm (two columns)</source>
+        <translation>174 mm (zwei Spalten)</translation>
+    </message>
+    <message>
+        <source>210 mm (A4 portrait)</source>
+        <translation>210 mm (A4 hochkant)</translation>
+    </message>
+    <message>
+        <source>300 dpi</source>
+        <translation>300 dpi</translation>
+    </message>
+    <message>
+        <source>600 dpi</source>
+        <translation>600 dpi</translation>
+    </message>
+    <message>
+        <source>1200 dpi</source>
+        <translation>1200 dpi</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Benutzerdefiniert</translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation> mm</translation>
+    </message>
+    <message>
+        <source> dpi</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>Figure width:</source>
+        <translation>Breite der Abbildung:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>Auflösung:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Change Figure Width</source>
+        <translation>Breite der Abbildung ändern</translation>
+    </message>
+    <message>
+        <source>Change Resolution</source>
+        <translation>Auflösung ändern</translation>
+    </message>
+    <message>
+        <source>%1 x %2 mm, %3 x %4 pixels</source>
+        <translation>%1 x %2 mm, %3 x %4 Pixel</translation>
     </message>
 </context>
 <context>

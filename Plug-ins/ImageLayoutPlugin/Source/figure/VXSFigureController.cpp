@@ -1,5 +1,6 @@
 #include "figure/VXSFigureController.h"
 
+#include "figure/export/VXSFigureExportCommand.h"
 #include "figure/VXSStyleDefaults.h"
 #include "figure/inspector/VXSFigureInspector.h"
 #include "output/VXSLayoutRenderer.h"
@@ -46,6 +47,7 @@ bool isInCell(const QGraphicsItem& item)
 CVXSFigureController::CVXSFigureController(QObject* pParent)
     : QObject(pParent)
 {
+    new CVXSFigureExportCommand(*this);
 }
 
 CVXSFigureController::~CVXSFigureController()
