@@ -29,7 +29,10 @@ QString CVXToolWindowPlacement::settingsKey(const QString& strWindowName)
 
 bool CVXToolWindowPlacement::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    auto* pSubWindow = static_cast<QMdiSubWindow*>(pWatched);
+    // A sub-window being destroyed is no longer one, yet still sends events on its way out.
+    auto* pSubWindow = qobject_cast<QMdiSubWindow*>(pWatched);
+    if (!pSubWindow)
+        return QObject::eventFilter(pWatched, pEvent);
     switch (pEvent->type()) {
     case QEvent::Show:
         // Show comes before the window is drawn, so it appears in its place at once.

@@ -1,6 +1,7 @@
 #include "FileDialogTyping.h"
 
 #include <QAbstractItemView>
+#include <QCompleter>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -9,6 +10,8 @@
 
 namespace {
 constexpr int kWaitForButtonMs = 10000;
+// A click that only closed the name box's completion list is given again, as a user would.
+constexpr int kClickTries = 3;
 
 // Key by key; characters beyond ASCII arrive as the text of a key event, as from a keyboard
 // layout that has them (QTest's own typing knows ASCII keys only).
@@ -20,6 +23,27 @@ void typeText(QWidget* pWidget, const QString& strText)
         else
             QTest::sendKeyEvent(QTest::Click, pWidget, Qt::Key_unknown, QString(ch), Qt::NoModifier);
     }
+}
+// The completion list the name box pops up while the folder loads takes the next click for
+// itself, only to close; a user closes it first (or clicks again).
+void closeCompletionList(QLineEdit* pNameEdit)
+{
+    QCompleter* pCompleter = pNameEdit->completer();
+    if (pCompleter && pCompleter->popup() && pCompleter->popup()->isVisible())
+        pCompleter->popup()->hide();
+}
+
+// True once the button took a click: the dialog has then done what its button does.
+bool clickUntilTaken(QPushButton* pButton, QLineEdit* pNameEdit)
+{
+    for (int nTry = 0; nTry < kClickTries; ++nTry) {
+        closeCompletionList(pNameEdit);
+        QSignalSpy clicked(pButton, &QAbstractButton::clicked);
+        QTest::mouseClick(pButton, Qt::LeftButton);
+        if (!clicked.isEmpty())
+            return true;
+    }
+    return false;
 }
 } // namespace
 
@@ -47,6 +71,10 @@ bool typeIntoFileDialog(QFileDialog* pDialog, const QString& strName)
                  qPrintable(pAccept->text()), qPrintable(strName));
         return false;
     }
-    QTest::mouseClick(pAccept, Qt::LeftButton);
+    if (!clickUntilTaken(pAccept, pNameEdit)) {
+        qWarning("file dialog \"%s\" never took the click on \"%s\"", qPrintable(pDialog->windowTitle()),
+                 qPrintable(pAccept->text()));
+        return false;
+    }
     return true;
 }
