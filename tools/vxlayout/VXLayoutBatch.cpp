@@ -77,9 +77,10 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
     QVector<QImage> images;
-    if (!readImages(options.inputPaths(), images))
+    if (!readImages(options.inputPaths(), images) || !options.figure().calibrate(options.inputPaths(), images, m_strError))
         return false;
     placeImages(images);
+    options.figure().mark(m_manager);
     return exportPage(options.exportPath(), options.dpi()) && writeMethods(options.methodsPath());
 }
 

@@ -71,6 +71,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(dpiOption());
     parser.addOption(provenanceOption());
     parser.addOption(methodsOption());
+    CVXLayoutFigureOptions::addOptions(parser);
     parser.addOption(helpOption());
     parser.addOption(versionOption());
     parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
@@ -115,6 +116,8 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
         return false;
     }
     if (parser.isSet(sizeOption()) && !parseSceneSize(parser.value(sizeOption())))
+        return false;
+    if (!m_figure.parse(parser, m_strError))
         return false;
     return !parser.isSet(dpiOption()) || parseDpi(parser.value(dpiOption()));
 }
@@ -234,7 +237,8 @@ QString CVXLayoutBatchOptions::helpText(const QStringList& styleNames)
            "  vxlayout --layout \"Layout 2x1\" --export figure.pdf a.png b.tif\n"
            "\n"
            "Exit status: 0 when the file was written, 1 on any error (the reason goes to standard error).")
-            .arg(suffixes.join(QStringLiteral(", ")), quotedList(styleNames)));
+            .arg(suffixes.join(QStringLiteral(", ")), quotedList(styleNames))
+        + QStringLiteral("\n\n") + CVXLayoutFigureOptions::description());
     return parser.helpText();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXLayoutFigureOptions.h"
+
 #include <QCoreApplication>
 #include <QSize>
 #include <QString>
@@ -31,6 +33,7 @@ public:
     // Empty when no Methods paragraph is wanted.
     QString methodsPath() const;
     QString errorText() const;
+    const CVXLayoutFigureOptions& figure() const { return m_figure; }
 
     // The usage, options and a description naming the given layout styles.
     static QString helpText(const QStringList& styleNames);
@@ -51,4 +54,5 @@ private:
     bool m_bProvenance = false;
     QString m_strMethodsPath;
     QString m_strError;
+    CVXLayoutFigureOptions m_figure;
 };

@@ -1,5 +1,6 @@
 #include "figure/VXSFigureController.h"
 
+#include "figure/VXSFigureMarks.h"
 #include "figure/VXSStyleDefaults.h"
 #include "figure/inspector/VXSFigureInspector.h"
 #include "output/VXSLayoutRenderer.h"
@@ -46,6 +47,7 @@ bool isInCell(const QGraphicsItem& item)
 CVXSFigureController::CVXSFigureController(QObject* pParent)
     : QObject(pParent)
 {
+    m_pMarks = new CVXSFigureMarks(*this);
 }
 
 CVXSFigureController::~CVXSFigureController()
@@ -94,6 +96,11 @@ QList<QAction*> CVXSFigureController::menuActions(const QString& strMenu) const
 void CVXSFigureController::addCommand(QAction* pAction, const QString& strMenu)
 {
     m_commands.append({strMenu, pAction});
+}
+
+CVXSFigureMarks* CVXSFigureController::marks() const
+{
+    return m_pMarks;
 }
 
 QGraphicsItem* CVXSFigureController::selectedItem() const
