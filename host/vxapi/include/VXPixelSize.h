@@ -32,7 +32,7 @@ public:
     static bool parse(const QString& strText, double& dMm, QString& strError);
     // The value with its unit in mm (nm, µm, mm, cm or m); the factor of "mm" is 1.
     static bool unitFactor(const QString& strUnit, double& dMmPerUnit);
-    // The length in the unit (nm, µm, mm, cm) that keeps its number from 1 to 999:
+    // The length in the smallest unit (nm, µm, mm, cm) that keeps its number below 1000:
     // "20 mm", "500 µm".
     static QString text(double dMm);
     // Why a value is refused; empty when it is usable.

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -85,11 +86,13 @@ QString CVXPixelSize::refusal(double dMm)
 
 QString CVXPixelSize::text(double dMm)
 {
-    // The largest unit the length is at least 1 of; below 1 nm, nm.
-    const Unit* pUnit = &WrittenUnits[0];
+    // The smallest unit the length is less than 1000 of: "20 mm", not "2 cm".
+    const Unit* pUnit = std::end(WrittenUnits) - 1;
     for (const Unit& unit : WrittenUnits) {
-        if (dMm >= unit.dMm * (1.0 - 1e-9))
+        if (dMm / unit.dMm < 999.5) {
             pUnit = &unit;
+            break;
+        }
     }
     const double dValue = dMm / pUnit->dMm;
     // Up to three decimals where the length is not whole, without trailing zeros.
