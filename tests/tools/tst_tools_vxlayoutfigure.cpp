@@ -252,7 +252,9 @@ QStringList TestToolsVxLayoutFigure::sources() const
 void TestToolsVxLayoutFigure::readersTakeThePixelSize_data()
 {
     QTest::addColumn<QString>("file");
-    QTest::addColumn<QStringList>("make"); // convert-im6.q16 arguments before the file, or DICOM
+    // For DICOM the attribute and its value; for TIFF the resolution unit (1 none, 2 inch,
+    // 3 cm) and X resolution, set with libtiff's tiffset on a TIFF Qt wrote.
+    QTest::addColumn<QStringList>("make");
     QTest::addColumn<double>("pixelMm");
 
     QTest::newRow("DICOM Pixel Spacing, the column spacing")
@@ -262,18 +264,15 @@ void TestToolsVxLayoutFigure::readersTakeThePixelSize_data()
     QTest::newRow("DICOM without spacing") << "bare.dcm" << QStringList {QStringLiteral("none"), QString()} << 0.0;
     QTest::newRow("TIFF per centimetre")
         << "cm.tif"
-        << QStringList {QStringLiteral("-units"), QStringLiteral("PixelsPerCentimeter"), QStringLiteral("-density"),
-                        QStringLiteral("200")}
+        << QStringList {QStringLiteral("3"), QStringLiteral("200")}
         << 0.05;
     QTest::newRow("TIFF per inch")
         << "inch.tif"
-        << QStringList {QStringLiteral("-units"), QStringLiteral("PixelsPerInch"), QStringLiteral("-density"),
-                        QStringLiteral("254")}
+        << QStringList {QStringLiteral("2"), QStringLiteral("254")}
         << 0.1;
     QTest::newRow("TIFF without unit")
         << "nounit.tif"
-        << QStringList {QStringLiteral("-units"), QStringLiteral("Undefined"), QStringLiteral("-density"),
-                        QStringLiteral("254")}
+        << QStringList {QStringLiteral("1"), QStringLiteral("254")}
         << 0.0;
     QTest::newRow("PNG") << "plain.png" << QStringList() << 0.0;
 }
@@ -293,11 +292,14 @@ void TestToolsVxLayoutFigure::readersTakeThePixelSize()
             header.attributes = {{DCM_ImagerPixelSpacing, make.last().toLatin1()}};
         QVERIFY(CTestDicomFiles::write(strPath, header, QVector<quint16>(40 * 30, 90)));
     } else if (file.endsWith(QLatin1String(".tif"))) {
-        VX_REQUIRE_PROGRAM("convert-im6.q16");
-        const OutsideProgram convert(QStringLiteral("convert-im6.q16"),
-                                     QStringList {QStringLiteral("-size"), QStringLiteral("40x30"), QStringLiteral("xc:gray")}
-                                         + make + QStringList {strPath});
-        QVERIFY2(convert.succeeded(), qPrintable(convert.report()));
+        VX_REQUIRE_PROGRAM("tiffset");
+        QImage grey(40, 30, QImage::Format_RGB32);
+        grey.fill(Qt::gray);
+        QVERIFY(grey.save(strPath, "tif"));
+        const OutsideProgram unit(QStringLiteral("tiffset"), {QStringLiteral("-s"), QStringLiteral("296"), make.first(), strPath});
+        const OutsideProgram resolution(QStringLiteral("tiffset"),
+                                        {QStringLiteral("-s"), QStringLiteral("282"), make.last(), strPath});
+        QVERIFY2(unit.succeeded() && resolution.succeeded(), qPrintable(unit.report() + resolution.report()));
     }
     QString strError;
     const QVector<QImage> pages = CVXImageFileReader::read(strPath, strError);
