@@ -207,9 +207,21 @@ QWidget* CVXSFigureMarks::dialogParent() const
     return pManager ? pManager->getLayoutWindow() : nullptr;
 }
 
+bool CVXSFigureMarks::hasOutsideLetters() const
+{
+    const QList<CVXSLayoutItemImage*> all = images();
+    return std::any_of(all.cbegin(), all.cend(), [](const CVXSLayoutItemImage* pImage) {
+        const CVXSPanelLabel& label = CVXSItemFigure::of(*pImage).panelLabel;
+        return label.isShown() && label.nCorner == CVXSPanelLabel::OutsideTopLeft;
+    });
+}
+
 void CVXSFigureMarks::watchScene()
 {
-    QGraphicsScene* pScene = m_controller.manager() ? m_controller.manager()->getScene() : nullptr;
+    // Letters above their images lie outside the images' bounds, and the scene repaints no
+    // more than the bounds of what changed; so while any such letter is on the page, every
+    // change repaints the whole page. Only then: a scene heard of delivers its changes later.
+    QGraphicsScene* pScene = m_controller.manager() && hasOutsideLetters() ? m_controller.manager()->getScene() : nullptr;
     if (pScene == m_pWatchedScene)
         return;
     disconnect(m_sceneConnection);
@@ -220,18 +232,10 @@ void CVXSFigureMarks::watchScene()
 
 void CVXSFigureMarks::sceneChanged(const QList<QRectF>& regions)
 {
-    // Letters above their images lie outside the images' bounds, and the scene repaints no
-    // more than the bounds of what changed; so the whole page is repainted while any such
-    // letter is on it.
-    const QList<CVXSLayoutItemImage*> all = images();
-    const bool bOutside = std::any_of(all.cbegin(), all.cend(), [](const CVXSLayoutItemImage* pImage) {
-        const CVXSPanelLabel& label = CVXSItemFigure::of(*pImage).panelLabel;
-        return label.isShown() && label.nCorner == CVXSPanelLabel::OutsideTopLeft;
-    });
     const QRectF page = m_pWatchedScene->sceneRect();
     const bool bWhole = std::any_of(regions.cbegin(), regions.cend(), [&page](const QRectF& region) {
         return region.contains(page);
     });
-    if (bOutside && !bWhole)
+    if (!bWhole)
         m_pWatchedScene->update();
 }

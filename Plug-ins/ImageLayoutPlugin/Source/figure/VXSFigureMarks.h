@@ -57,6 +57,7 @@ private:
     bool apply(const std::function<void()>& change, const QString& strText);
     void tell(const QString& strText) const;
     QWidget* dialogParent() const;
+    bool hasOutsideLetters() const;
     void watchScene();
     void sceneChanged(const QList<QRectF>& regions);
 
