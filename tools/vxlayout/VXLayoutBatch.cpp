@@ -1,5 +1,6 @@
 #include "VXLayoutBatch.h"
 
+#include <figure/export/VXSFigureFile.h>
 #include <VXImageFileReader.h>
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
@@ -72,16 +73,20 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
 {
     m_strError.clear();
     m_strReport.clear();
+    // A figure's resolution sets its pixels in any format.
+    const bool bFigure = options.figureSize().isRequested();
     if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
-        || !checkDpi(options.exportPath(), options.dpi()) || !checkCellCount(options.inputPaths().size())
+        || (!bFigure && !checkDpi(options.exportPath(), options.dpi())) || !checkCellCount(options.inputPaths().size())
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
     QVector<QImage> images;
-    if (!readImages(options.inputPaths(), images) || !options.figure().calibrate(options.inputPaths(), images, m_strError))
+    if (!readImages(options.inputPaths(), images) || !options.figureMarks().calibrate(options.inputPaths(), images, m_strError))
         return false;
     placeImages(images);
-    options.figure().mark(m_manager);
-    return exportPage(options.exportPath(), options.dpi()) && writeMethods(options.methodsPath());
+    options.figureMarks().mark(m_manager);
+    const bool bWritten = bFigure ? exportFigure(options.figureSize(), options.exportPath())
+                                  : exportPage(options.exportPath(), options.dpi());
+    return bWritten && writeMethods(options.methodsPath());
 }
 
 QString CVXLayoutBatch::errorText() const
@@ -284,6 +289,16 @@ bool CVXLayoutBatch::exportVectorPage(const QString& strPath, int nDpi)
         CVXSLayoutProvenance(*m_manager.getScene(), m_manager.getLayoutView(), m_manager.currentStyle(), renderer.pageSize())
             .keys();
     m_strReport = tr("Wrote %1 (%2 x %3 points)").arg(strPath).arg(page.pointSize().width()).arg(page.pointSize().height());
+    return true;
+}
+
+bool CVXLayoutBatch::exportFigure(const CVXLayoutFigureSize& size, const QString& strPath)
+{
+    CVXSFigureFile figure(m_manager, size.page());
+    if (!figure.write(strPath))
+        return failedToWrite(strPath, figure.status(), figure.errorText());
+    m_provenance = figure.provenance();
+    m_strReport = size.reportLine(strPath, figure);
     return true;
 }
 

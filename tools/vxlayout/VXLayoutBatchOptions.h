@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VXLayoutFigureSize.h"
 #include "VXLayoutFigureOptions.h"
 
 #include <QCoreApplication>
@@ -32,8 +33,9 @@ public:
     bool isProvenanceRequested() const;
     // Empty when no Methods paragraph is wanted.
     QString methodsPath() const;
+    const CVXLayoutFigureSize& figureSize() const;
     QString errorText() const;
-    const CVXLayoutFigureOptions& figure() const { return m_figure; }
+    const CVXLayoutFigureOptions& figureMarks() const { return m_figureMarks; }
 
     // The usage, options and a description naming the given layout styles.
     static QString helpText(const QStringList& styleNames);
@@ -53,6 +55,7 @@ private:
     QStringList m_inputPaths;
     bool m_bProvenance = false;
     QString m_strMethodsPath;
+    CVXLayoutFigureSize m_figureSize;
     QString m_strError;
-    CVXLayoutFigureOptions m_figure;
+    CVXLayoutFigureOptions m_figureMarks;
 };

@@ -65,6 +65,101 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
 </context>
 <context>
+    <name>CVXSFigureExportCommand</name>
+    <message>
+        <source>Export Figure...</source>
+        <translation>Abbildung exportieren...</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureExportDialog</name>
+    <message>
+        <source>Export Figure</source>
+        <translation>Abbildung exportieren</translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation> mm</translation>
+    </message>
+    <message>
+        <source> dpi</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>LZW</source>
+        <translation>LZW</translation>
+    </message>
+    <message>
+        <source>Deflate</source>
+        <translation>Deflate</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Figure width:</source>
+        <translation>Breite der Abbildung:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>Auflösung:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>TIFF compression:</source>
+        <translation>TIFF-Komprimierung:</translation>
+    </message>
+    <message>
+        <source>File:</source>
+        <translation>Datei:</translation>
+    </message>
+    <message>
+        <source>%1 files (*.%2)</source>
+        <translation>%1-Dateien (*.%2)</translation>
+    </message>
+    <message>
+        <source>The figure width has to be from %1 to %2 mm; %3 mm cannot be exported.</source>
+        <translation>Die Breite der Abbildung muss zwischen %1 und %2 mm liegen; %3 mm können nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>The resolution has to be from %1 to %2 dpi; %3 dpi cannot be exported.</source>
+        <translation>Die Auflösung muss zwischen %1 und %2 dpi liegen; %3 dpi können nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>Enter the name of the file to export the figure to.</source>
+        <translation>Geben Sie den Namen der Datei ein, in die die Abbildung exportiert werden soll.</translation>
+    </message>
+    <message>
+        <source>%1 is a folder. Enter the name of a file.</source>
+        <translation>%1 ist ein Ordner. Geben Sie den Namen einer Datei ein.</translation>
+    </message>
+    <message>
+        <source>%1 exists already.
+Replace it?</source>
+        <translation>%1 ist bereits vorhanden.
+Ersetzen?</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureFile</name>
+    <message>
+        <source>A figure of %1 x %2 pixels does not fit in memory. Choose a smaller width or resolution.</source>
+        <translation>Eine Abbildung mit %1 x %2 Pixeln passt nicht in den Speicher. Wählen Sie eine kleinere Breite oder Auflösung.</translation>
+    </message>
+</context>
+<context>
     <name>CVXSFigureInspector</name>
     <message>
         <source>Figure</source>
@@ -75,20 +170,12 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Panel letters</source>
-        <translation>Feldbuchstaben</translation>
-    </message>
-    <message>
         <source>Look</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Place and size</source>
         <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Scale bar</source>
-        <translation>Maßstabsbalken</translation>
     </message>
     <message>
         <source>Image</source>
@@ -109,6 +196,14 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     <message>
         <source>Line or arrow</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Panel letters</source>
+        <translation>Feldbuchstaben</translation>
+    </message>
+    <message>
+        <source>Scale bar</source>
+        <translation>Maßstabsbalken</translation>
     </message>
 </context>
 <context>
@@ -182,7 +277,7 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
     <message>
         <source> mm</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished"> mm</translation>
     </message>
     <message>
         <source>An image in a grid cell is fitted to its cell.</source>
@@ -789,67 +884,67 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <name>CVXSPageEditor</name>
     <message>
         <source>85 mm (one column)</source>
-        <translation type="unfinished"></translation>
+        <translation>85 mm (eine Spalte)</translation>
     </message>
     <message>
         <source>114 mm (one and a half columns)</source>
-        <translation type="unfinished"></translation>
+        <translation>114 mm (anderthalb Spalten)</translation>
     </message>
     <message>
         <source>174 mm (two columns)</source>
-        <translation type="unfinished"></translation>
+        <translation>174 mm (zwei Spalten)</translation>
     </message>
     <message>
         <source>210 mm (A4 portrait)</source>
-        <translation type="unfinished"></translation>
+        <translation>210 mm (A4 hochkant)</translation>
     </message>
     <message>
         <source>300 dpi</source>
-        <translation type="unfinished"></translation>
+        <translation>300 dpi</translation>
     </message>
     <message>
         <source>600 dpi</source>
-        <translation type="unfinished"></translation>
+        <translation>600 dpi</translation>
     </message>
     <message>
         <source>1200 dpi</source>
-        <translation type="unfinished"></translation>
+        <translation>1200 dpi</translation>
     </message>
     <message>
         <source>Custom</source>
-        <translation type="unfinished"></translation>
+        <translation>Benutzerdefiniert</translation>
     </message>
     <message>
         <source> mm</source>
-        <translation type="unfinished"></translation>
+        <translation> mm</translation>
     </message>
     <message>
         <source> dpi</source>
-        <translation type="unfinished"></translation>
+        <translation> dpi</translation>
     </message>
     <message>
         <source>Figure width:</source>
-        <translation type="unfinished"></translation>
+        <translation>Breite der Abbildung:</translation>
     </message>
     <message>
         <source>Resolution:</source>
-        <translation type="unfinished"></translation>
+        <translation>Auflösung:</translation>
     </message>
     <message>
         <source>Size:</source>
-        <translation type="unfinished"></translation>
+        <translation>Größe:</translation>
     </message>
     <message>
         <source>Change Figure Width</source>
-        <translation type="unfinished"></translation>
+        <translation>Breite der Abbildung ändern</translation>
     </message>
     <message>
         <source>Change Resolution</source>
-        <translation type="unfinished"></translation>
+        <translation>Auflösung ändern</translation>
     </message>
     <message>
         <source>%1 x %2 mm, %3 x %4 pixels</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 x %2 mm, %3 x %4 Pixel</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "figure/VXSFigureController.h"
 
 #include "figure/VXSFigureMarks.h"
+#include "figure/export/VXSFigureExportCommand.h"
 #include "figure/VXSStyleDefaults.h"
 #include "figure/inspector/VXSFigureInspector.h"
 #include "output/VXSLayoutRenderer.h"
@@ -48,6 +49,7 @@ CVXSFigureController::CVXSFigureController(QObject* pParent)
     : QObject(pParent)
 {
     m_pMarks = new CVXSFigureMarks(*this);
+    new CVXSFigureExportCommand(*this);
 }
 
 CVXSFigureController::~CVXSFigureController()
