@@ -156,7 +156,7 @@ T* TestLayoutPanelLabels::control(const char* pName)
 void TestLayoutPanelLabels::pressLabelPanels()
 {
     m_pLayout->view()->clearSelection();
-    auto* pButton = control<QPushButton>("labelPanelsActionButton");
+    auto* pButton = control<QPushButton>("actionLabelPanelsButton");
     QVERIFY(pButton);
     QTRY_VERIFY(pButton->isVisible());
     QTest::mouseClick(pButton, Qt::LeftButton);
@@ -419,7 +419,7 @@ void TestLayoutPanelLabels::commandInTheFigureMenu()
 {
     const QList<QAction*> actions = m_pController->menuActions(QStringLiteral("Figure"));
     const auto found = std::find_if(actions.cbegin(), actions.cend(), [](const QAction* pAction) {
-        return pAction->objectName() == QLatin1String("labelPanelsAction");
+        return pAction->objectName() == QLatin1String("actionLabelPanels");
     });
     QVERIFY(found != actions.cend());
     QCOMPARE((*found)->text(), QStringLiteral("Label Panels"));

@@ -252,7 +252,7 @@ CVXSLayoutItemImage* TestLayoutScaleBar::selectedBarImage()
     CVXSLayoutItemImage* pImage = m_pLayout->pasteImage(calibratedImage());
     pImage->setRect(40, 40, 404, 304);
     m_pLayout->view()->selectItem(pImage);
-    figureCommand("addScaleBarAction")->trigger();
+    figureCommand("actionAddScaleBar")->trigger();
     return pImage;
 }
 
@@ -356,7 +356,7 @@ void TestLayoutScaleBar::addAndRemoveFromTheFigureMenu()
     const QImage before = m_pLayout->manager()->renderLayoutImage(Scale);
     QCOMPARE(barPixels(before, pImage), 0);
 
-    figureCommand("addScaleBarAction")->trigger();
+    figureCommand("actionAddScaleBar")->trigger();
     QVERIFY(CVXSItemFigure::of(*pImage).scaleBar.bShown);
     QCOMPARE(pStack->index(), nSteps + 1);
     QCOMPARE(pStack->undoText(), QStringLiteral("Add Scale Bar"));
@@ -370,7 +370,7 @@ void TestLayoutScaleBar::addAndRemoveFromTheFigureMenu()
     pStack->redo();
     QCOMPARE(barPixels(m_pLayout->manager()->renderLayoutImage(Scale), pImage), barPixels(page, pImage));
 
-    figureCommand("removeScaleBarAction")->trigger();
+    figureCommand("actionRemoveScaleBar")->trigger();
     QCOMPARE(pStack->undoText(), QStringLiteral("Remove Scale Bar"));
     QCOMPARE(barPixels(m_pLayout->manager()->renderLayoutImage(Scale), pImage), 0);
 }
@@ -384,7 +384,7 @@ void TestLayoutScaleBar::imageWithoutPixelSize()
     const int nSteps = m_pLayout->manager()->undoStack()->index();
     CSeenMessageBox seen;
     answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
-    figureCommand("addScaleBarAction")->trigger();
+    figureCommand("actionAddScaleBar")->trigger();
     QTRY_VERIFY(seen.m_bShown);
     QCOMPARE(seen.m_strText, QStringLiteral("\"mouse.png\" has no pixel size; use Set Pixel Size... to give it one."));
     QVERIFY(!CVXSItemFigure::of(*pImage).scaleBar.bShown);
@@ -464,7 +464,7 @@ void TestLayoutScaleBar::pixelSizeDialogSetsIt()
             QTest::mouseClick(pDialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
         },
         &bSeen);
-    figureCommand("setPixelSizeAction")->trigger();
+    figureCommand("actionSetPixelSize")->trigger();
     QVERIFY(bSeen);
     QCOMPARE(CVXSItemFigure::of(*pImage).dPixelSizeMm, 0.05);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Set Pixel Size"));

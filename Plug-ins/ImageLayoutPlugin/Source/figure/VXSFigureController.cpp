@@ -48,8 +48,8 @@ bool isInCell(const QGraphicsItem& item)
 CVXSFigureController::CVXSFigureController(QObject* pParent)
     : QObject(pParent)
 {
-    m_pMarks = new CVXSFigureMarks(*this);
     new CVXSFigureExportCommand(*this);
+    m_pMarks = new CVXSFigureMarks(*this);
 }
 
 CVXSFigureController::~CVXSFigureController()

@@ -41,10 +41,10 @@ CVXSFigureMarks::CVXSFigureMarks(CVXSFigureController& controller)
     : QObject(&controller)
     , m_controller(controller)
 {
-    m_pLabelPanels = addCommand(tr("Label Panels"), "labelPanelsAction");
-    m_pAddScaleBar = addCommand(tr("Add Scale Bar"), "addScaleBarAction");
-    m_pRemoveScaleBar = addCommand(tr("Remove Scale Bar"), "removeScaleBarAction");
-    m_pSetPixelSize = addCommand(tr("Set Pixel Size..."), "setPixelSizeAction");
+    m_pLabelPanels = addCommand(tr("Label Panels"), "actionLabelPanels");
+    m_pAddScaleBar = addCommand(tr("Add Scale Bar"), "actionAddScaleBar");
+    m_pRemoveScaleBar = addCommand(tr("Remove Scale Bar"), "actionRemoveScaleBar");
+    m_pSetPixelSize = addCommand(tr("Set Pixel Size..."), "actionSetPixelSize");
     connect(m_pLabelPanels, &QAction::triggered, this, &CVXSFigureMarks::labelPanels);
     connect(m_pAddScaleBar, &QAction::triggered, this, [this] { setScaleBarsShown(true); });
     connect(m_pRemoveScaleBar, &QAction::triggered, this, [this] { setScaleBarsShown(false); });
