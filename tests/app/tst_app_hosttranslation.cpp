@@ -59,6 +59,7 @@ private slots:
 
     void menusSpeakGerman();
     void fileMenuSpeaksGerman();
+    void figureMenuSpeaksGerman();
     void standardDialogSpeaksGerman();
     void aboutBoxSpeaksGerman();
     void displayRangeBarSpeaksGerman();
@@ -106,6 +107,14 @@ void TestAppHostTranslation::fileMenuSpeaksGerman()
                           "Layout s&peichern", "Layout speichern &unter...", "-", "Abbildung exportieren...", "-",
                           "&Zuletzt geöffnet", "-", "B&eenden"}));
     QCOMPARE(entryTexts(menu("menuOpenRecent")), QStringList({"-", "Menü &leeren"}));
+}
+
+void TestAppHostTranslation::figureMenuSpeaksGerman()
+{
+    // The layout tool's figure commands, from the tool's own catalogue.
+    QCOMPARE(entryTexts(menu("menuFigure")),
+             QStringList({"Abbildung exportieren...", "Felder beschriften", "Maßstabsbalken hinzufügen",
+                          "Maßstabsbalken entfernen", "Pixelgröße festlegen..."}));
 }
 
 void TestAppHostTranslation::standardDialogSpeaksGerman()

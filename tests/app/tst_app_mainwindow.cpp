@@ -96,7 +96,9 @@ void TestAppMainWindow::menusHoldTheirActions_data()
     // Undo and Redo follow the active tool window.
     QTest::newRow("Edit") << "menuEdit" << QStringList {"actionUndo", "actionRedo"};
     // The layout tool's figure commands.
-    QTest::newRow("Figure") << "menuFigure" << QStringList {"actionExportFigure"};
+    QTest::newRow("Figure") << "menuFigure"
+                            << QStringList {"actionExportFigure", "actionLabelPanels", "actionAddScaleBar",
+                                            "actionRemoveScaleBar", "actionSetPixelSize"};
     // Tools start with what the built-in tools announce; plugins add theirs.
     QTest::newRow("Tools") << "menuTools" << QStringList {"Image Layout Window"};
     // The open windows follow the separator.

@@ -80,9 +80,10 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
     QVector<QImage> images;
-    if (!readImages(options.inputPaths(), images))
+    if (!readImages(options.inputPaths(), images) || !options.figureMarks().calibrate(options.inputPaths(), images, m_strError))
         return false;
     placeImages(images);
+    options.figureMarks().mark(m_manager);
     const bool bWritten = bFigure ? exportFigure(options.figureSize(), options.exportPath())
                                   : exportPage(options.exportPath(), options.dpi());
     return bWritten && writeMethods(options.methodsPath());

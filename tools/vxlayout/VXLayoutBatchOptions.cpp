@@ -72,6 +72,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(CVXLayoutFigureSize::option());
     parser.addOption(provenanceOption());
     parser.addOption(methodsOption());
+    CVXLayoutFigureOptions::addOptions(parser);
     parser.addOption(helpOption());
     parser.addOption(versionOption());
     parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
@@ -123,7 +124,7 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
         m_strError = m_figureSize.errorText();
         return false;
     }
-    return true;
+    return m_figureMarks.parse(parser, m_strError);
 }
 
 bool CVXLayoutBatchOptions::parseSceneSize(const QString& strValue)
@@ -247,7 +248,8 @@ QString CVXLayoutBatchOptions::helpText(const QStringList& styleNames)
            "  vxlayout --layout \"Layout 2x2\" --width-mm 85 --dpi 600 --export figure.tif a.png b.tif c.png\n"
            "\n"
            "Exit status: 0 when the file was written, 1 on any error (the reason goes to standard error).")
-            .arg(suffixes.join(QStringLiteral(", ")), quotedList(styleNames)));
+            .arg(suffixes.join(QStringLiteral(", ")), quotedList(styleNames))
+        + QStringLiteral("\n\n") + CVXLayoutFigureOptions::description());
     return parser.helpText();
 }
 

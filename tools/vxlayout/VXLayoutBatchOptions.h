@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VXLayoutFigureSize.h"
+#include "VXLayoutFigureOptions.h"
 
 #include <QCoreApplication>
 #include <QSize>
@@ -34,6 +35,7 @@ public:
     QString methodsPath() const;
     const CVXLayoutFigureSize& figureSize() const;
     QString errorText() const;
+    const CVXLayoutFigureOptions& figureMarks() const { return m_figureMarks; }
 
     // The usage, options and a description naming the given layout styles.
     static QString helpText(const QStringList& styleNames);
@@ -55,4 +57,5 @@ private:
     QString m_strMethodsPath;
     CVXLayoutFigureSize m_figureSize;
     QString m_strError;
+    CVXLayoutFigureOptions m_figureMarks;
 };

@@ -197,6 +197,65 @@ Ersetzen?</translation>
         <source>Line or arrow</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Panel letters</source>
+        <translation>Feldbuchstaben</translation>
+    </message>
+    <message>
+        <source>Scale bar</source>
+        <translation>Maßstabsbalken</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureMarks</name>
+    <message>
+        <source>The image</source>
+        <translation>Das Bild</translation>
+    </message>
+    <message>
+        <source>Label Panels</source>
+        <translation>Felder beschriften</translation>
+    </message>
+    <message>
+        <source>Add Scale Bar</source>
+        <translation>Maßstabsbalken hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove Scale Bar</source>
+        <translation>Maßstabsbalken entfernen</translation>
+    </message>
+    <message>
+        <source>Set Pixel Size...</source>
+        <translation>Pixelgröße festlegen...</translation>
+    </message>
+    <message>
+        <source>%1 has no pixel size; use Set Pixel Size... to give it one.</source>
+        <translation>%1 hat keine Pixelgröße; legen Sie sie mit „Pixelgröße festlegen...“ fest.</translation>
+    </message>
+    <message>
+        <source>There are no images to label: paste images into the layout first.</source>
+        <translation>Es gibt keine Bilder zum Beschriften: Fügen Sie zuerst Bilder in das Layout ein.</translation>
+    </message>
+    <message>
+        <source>Select an image for its scale bar.</source>
+        <translation>Wählen Sie ein Bild für seinen Maßstabsbalken aus.</translation>
+    </message>
+    <message>
+        <source>There are no images for scale bars: paste images into the layout first.</source>
+        <translation>Es gibt keine Bilder für Maßstabsbalken: Fügen Sie zuerst Bilder in das Layout ein.</translation>
+    </message>
+    <message>
+        <source>Select an image to give its pixel size.</source>
+        <translation>Wählen Sie ein Bild aus, um seine Pixelgröße festzulegen.</translation>
+    </message>
+    <message>
+        <source>There are no images: paste images into the layout first.</source>
+        <translation>Es gibt keine Bilder: Fügen Sie zuerst Bilder in das Layout ein.</translation>
+    </message>
+    <message>
+        <source>Set Pixel Size</source>
+        <translation>Pixelgröße festlegen</translation>
+    </message>
 </context>
 <context>
     <name>CVXSGeometryEditor</name>
@@ -218,7 +277,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source> mm</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished"> mm</translation>
     </message>
     <message>
         <source>An image in a grid cell is fitted to its cell.</source>
@@ -886,6 +945,159 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>%1 x %2 mm, %3 x %4 pixels</source>
         <translation>%1 x %2 mm, %3 x %4 Pixel</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSPanelLabelEditor</name>
+    <message>
+        <source>A, B, C</source>
+        <translation>A, B, C</translation>
+    </message>
+    <message>
+        <source>a, b, c</source>
+        <translation>a, b, c</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>Fett</translation>
+    </message>
+    <message>
+        <source> pt</source>
+        <translation> pt</translation>
+    </message>
+    <message>
+        <source>Top left, inside the image</source>
+        <translation>Oben links, im Bild</translation>
+    </message>
+    <message>
+        <source>Top left, above the image</source>
+        <translation>Oben links, über dem Bild</translation>
+    </message>
+    <message>
+        <source>Letters:</source>
+        <translation>Buchstaben:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Place:</source>
+        <translation>Ort:</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSPixelSizeDialog</name>
+    <message>
+        <source>Set Pixel Size</source>
+        <translation>Pixelgröße festlegen</translation>
+    </message>
+    <message>
+        <source>The width of one pixel of the image&apos;s source on the object:</source>
+        <translation>Die Breite eines Pixels der Bildquelle auf dem Objekt:</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number.</source>
+        <translation>„%1“ ist keine Zahl.</translation>
+    </message>
+    <message>
+        <source>The pixel size has to be more than 0 and at most 1 m; %1 %2 is not.</source>
+        <translation>Die Pixelgröße muss größer als 0 und höchstens 1 m sein; %1 %2 ist es nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSScaleBarEditor</name>
+    <message>
+        <source>Show a scale bar</source>
+        <translation>Maßstabsbalken zeigen</translation>
+    </message>
+    <message>
+        <source>Automatic length</source>
+        <translation>Länge automatisch</translation>
+    </message>
+    <message>
+        <source>e.g. 500 um or 2 mm</source>
+        <translation>z. B. 500 um oder 2 mm</translation>
+    </message>
+    <message>
+        <source>Bottom right</source>
+        <translation>Unten rechts</translation>
+    </message>
+    <message>
+        <source>Bottom left</source>
+        <translation>Unten links</translation>
+    </message>
+    <message>
+        <source>Top right</source>
+        <translation>Oben rechts</translation>
+    </message>
+    <message>
+        <source>Top left</source>
+        <translation>Oben links</translation>
+    </message>
+    <message>
+        <source> pt</source>
+        <translation> pt</translation>
+    </message>
+    <message>
+        <source>Show the length</source>
+        <translation>Länge zeigen</translation>
+    </message>
+    <message>
+        <source>Set Pixel Size...</source>
+        <translation>Pixelgröße festlegen...</translation>
+    </message>
+    <message>
+        <source>Length:</source>
+        <translation>Länge:</translation>
+    </message>
+    <message>
+        <source>Corner:</source>
+        <translation>Ecke:</translation>
+    </message>
+    <message>
+        <source>Colour:</source>
+        <translation>Farbe:</translation>
+    </message>
+    <message>
+        <source>Thickness:</source>
+        <translation>Dicke:</translation>
+    </message>
+    <message>
+        <source>Pixel size:</source>
+        <translation>Pixelgröße:</translation>
+    </message>
+    <message>
+        <source>Add Scale Bar</source>
+        <translation>Maßstabsbalken hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove Scale Bar</source>
+        <translation>Maßstabsbalken entfernen</translation>
+    </message>
+    <message>
+        <source>Change Scale Bar Length</source>
+        <translation>Länge des Maßstabsbalkens ändern</translation>
+    </message>
+    <message>
+        <source>Change Scale Bar Corner</source>
+        <translation>Ecke des Maßstabsbalkens ändern</translation>
+    </message>
+    <message>
+        <source>Change Scale Bar Colour</source>
+        <translation>Farbe des Maßstabsbalkens ändern</translation>
+    </message>
+    <message>
+        <source>Change Scale Bar Thickness</source>
+        <translation>Dicke des Maßstabsbalkens ändern</translation>
+    </message>
+    <message>
+        <source>Change Scale Bar Label</source>
+        <translation>Beschriftung des Maßstabsbalkens ändern</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
     </message>
 </context>
 <context>

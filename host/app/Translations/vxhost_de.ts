@@ -251,6 +251,25 @@
     </message>
 </context>
 <context>
+    <name>CVXPixelSize</name>
+    <message>
+        <source>&quot;%1&quot; is not a length: give a number and a unit (nm, um, mm, cm), e.g. 0.05mm.</source>
+        <translation>„%1“ ist keine Länge: Geben Sie eine Zahl und eine Einheit an (nm, um, mm, cm), z. B. 0.05mm.</translation>
+    </message>
+    <message>
+        <source>not a number.</source>
+        <translation>keine Zahl.</translation>
+    </message>
+    <message>
+        <source>the length has to be more than 0.</source>
+        <translation>die Länge muss größer als 0 sein.</translation>
+    </message>
+    <message>
+        <source>the length has to be 1 m or less.</source>
+        <translation>die Länge darf höchstens 1 m betragen.</translation>
+    </message>
+</context>
+<context>
     <name>CVXRecentFilesMenu</name>
     <message>
         <source>Open &amp;Recent</source>
@@ -453,13 +472,6 @@
     </message>
 </context>
 <context>
-    <name>CVXToolPluginLoader</name>
-    <message>
-        <source>The plugin is not a tool plugin (its interface is &quot;%1&quot;, tools need &quot;%2&quot;).</source>
-        <translation>Das Plugin ist kein Werkzeug-Plugin (seine Schnittstelle ist „%1“, Werkzeuge brauchen „%2“).</translation>
-    </message>
-</context>
-<context>
     <name>CVXToolPanels</name>
     <message>
         <source>&amp;View</source>
@@ -468,6 +480,13 @@
     <message>
         <source>F&amp;igure</source>
         <translation>Ab&amp;bildung</translation>
+    </message>
+</context>
+<context>
+    <name>CVXToolPluginLoader</name>
+    <message>
+        <source>The plugin is not a tool plugin (its interface is &quot;%1&quot;, tools need &quot;%2&quot;).</source>
+        <translation>Das Plugin ist kein Werkzeug-Plugin (seine Schnittstelle ist „%1“, Werkzeuge brauchen „%2“).</translation>
     </message>
 </context>
 <context>

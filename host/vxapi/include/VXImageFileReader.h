@@ -40,6 +40,8 @@ private:
     static bool fitsInMemory(const QString& strPath, QString& strError);
     static QVector<CVXImagePage> refuseDamaged(QString& strError);
     static void labelPages(QVector<CVXImagePage>& pages, const QString& strFileName);
+    // The pixel sizes a file states, one per page, as the pages' "Pixel Size" keys.
+    static void labelPixelSizes(QVector<CVXImagePage>& pages, const QVector<double>& sizes);
     static QVector<CVXImagePage> readDicom(const QString& strPath, QString& strError, bool bLevels);
     static QVector<CVXImagePage> readPages(QImageReader& reader, QString& strError, bool bLevels);
     // The memory the pages take once decoded, as far as the headers tell.

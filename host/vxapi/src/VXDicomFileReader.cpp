@@ -2,6 +2,7 @@
 
 #include "VXDisplayRange.h"
 #include "VXImageProvenance.h"
+#include "VXPixelSize.h"
 
 #include <dcmtk/dcmdata/dcdeftag.h>
 #include <dcmtk/dcmdata/dcfilefo.h>
@@ -87,6 +88,18 @@ QString readableSpacing(DcmDataset& data)
     if (strRows.isEmpty() || strColumns.isEmpty())
         return strRows;
     return QStringLiteral("%1 mm x %2 mm (row x column)").arg(strRows, strColumns);
+}
+
+// The width of a pixel (the distance between columns) in mm: from Pixel Spacing, else from
+// Imager Pixel Spacing (projection images measured at the detector); 0 without either.
+double pixelWidthMm(DcmDataset& data)
+{
+    for (const DcmTagKey& key : {DCM_PixelSpacing, DCM_ImagerPixelSpacing}) {
+        Float64 dWidth = 0.0;
+        if (data.findAndGetFloat64(key, dWidth, 1).good() && CVXPixelSize::isUsable(dWidth))
+            return dWidth;
+    }
+    return 0.0;
 }
 
 // DCMTK's intermediate pixel data, frame after frame, as grey levels moved up by nOffset:
@@ -331,9 +344,12 @@ void CVXDicomFileReader::labelFrames(QVector<CVXImagePage>& frames) const
         {CVXImageProvenance::SopInstanceUid, attributeText(data, DCM_SOPInstanceUID, false)},
         {CVXImageProvenance::SopClassUid, attributeText(data, DCM_SOPClassUID, false)},
     };
+    const double dPixelWidth = pixelWidthMm(data);
     for (CVXImagePage& frame : frames) {
         for (const auto& attribute : attributes)
             CVXImageProvenance::setKey(frame.picture, QString::fromLatin1(attribute.first), attribute.second);
+        if (dPixelWidth > 0.0)
+            CVXPixelSize::set(frame.picture, dPixelWidth);
     }
 }
 

@@ -3,7 +3,9 @@
 #include "VXDicomFileReader.h"
 #include "VXImageProvenance.h"
 #include "VXImageWindowing.h"
+#include "VXPixelSize.h"
 #include "VXPngCheck.h"
+#include "VXTiffPixelSize.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -82,7 +84,18 @@ QVector<CVXImagePage> CVXImageFileReader::readFile(const QString& strPath, QStri
     if (bPng && (!file.seek(0) || !CVXPngCheck::dataIsIntact(file)))
         return refuseDamaged(strError);
     QImageReader reader(strPath);
-    return readPages(reader, strError, bLevels);
+    QVector<CVXImagePage> pages = readPages(reader, strError, bLevels);
+    if (reader.format() == "tiff")
+        labelPixelSizes(pages, CVXTiffPixelSize::ofPages(strPath));
+    return pages;
+}
+
+void CVXImageFileReader::labelPixelSizes(QVector<CVXImagePage>& pages, const QVector<double>& sizes)
+{
+    for (int i = 0; i < pages.size() && i < sizes.size(); ++i) {
+        if (sizes[i] > 0.0)
+            CVXPixelSize::set(pages[i].picture, sizes[i]);
+    }
 }
 
 bool CVXImageFileReader::fitsInMemory(const QString& strPath, QString& strError)

@@ -3,6 +3,7 @@
 #include "VXColourTable.h"
 #include "VXImageProvenance.h"
 #include "VXImageWindowing.h"
+#include "VXPixelSize.h"
 #include "VXSDataset.h"
 #include "VXSDisplayRangeBar.h"
 #include "VXSWorkspace.h"
@@ -79,8 +80,14 @@ void CVXSChildWindow::setViewState(const CVXSViewState& state)
 QImage CVXSChildWindow::grabImage(bool bGrabDisplayed)
 {
     QImage grabbed = bGrabDisplayed ? grab(contentRect()).toImage() : image();
-    if (bGrabDisplayed)
+    if (bGrabDisplayed) {
         CVXImageProvenance::copyKeys(image(), grabbed);
+        // Shown at the window's scale, each grabbed pixel covers more (or less) of the object.
+        const QRect fitted = fittedRect(image().size());
+        if (CVXPixelSize::of(image()) > 0.0 && fitted.width() > 0)
+            CVXPixelSize::set(grabbed, CVXPixelSize::of(image()) * image().width()
+                                           / (fitted.width() * grabbed.devicePixelRatio()));
+    }
     labelHandedOver(grabbed, m_picture, m_levels);
     return grabbed;
 }

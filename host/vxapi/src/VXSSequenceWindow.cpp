@@ -2,6 +2,7 @@
 
 #include "VXImageProvenance.h"
 #include "VXImageWindowing.h"
+#include "VXPixelSize.h"
 #include "VXSSequenceDataset.h"
 
 #include <QClipboard>
@@ -198,6 +199,8 @@ QImage CVXSSequenceWindow::grabImage(bool bGrabDisplayed)
         return tab;
     QImage grabbed = m_pTabs->currentWidget()->grab().toImage();
     CVXImageProvenance::copyKeys(tab, grabbed);
+    // The tab shows the frame at a scale of its own, which a scale bar cannot know.
+    grabbed.setText(QString::fromLatin1(CVXPixelSize::Key), QString());
     CVXImageProvenance::markHandedOver(grabbed, CVXImageProvenance::windowTitleOf(this));
     return grabbed;
 }

@@ -18,14 +18,32 @@ QString rectText(const QRectF& rect)
     return QStringLiteral("(%1,%2 %3x%4)").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
 }
 
+QString describeMarks(const CVXSItemFigure& figure)
+{
+    QString strMarks;
+    const CVXSPanelLabel& label = figure.panelLabel;
+    if (label.isShown())
+        strMarks += QStringLiteral(" letter %1 bold %2 %3 pt corner %4")
+                        .arg(label.strText).arg(label.bBold).arg(label.dPoints).arg(label.nCorner);
+    const CVXSScaleBar& bar = figure.scaleBar;
+    if (bar.bShown)
+        strMarks += QStringLiteral(" scale bar %1 mm corner %2 %3 %4 label %5")
+                        .arg(bar.dLengthMm).arg(bar.nCorner).arg(bar.colour.name(QColor::HexArgb))
+                        .arg(bar.dThickness).arg(bar.bLabel);
+    if (figure.dPixelSizeMm > 0.0)
+        strMarks += QStringLiteral(" pixel %1 mm").arg(figure.dPixelSizeMm);
+    return strMarks;
+}
+
 QString describeFigure(const CVXSItemFigure& figure)
 {
     if (!figure.bStyled)
-        return QStringLiteral("standard");
+        return QStringLiteral("standard") + describeMarks(figure);
     return QStringLiteral("styled %1/%2 fill %3")
-        .arg(figure.lineColour.name(QColor::HexArgb))
-        .arg(figure.dLineWidth)
-        .arg(figure.fillColour.name(QColor::HexArgb));
+               .arg(figure.lineColour.name(QColor::HexArgb))
+               .arg(figure.dLineWidth)
+               .arg(figure.fillColour.name(QColor::HexArgb))
+        + describeMarks(figure);
 }
 
 QString describeState(const CVXSLayoutItemState& state)

@@ -1,5 +1,6 @@
 #include "figure/VXSFigureController.h"
 
+#include "figure/VXSFigureMarks.h"
 #include "figure/export/VXSFigureExportCommand.h"
 #include "figure/VXSStyleDefaults.h"
 #include "figure/inspector/VXSFigureInspector.h"
@@ -48,6 +49,7 @@ CVXSFigureController::CVXSFigureController(QObject* pParent)
     : QObject(pParent)
 {
     new CVXSFigureExportCommand(*this);
+    m_pMarks = new CVXSFigureMarks(*this);
 }
 
 CVXSFigureController::~CVXSFigureController()
@@ -96,6 +98,11 @@ QList<QAction*> CVXSFigureController::menuActions(const QString& strMenu) const
 void CVXSFigureController::addCommand(QAction* pAction, const QString& strMenu)
 {
     m_commands.append({strMenu, pAction});
+}
+
+CVXSFigureMarks* CVXSFigureController::marks() const
+{
+    return m_pMarks;
 }
 
 QGraphicsItem* CVXSFigureController::selectedItem() const

@@ -12,6 +12,7 @@ class QAction;
 class QGraphicsItem;
 class QWidget;
 class CVXSFigureInspector;
+class CVXSFigureMarks;
 class CVXSLayoutManager;
 
 // The figure features of one layout: the inspector the host shows in a dock, the commands the
@@ -38,6 +39,9 @@ public:
     // Adds a command to a menu of the host and to the inspector's page.
     void addCommand(QAction* pAction, const QString& strMenu);
 
+    // Panel letters, scale bars and pixel sizes, with their commands.
+    CVXSFigureMarks* marks() const;
+
     QGraphicsItem* selectedItem() const;
     CVXSFigurePage page() const;
     // The page as output draws it, in layout units.
@@ -52,6 +56,8 @@ public:
     bool applyStyle(const CVXSItemStyle& style, const QString& strText);
     bool setGeometryMm(const QRectF& rectMm);
     bool setPage(const CVXSFigurePage& page, const QString& strText);
+    // Whether a change can be made now: there is a layout and the view follows no drag.
+    bool canChange() const;
     // The selected shape's look becomes the one new shapes of its kind are drawn in.
     void useAsDefault();
     void resetDefaults();
@@ -61,7 +67,6 @@ signals:
     void changed();
 
 private:
-    bool canChange() const;
     void repaint(QGraphicsItem* pItem) const;
     void placeItem(QGraphicsItem& item, const QRectF& rect) const;
 
@@ -69,4 +74,5 @@ private:
     QPointer<CVXSFigureInspector> m_pInspector; // deleted with the controller
     QList<QMetaObject::Connection> m_connections;
     QList<QPair<QString, QAction*>> m_commands; // the actions are children of the controller
+    CVXSFigureMarks* m_pMarks = nullptr;        // child of the controller
 };

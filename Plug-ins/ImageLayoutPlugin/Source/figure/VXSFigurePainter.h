@@ -1,5 +1,8 @@
 #pragma once
 
+#include "figure/VXSItemFigure.h"
+
+#include <QFont>
 #include <QPen>
 #include <QRectF>
 
@@ -20,10 +23,17 @@ public:
     bool drawShape(QPainter& painter, QGraphicsItem& item) const;
     // What lies under a text: its background.
     void drawUnder(QPainter& painter, const QGraphicsItem& item) const;
-    // What lies over an image drawn into imageRect: its border.
+    // What lies over an image drawn into imageRect: its border, panel letter and scale bar.
     void drawOver(QPainter& painter, const QGraphicsItem& item, const QRectF& imageRect) const;
 
 private:
+    void drawBorder(QPainter& painter, const CVXSItemFigure& figure, const QRectF& imageRect) const;
+    static void drawPanelLabel(QPainter& painter, const QGraphicsItem& item, const CVXSPanelLabel& label,
+                               const QRectF& imageRect);
+    static void drawScaleBar(QPainter& painter, const CVXSItemFigure& figure, const QImage& source,
+                             const QRectF& imageRect);
+    // A font whose characters are dHeight page units high on the painter's device.
+    static QFont pageFont(const QPainter& painter, double dHeight);
     QPen linePen(const QColor& colour, double dWidth) const;
     // The rectangle within which a line of the width lies wholly inside rect.
     static QRectF strokeInside(const QRectF& rect, double dWidth);

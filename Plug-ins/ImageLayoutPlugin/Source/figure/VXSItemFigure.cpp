@@ -1,5 +1,7 @@
 #include "figure/VXSItemFigure.h"
 
+#include <VXPixelSize.h>
+
 #include <QGraphicsItem>
 #include <QVariant>
 
@@ -18,8 +20,14 @@ void CVXSItemFigure::applyTo(QGraphicsItem& item) const
     item.setData(FigureDataKey, QVariant::fromValue(*this));
 }
 
+double CVXSItemFigure::pixelSizeMm(const QImage& source) const
+{
+    return dPixelSizeMm > 0.0 ? dPixelSizeMm : CVXPixelSize::of(source);
+}
+
 bool CVXSItemFigure::operator==(const CVXSItemFigure& other) const
 {
     return bStyled == other.bStyled && lineColour == other.lineColour && dLineWidth == other.dLineWidth
-        && fillColour == other.fillColour;
+        && fillColour == other.fillColour && panelLabel == other.panelLabel && scaleBar == other.scaleBar
+        && dPixelSizeMm == other.dPixelSizeMm;
 }

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "figure/VXSPanelLabel.h"
+#include "figure/VXSScaleBar.h"
+
 #include <QColor>
 #include <QMetaType>
 
 class QGraphicsItem;
+class QImage;
 
 // What the figure features add to one layout item, kept with the item (in its data) so that
 // undo, layout files and output carry it along with the item's own state.
@@ -13,6 +17,10 @@ public:
     // The item's figure part; an item that never had one gives the default (nothing added).
     static CVXSItemFigure of(const QGraphicsItem& item);
     void applyTo(QGraphicsItem& item) const;
+
+    // The width of one pixel of the source in mm: the user's, else the one the source
+    // carries; 0 when neither is known.
+    double pixelSizeMm(const QImage& source) const;
 
     bool operator==(const CVXSItemFigure& other) const;
     bool operator!=(const CVXSItemFigure& other) const { return !(*this == other); }
@@ -24,6 +32,13 @@ public:
     QColor lineColour;       // outline of shapes, line of arrows, border of images
     double dLineWidth = 0.0; // in page units; 0 is the standard hairline
     QColor fillColour;       // fill of shapes, background of texts
+
+    // Images only.
+    CVXSPanelLabel panelLabel;
+    CVXSScaleBar scaleBar;
+    // The width of a source pixel in mm as the user gave it, for an image whose source
+    // states none; 0 while the user gave none. It goes before the source's own.
+    double dPixelSizeMm = 0.0;
 };
 
 Q_DECLARE_METATYPE(CVXSItemFigure)

@@ -2,6 +2,8 @@
 
 #include "file/VXSJsonReader.h"
 
+#include <VXPixelSize.h>
+
 namespace {
 
 const QString kFigure = QStringLiteral("figure");
@@ -9,6 +11,65 @@ const QString kFigure = QStringLiteral("figure");
 QString colourName(const QColor& colour)
 {
     return colour.isValid() ? colour.name(QColor::HexArgb) : QStringLiteral("#00000000");
+}
+
+const QString kPanelLabel = QStringLiteral("panelLabel");
+const QString kScaleBar = QStringLiteral("scaleBar");
+const QString kPixelSize = QStringLiteral("pixelSizeMm");
+// Letters for more panels than a figure ever has.
+constexpr int MaxPanelLetters = 8;
+
+QJsonObject panelLabelObject(const CVXSPanelLabel& label)
+{
+    return QJsonObject {
+        {QStringLiteral("text"), label.strText},
+        {QStringLiteral("bold"), label.bBold},
+        {QStringLiteral("points"), label.dPoints},
+        {QStringLiteral("corner"), label.nCorner},
+    };
+}
+
+QJsonObject scaleBarObject(const CVXSScaleBar& bar)
+{
+    return QJsonObject {
+        {QStringLiteral("lengthMm"), bar.dLengthMm},
+        {QStringLiteral("corner"), bar.nCorner},
+        {QStringLiteral("colour"), colourName(bar.colour)},
+        {QStringLiteral("thickness"), bar.dThickness},
+        {QStringLiteral("label"), bar.bLabel},
+    };
+}
+
+bool decodePanelLabel(const QJsonObject& object, CVXSJsonReader& reader, CVXSPanelLabel& label)
+{
+    return reader.string(object, QStringLiteral("text"), MaxPanelLetters, label.strText)
+        && reader.boolean(object, QStringLiteral("bold"), label.bBold)
+        && reader.number(object, QStringLiteral("points"), CVXSPanelLabel::MinPoints, CVXSPanelLabel::MaxPoints,
+                         label.dPoints)
+        && reader.integer(object, QStringLiteral("corner"), CVXSPanelLabel::InsideTopLeft,
+                          CVXSPanelLabel::OutsideTopLeft, label.nCorner);
+}
+
+bool decodeScaleBar(const QJsonObject& object, CVXSJsonReader& reader, CVXSScaleBar& bar)
+{
+    bar.bShown = true;
+    return reader.number(object, QStringLiteral("lengthMm"), 0.0, CVXPixelSize::MaxMm, bar.dLengthMm)
+        && reader.integer(object, QStringLiteral("corner"), CVXSScaleBar::BottomRight, CVXSScaleBar::TopLeft,
+                          bar.nCorner)
+        && reader.color(object, QStringLiteral("colour"), bar.colour)
+        && reader.number(object, QStringLiteral("thickness"), 0.0, CVXSScaleBar::MaxThickness, bar.dThickness)
+        && reader.boolean(object, QStringLiteral("label"), bar.bLabel);
+}
+
+// The optional object under strKey, read by decode.
+template <typename Value, typename Decode>
+bool decodeOptional(const QJsonObject& figure, const QString& strKey, CVXSJsonReader& reader, Value& value,
+                    Decode decode)
+{
+    if (!figure.contains(strKey))
+        return true;
+    QJsonObject object;
+    return reader.object(figure, strKey, object) && decode(object, reader, value);
 }
 
 } // namespace
@@ -25,6 +86,12 @@ void CVXSFigureCodec::encodeItem(const CVXSItemFigure& figure, QJsonObject& item
                                                    {QStringLiteral("fill"), colourName(figure.fillColour)},
                                                });
     }
+    if (figure.panelLabel.isShown())
+        object.insert(kPanelLabel, panelLabelObject(figure.panelLabel));
+    if (figure.scaleBar.bShown)
+        object.insert(kScaleBar, scaleBarObject(figure.scaleBar));
+    if (figure.dPixelSizeMm > 0.0)
+        object.insert(kPixelSize, figure.dPixelSizeMm);
     item.insert(kFigure, object);
 }
 
@@ -34,7 +101,11 @@ bool CVXSFigureCodec::decodeItem(const QJsonObject& item, CVXSJsonReader& reader
     if (!item.contains(kFigure))
         return true;
     QJsonObject object;
-    if (!reader.object(item, kFigure, object))
+    if (!reader.object(item, kFigure, object)
+        || !decodeOptional(object, kPanelLabel, reader, figure.panelLabel, decodePanelLabel)
+        || !decodeOptional(object, kScaleBar, reader, figure.scaleBar, decodeScaleBar))
+        return false;
+    if (object.contains(kPixelSize) && !reader.number(object, kPixelSize, 0.0, CVXPixelSize::MaxMm, figure.dPixelSizeMm))
         return false;
     if (!object.contains(QStringLiteral("style")))
         return true;

@@ -3,6 +3,9 @@
 #include "figure/inspector/VXSGeometryEditor.h"
 #include "figure/inspector/VXSItemStyleEditor.h"
 #include "figure/inspector/VXSPageEditor.h"
+#include "figure/inspector/VXSPanelLabelEditor.h"
+#include "figure/inspector/VXSScaleBarEditor.h"
+#include "figure/VXSFigureMarks.h"
 #include "figure/VXSFigureController.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemArrow.h"
@@ -35,8 +38,7 @@ CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidg
     pLayout->addWidget(m_pTitle);
 
     m_pPages = new QStackedWidget(this);
-    m_pPageEditor = new CVXSPageEditor(m_pPages);
-    m_pPages->insertWidget(FigurePage, m_pPageEditor);
+    m_pPages->insertWidget(FigurePage, buildFigurePage());
     m_pPages->insertWidget(ItemPage, buildItemPage());
     m_pPages->insertWidget(NoLayoutPage, new QLabel(tr("Open the Image Layout window to make a figure."), m_pPages));
     pLayout->addWidget(m_pPages);
@@ -52,6 +54,9 @@ CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidg
             &CVXSFigureController::resetDefaults);
     connect(m_pGeometryEditor, &CVXSGeometryEditor::geometryEdited, &m_controller,
             &CVXSFigureController::setGeometryMm);
+    connect(m_pScaleBarEditor, &CVXSScaleBarEditor::scaleBarEdited, controller.marks(), &CVXSFigureMarks::setScaleBar);
+    connect(m_pScaleBarEditor, &CVXSScaleBarEditor::setPixelSizeClicked, controller.marks(),
+            &CVXSFigureMarks::askPixelSize);
     connect(&m_controller, &CVXSFigureController::changed, this, &CVXSFigureInspector::refresh);
     refresh();
 }
@@ -59,6 +64,21 @@ CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidg
 CVXSPageEditor* CVXSFigureInspector::pageEditor() const
 {
     return m_pPageEditor;
+}
+
+QWidget* CVXSFigureInspector::buildFigurePage()
+{
+    auto* pPage = new QWidget(m_pPages);
+    auto* pLayout = new QVBoxLayout(pPage);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    m_pPageEditor = new CVXSPageEditor(pPage);
+    auto* pLabelGroup = new QGroupBox(tr("Panel letters"), pPage);
+    auto* pLabelLayout = new QVBoxLayout(pLabelGroup);
+    m_pPanelLabelEditor = new CVXSPanelLabelEditor(pLabelGroup);
+    pLabelLayout->addWidget(m_pPanelLabelEditor);
+    pLayout->addWidget(m_pPageEditor);
+    pLayout->addWidget(pLabelGroup);
+    return pPage;
 }
 
 QWidget* CVXSFigureInspector::buildItemPage()
@@ -74,8 +94,14 @@ QWidget* CVXSFigureInspector::buildItemPage()
     auto* pGeometryLayout = new QVBoxLayout(pGeometryGroup);
     m_pGeometryEditor = new CVXSGeometryEditor(pGeometryGroup);
     pGeometryLayout->addWidget(m_pGeometryEditor);
+    auto* pScaleBarGroup = new QGroupBox(tr("Scale bar"), pPage);
+    auto* pScaleBarLayout = new QVBoxLayout(pScaleBarGroup);
+    m_pScaleBarEditor = new CVXSScaleBarEditor(pScaleBarGroup);
+    pScaleBarLayout->addWidget(m_pScaleBarEditor);
+    m_pScaleBarGroup = pScaleBarGroup;
     pLayout->addWidget(pStyleGroup);
     pLayout->addWidget(pGeometryGroup);
+    pLayout->addWidget(pScaleBarGroup);
     return pPage;
 }
 
@@ -102,6 +128,7 @@ void CVXSFigureInspector::refresh()
     if (!pItem) {
         m_pTitle->setText(tr("Figure"));
         m_pPageEditor->showPage(m_controller.page(), m_controller.pageUnits());
+        m_pPanelLabelEditor->showStored();
         m_pPages->setCurrentIndex(FigurePage);
         return;
     }
@@ -110,5 +137,8 @@ void CVXSFigureInspector::refresh()
     const bool bInCell = pItem->type() == ImageItemType
                       && static_cast<const CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1;
     m_pGeometryEditor->showGeometry(m_controller.geometryMm(*pItem), !bInCell);
+    m_pScaleBarGroup->setVisible(pItem->type() == ImageItemType);
+    if (pItem->type() == ImageItemType)
+        m_pScaleBarEditor->showImage(*pItem, m_controller.mmPerUnit() * PointsPerMm);
     m_pPages->setCurrentIndex(ItemPage);
 }

@@ -8,6 +8,8 @@ class CVXSFigureController;
 class CVXSGeometryEditor;
 class CVXSItemStyleEditor;
 class CVXSPageEditor;
+class CVXSPanelLabelEditor;
+class CVXSScaleBarEditor;
 
 // The "Figure" inspector: the selected item's look, place and size, or the figure's size and
 // resolution when nothing is selected. It shows what the controller's layout holds and hands
@@ -23,6 +25,7 @@ public:
 private:
     void refresh();
     QWidget* buildItemPage();
+    QWidget* buildFigurePage();
     static QString kindName(int nType);
 
     CVXSFigureController& m_controller; // outlives the inspector: it deletes it
@@ -31,4 +34,7 @@ private:
     CVXSPageEditor* m_pPageEditor = nullptr;
     CVXSItemStyleEditor* m_pStyleEditor = nullptr;
     CVXSGeometryEditor* m_pGeometryEditor = nullptr;
+    CVXSPanelLabelEditor* m_pPanelLabelEditor = nullptr;
+    QWidget* m_pScaleBarGroup = nullptr;
+    CVXSScaleBarEditor* m_pScaleBarEditor = nullptr;
 };
