@@ -1,6 +1,8 @@
 #include "VXLayoutBatch.h"
 
+#include <VXImageBandReader.h>
 #include <VXImageFileReader.h>
+#include <output/VXSBandResampler.h>
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
 #include <VXSLayoutConstants.h>
@@ -17,6 +19,8 @@
 #include <QResizeEvent>
 #include <QSaveFile>
 #include <QtConcurrent>
+
+#include <functional>
 
 namespace {
 
@@ -52,6 +56,54 @@ DecodedFile decodeFile(const QString& strPath)
     return decoded;
 }
 
+// Rows decoded at a time: a few MiB of the widest sources.
+constexpr int BandRows = 64;
+
+struct SourceHeader
+{
+    QSize size;
+    QString strError;
+};
+
+SourceHeader readHeader(const QString& strPath)
+{
+    CVXImageBandReader reader(strPath);
+    return reader.open() ? SourceHeader {reader.size(), QString()} : SourceHeader {QSize(), reader.errorString()};
+}
+
+// The source reduced to the size of its place, band by band, carrying the source's text keys.
+DecodedFile reducedFile(const QString& strPath, const QSize& size)
+{
+    DecodedFile reduced;
+    CVXImageBandReader reader(strPath);
+    if (!reader.open()) {
+        reduced.strError = reader.errorString();
+        return reduced;
+    }
+    CVXSBandResampler resampler(reader.size(), size);
+    while (!reader.atEnd()) {
+        const QImage band = reader.readBand(BandRows);
+        if (band.isNull()) {
+            reduced.strError = reader.errorString();
+            return reduced;
+        }
+        resampler.addRows(band);
+    }
+    // A place too small for a pixel shows nothing, as on the window's export; its picture
+    // still carries the keys.
+    reduced.image = size.isEmpty() ? QImage(1, 1, QImage::Format_RGB32) : resampler.result();
+    if (reduced.image.isNull()) {
+        reduced.strError = CVXLayoutBatch::tr("There is not enough memory to reduce the image to %1 x %2 pixels.")
+                               .arg(size.width())
+                               .arg(size.height());
+        return reduced;
+    }
+    const QMap<QString, QString> texts = reader.texts();
+    for (auto it = texts.cbegin(); it != texts.cend(); ++it)
+        reduced.image.setText(it.key(), it.value());
+    return reduced;
+}
+
 } // namespace
 
 CVXLayoutBatch::CVXLayoutBatch()
@@ -76,10 +128,15 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
         || !checkDpi(options.exportPath(), options.dpi()) || !checkCellCount(options.inputPaths().size())
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
-    QVector<QImage> images;
-    if (!readImages(options.inputPaths(), images))
+    if (CVXSLayoutVectorPage::isVectorSuffix(suffixOf(options.exportPath()))) {
+        // Vector pages take every image at its own resolution.
+        QVector<QImage> images;
+        if (!readImages(options.inputPaths(), images))
+            return false;
+        placeImages(images);
+    } else if (!placeReducedImages(options.inputPaths())) {
         return false;
-    placeImages(images);
+    }
     return exportPage(options.exportPath(), options.dpi()) && writeMethods(options.methodsPath());
 }
 
@@ -233,12 +290,52 @@ bool CVXLayoutBatch::readImages(const QStringList& paths, QVector<QImage>& image
 
 void CVXLayoutBatch::placeImages(const QVector<QImage>& images)
 {
-    // As the window pastes: a new image item in the scene, placed by the manager.
-    for (const QImage& image : images) {
-        auto* pItem = new CVXSLayoutItemImage(image);
-        m_manager.getScene()->addItem(pItem);
-        m_manager.addImageItem(pItem, true);
+    for (const QImage& image : images)
+        placeImage(image, image.size());
+}
+
+CVXSLayoutItemImage* CVXLayoutBatch::placeImage(const QImage& image, const QSize& size)
+{
+    // As the window pastes: a new image item in the scene, placed by the manager by the
+    // image's size.
+    auto* pItem = new CVXSLayoutItemImage(image);
+    pItem->setRect(QRectF(QPointF(0, 0), QSizeF(size)));
+    m_manager.getScene()->addItem(pItem);
+    m_manager.addImageItem(pItem, true);
+    return pItem;
+}
+
+bool CVXLayoutBatch::placeReducedImages(const QStringList& paths)
+{
+    // The headers give each image its place on the page; then each source is decoded a band
+    // at a time straight into the reduction to its place, as many at once as there are
+    // cores, and only the reduced picture is kept. The pixels are those of the whole source
+    // reduced on the page.
+    const QVector<SourceHeader> headers = QtConcurrent::blockingMapped<QVector<SourceHeader>>(paths, readHeader);
+    QVector<int> placed;
+    QVector<CVXSLayoutItemImage*> items(paths.size(), nullptr);
+    QVector<QSize> targets(paths.size());
+    for (int i = 0; i < paths.size(); ++i) {
+        if (!headers[i].strError.isEmpty())
+            continue;
+        const QSize size = headers[i].size;
+        qDebug("Read %s: %d x %d pixels", qPrintable(paths[i]), size.width(), size.height());
+        items[i] = placeImage(QImage(), size);
+        targets[i] = CVXSLayoutRenderer::imageTarget(items[i], VXSExportFormats::ExportScale).size();
+        placed << i;
     }
+    const std::function<DecodedFile(int)> reduce = [&](int i) { return reducedFile(paths[i], targets[i]); };
+    const QVector<DecodedFile> reduced = QtConcurrent::blockingMapped<QVector<DecodedFile>>(placed, reduce);
+    QStringList errors;
+    for (int i = 0, nPlaced = 0; i < paths.size(); ++i) {
+        const QString strError = items[i] ? reduced[nPlaced++].strError : headers[i].strError;
+        if (!strError.isEmpty())
+            errors << tr("Cannot read \"%1\": %2").arg(paths[i], strError);
+        else
+            items[i]->getImage() = reduced[nPlaced - 1].image;
+    }
+    m_strError = errors.join(QLatin1Char('\n'));
+    return errors.isEmpty();
 }
 
 bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)

@@ -75,16 +75,17 @@ PlacedImage visiblePart(const PlacedImage& whole, const QRect& device)
             whole.image.copy(source)};
 }
 
-// The picture of each image item among the items, in their order, with its place (the inset
-// of 2 leaves out the item's frame). For raster devices each is reduced to its place;
-// reducing large images is the costly part of output, so it runs on every core before
-// anything is drawn, and the pixels are the same as one after the other.
-QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, int nScale, const QRect& device, bool bReduce)
+// The picture of each image item among the items, in their order, with its place. For
+// raster devices each is reduced to its place; reducing large images is the costly part of
+// output, so it runs on every core before anything is drawn, and the pixels are the same as
+// one after the other.
+QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, double dScale, const QRect& device, bool bReduce)
 {
     QVector<PlacedImage> placed;
     for (QGraphicsItem* pItem : items) {
         if (pItem->type() == ImageItemType)
-            placed.push_back({insetScaledRect(pItem, 2, nScale), static_cast<CVXSLayoutItemImage*>(pItem)->getImage()});
+            placed.push_back({CVXSLayoutRenderer::imageTarget(pItem, dScale),
+                              static_cast<CVXSLayoutItemImage*>(pItem)->getImage()});
     }
     if (!bReduce) {
         for (PlacedImage& image : placed)
@@ -141,7 +142,7 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
                                                       Qt::IntersectsItemShape, Qt::DescendingOrder);
     const QVector<QGraphicsItem*> lowestFirst(items.crbegin(), items.crend());
     const bool bRaster = painter.paintEngine() && painter.paintEngine()->type() == QPaintEngine::Raster;
-    const QVector<PlacedImage> images = placedImages(lowestFirst, int(dScale), QRect(QPoint(0, 0), device), bRaster);
+    const QVector<PlacedImage> images = placedImages(lowestFirst, dScale, QRect(QPoint(0, 0), device), bRaster);
     auto image = images.cbegin();
     for (QGraphicsItem* pItem : lowestFirst) {
         if (pItem->type() != ImageItemType)
@@ -155,6 +156,12 @@ int CVXSLayoutRenderer::rasterDpi()
 {
     // A new image takes the screen's resolution, as the pixmaps of the output do.
     return QImage(1, 1, QImage::Format_RGB32).logicalDpiY();
+}
+
+QRect CVXSLayoutRenderer::imageTarget(const QGraphicsItem* pItem, double dScale)
+{
+    // The inset of 2 leaves out the item's frame.
+    return insetScaledRect(pItem, 2, int(dScale));
 }
 
 void CVXSLayoutRenderer::drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QSize>
 
 class QGraphicsItem;
@@ -30,6 +31,9 @@ public:
 
     // The resolution raster pages carry and measure their text at: the screen's.
     static int rasterDpi();
+    // The device rectangle an image item's picture fills at the scale, edges inclusive: its
+    // rectangle less the item's frame. A picture of this size goes onto the page as it is.
+    static QRect imageTarget(const QGraphicsItem* pItem, double dScale);
 
 private:
     void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;
