@@ -4,6 +4,7 @@
 #include "file/VXSLayoutFile.h"
 #include "VXSLayoutManager.h"
 #include "file/VXSLayoutRecovery.h"
+#include "progress/VXSLayoutProgress.h"
 #include "VXSLayoutWindow.h"
 
 #include <VXPreference.h>
@@ -74,8 +75,18 @@ bool CVXSLayoutFileCommands::save(bool bChooseName)
 
 bool CVXSLayoutFileCommands::saveTo(const QString& strPath)
 {
+    // The images are packed on a worker thread, from a copy of the layout as it stands.
+    const CVXSLayoutDocument document = m_manager.document();
     CVXSLayoutFile file;
-    if (!file.write(strPath, m_manager.document())) {
+    bool bWritten = false;
+    const bool bDone = CVXSLayoutProgress::run(m_manager.getLayoutWindow(), tr("Saving the layout..."), true,
+                                               [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
+                                                   file.setCancelFlag(&cancelled);
+                                                   bWritten = file.write(strPath, document);
+                                               });
+    if (!bDone)
+        return false;
+    if (!bWritten) {
         reportError(tr("The layout could not be saved."), file.errorText());
         return false;
     }
@@ -100,10 +111,19 @@ bool CVXSLayoutFileCommands::readDocument(const QString& strPath, CVXSLayoutDocu
                                           const QString& strFailure)
 {
     CVXSLayoutFile file;
-    if (file.read(strPath, document))
-        return true;
-    reportError(strFailure, file.errorText());
-    return false;
+    bool bRead = false;
+    CVXSLayoutDocument loaded;
+    // Read on a worker thread; a cancelled read leaves the document as it was.
+    const bool bDone = CVXSLayoutProgress::run(m_manager.getLayoutWindow(), tr("Opening the layout..."), true,
+                                               [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
+                                                   file.setCancelFlag(&cancelled);
+                                                   bRead = file.read(strPath, loaded);
+                                               });
+    if (bDone && bRead)
+        document = loaded;
+    else if (bDone)
+        reportError(strFailure, file.errorText());
+    return bDone && bRead;
 }
 
 bool CVXSLayoutFileCommands::openFile(const QString& strPath)

@@ -2,10 +2,12 @@
 
 #include "output/VXSExportFormats.h"
 #include "output/VXSLayoutProvenance.h"
-#include "output/VXSLayoutRenderer.h"
+#include "output/VXSImageResampler.h"
+#include "VXSLayoutItemImage.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
+#include "progress/VXSLayoutProgress.h"
 
 #include <VXPreference.h>
 #include <VXSErrorHandler.h>
@@ -17,12 +19,16 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGraphicsScene>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QtConcurrent>
+
+#include <functional>
 
 CVXSLayoutOutputCommands::CVXSLayoutOutputCommands(const CVXSLayoutManager& manager, QPrinter& printer)
     : m_manager(manager)
@@ -32,10 +38,45 @@ CVXSLayoutOutputCommands::CVXSLayoutOutputCommands(const CVXSLayoutManager& mana
 
 QImage CVXSLayoutOutputCommands::renderLayoutImage(double dScale) const
 {
+    return renderPage(dScale, {});
+}
+
+QImage CVXSLayoutOutputCommands::renderWithProgress(double dScale, const QString& strLabel, bool bCancellable,
+                                                    bool& bCancelled) const
+{
+    bCancelled = false;
     const CVXSLayoutView* pView = m_manager.getLayoutView();
     if (!pView || !pView->scene())
         return QImage();
-    const CVXSLayoutRenderer renderer(*pView->scene(), pView);
+    // What to reduce is gathered here, from the items; the reductions, the costly part of
+    // rendering large images, run on the worker; the page is drawn here again.
+    QVector<QPair<QImage, QSize>> sources;
+    for (QGraphicsItem* pItem : pView->scene()->items()) {
+        if (pItem->type() == VXSLayout::ImageItemType)
+            sources.append({static_cast<CVXSLayoutItemImage*>(pItem)->getImage(),
+                            CVXSLayoutRenderer::imageTarget(pItem, dScale).size()});
+    }
+    CVXSLayoutRenderer::ReducedImages reduced;
+    const bool bDone = CVXSLayoutProgress::run(
+        m_manager.getLayoutWindow(), strLabel, bCancellable, [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
+            const std::function<QImage(const QPair<QImage, QSize>&)> reduce = [&cancelled](const QPair<QImage, QSize>& source) {
+                return cancelled ? QImage() : CVXSImageResampler::scaled(source.first, source.second);
+            };
+            const QVector<QImage> images = QtConcurrent::blockingMapped<QVector<QImage>>(sources, reduce);
+            for (int i = 0; i < sources.size(); ++i)
+                reduced.insert(CVXSLayoutRenderer::reducedKey(sources[i].first, sources[i].second), images[i]);
+        });
+    bCancelled = !bDone;
+    return bDone ? renderPage(dScale, reduced) : QImage();
+}
+
+QImage CVXSLayoutOutputCommands::renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced) const
+{
+    const CVXSLayoutView* pView = m_manager.getLayoutView();
+    if (!pView || !pView->scene())
+        return QImage();
+    CVXSLayoutRenderer renderer(*pView->scene(), pView);
+    renderer.setReducedImages(reduced);
     // A page too large for memory gives a pixmap that cannot be painted on.
     QPixmap pixmap(renderer.deviceSize(dScale));
     QPainter painter;
@@ -119,14 +160,20 @@ bool CVXSLayoutOutputCommands::askForShorterName(const QString& strName) const
 
 void CVXSLayoutOutputCommands::writeImage(QString strFileName) const
 {
-    QImage image = renderLayoutImage(VXSExportFormats::ExportScale);
+    // Until the file is written the export may stop; writing it replaces the file at once.
+    bool bCancelled = false;
+    QImage image = renderWithProgress(VXSExportFormats::ExportScale, tr("Exporting the layout..."), true, bCancelled);
+    if (bCancelled)
+        return;
     if (image.isNull()) {
         CVXSMessageBox::error(m_manager.getLayoutView(), CVXUtilityFns::getAppName(),
                               tr("Image could not be created!"), QMessageBox::Ok);
         return;
     }
     CVXSImageExporter exporter;
-    const tag_estatus status = exporter.saveImage(image, strFileName);
+    tag_estatus status = eSTATUS_SUCCESS;
+    CVXSLayoutProgress::run(m_manager.getLayoutWindow(), tr("Exporting the layout..."), false,
+                            [&](const CVXSLayoutProgress::CancelFlag&) { status = exporter.saveImage(image, strFileName); });
     // The status's text comes first; the file and the system's reason follow it.
     if (status != eSTATUS_SUCCESS)
         CVXSErrorHandler::errorMessage(m_manager.getLayoutView(), status, exporter.errorText());
@@ -144,7 +191,9 @@ void CVXSLayoutOutputCommands::printLayout(int nPrintMode) const
         CVXSErrorHandler::errorMessage(m_manager.getLayoutWindow(), eSTATUS_PRINTER_NOT_STARTED, QString());
         return;
     }
-    const QImage image = renderLayoutImage(VXSExportFormats::PrintScale);
+    // The printer has started: the page is printed to its end.
+    bool bCancelled = false;
+    const QImage image = renderWithProgress(VXSExportFormats::PrintScale, tr("Printing the layout..."), false, bCancelled);
     // Half an inch of margin on every side.
     const int nMarginX = m_printer.logicalDpiX() / 2;
     const int nMarginY = m_printer.logicalDpiY() / 2;

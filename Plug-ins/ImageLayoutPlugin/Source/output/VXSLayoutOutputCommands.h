@@ -1,5 +1,7 @@
 #pragma once
 
+#include "output/VXSLayoutRenderer.h"
+
 #include <QCoreApplication>
 #include <QImage>
 #include <QSize>
@@ -30,6 +32,11 @@ public:
     static QString getExtensionForFilter(const QString& strFilter);
 
 private:
+    // The page as renderLayoutImage makes it with the images' reductions given.
+    QImage renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced) const;
+    // The same page, its images reduced first on a worker thread behind a progress dialog
+    // with the label; null with bCancelled set when the user pressed Cancel.
+    QImage renderWithProgress(double dScale, const QString& strLabel, bool bCancellable, bool& bCancelled) const;
     // One round of the export dialog; true when the user asked to choose again.
     bool exportOnce() const;
     static QString withExtension(QString strFileName, const QString& strSelectedFilter);

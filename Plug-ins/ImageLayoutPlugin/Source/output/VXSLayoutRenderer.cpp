@@ -79,7 +79,8 @@ PlacedImage visiblePart(const PlacedImage& whole, const QRect& device)
 // raster devices each is reduced to its place; reducing large images is the costly part of
 // output, so it runs on every core before anything is drawn, and the pixels are the same as
 // one after the other.
-QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, double dScale, const QRect& device, bool bReduce)
+QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, double dScale, const QRect& device, bool bReduce,
+                                  const CVXSLayoutRenderer::ReducedImages& reduced)
 {
     QVector<PlacedImage> placed;
     for (QGraphicsItem* pItem : items) {
@@ -92,8 +93,11 @@ QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, double d
             image = visiblePart(image, device);
         return placed;
     }
-    const std::function<PlacedImage(const PlacedImage&)> scale = [](const PlacedImage& source) {
-        return PlacedImage {source.target, CVXSImageResampler::scaled(source.image, source.target.size().toSize())};
+    const std::function<PlacedImage(const PlacedImage&)> scale = [&reduced](const PlacedImage& source) {
+        const QSize size = source.target.size().toSize();
+        const auto found = reduced.constFind(CVXSLayoutRenderer::reducedKey(source.image, size));
+        return PlacedImage {source.target,
+                            found != reduced.constEnd() ? found.value() : CVXSImageResampler::scaled(source.image, size)};
     };
     return QtConcurrent::blockingMapped<QVector<PlacedImage>>(placed, scale);
 }
@@ -115,6 +119,16 @@ CVXSLayoutRenderer::CVXSLayoutRenderer(QGraphicsScene& scene, const CVXSLayoutVi
     : m_scene(scene)
     , m_pView(pView)
 {
+}
+
+void CVXSLayoutRenderer::setReducedImages(const ReducedImages& reduced)
+{
+    m_reduced = reduced;
+}
+
+QPair<qint64, quint64> CVXSLayoutRenderer::reducedKey(const QImage& image, const QSize& size)
+{
+    return {image.cacheKey(), quint64(quint32(size.width())) << 32 | quint32(size.height())};
 }
 
 QSize CVXSLayoutRenderer::pageSize() const
@@ -142,7 +156,7 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
                                                       Qt::IntersectsItemShape, Qt::DescendingOrder);
     const QVector<QGraphicsItem*> lowestFirst(items.crbegin(), items.crend());
     const bool bRaster = painter.paintEngine() && painter.paintEngine()->type() == QPaintEngine::Raster;
-    const QVector<PlacedImage> images = placedImages(lowestFirst, dScale, QRect(QPoint(0, 0), device), bRaster);
+    const QVector<PlacedImage> images = placedImages(lowestFirst, dScale, QRect(QPoint(0, 0), device), bRaster, m_reduced);
     auto image = images.cbegin();
     for (QGraphicsItem* pItem : lowestFirst) {
         if (pItem->type() != ImageItemType)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QHash>
+#include <QImage>
+#include <QPair>
 #include <QRect>
 #include <QSize>
 
@@ -15,8 +18,16 @@ class CVXSLayoutView;
 class CVXSLayoutRenderer
 {
 public:
+    // Pictures already reduced to their places, by reducedKey().
+    using ReducedImages = QHash<QPair<qint64, quint64>, QImage>;
+
     // pView tells its own items apart; it may be null when the scene holds none.
     CVXSLayoutRenderer(QGraphicsScene& scene, const CVXSLayoutView* pView);
+
+    // Raster rendering takes an image's reduction from these where there is one, so that
+    // the costly reductions can be made ahead, elsewhere (CVXSLayoutOutputCommands).
+    void setReducedImages(const ReducedImages& reduced);
+    static QPair<qint64, quint64> reducedKey(const QImage& image, const QSize& size);
 
     // The page in scene units: the scene's size plus one, truncated.
     QSize pageSize() const;
@@ -41,4 +52,5 @@ private:
 
     QGraphicsScene& m_scene;
     const CVXSLayoutView* m_pView = nullptr;
+    ReducedImages m_reduced;
 };
