@@ -35,3 +35,9 @@ double CBenchTargets::median(std::vector<double> values)
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
 }
+
+int CBenchTargets::runs(const QStringList& arguments, int nDefault)
+{
+    const int nIndex = arguments.indexOf(QStringLiteral("--runs"));
+    return nIndex >= 0 && nIndex + 1 < arguments.size() ? std::max(1, arguments[nIndex + 1].toInt()) : nDefault;
+}

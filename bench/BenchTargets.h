@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+
 #include <vector>
 
 // The figures a benchmark measures against its targets, each printed with its target and
@@ -14,6 +16,8 @@ public:
     int finish() const;
 
     static double median(std::vector<double> values);
+    // The number after --runs among the arguments, at least 1; nDefault without one.
+    static int runs(const QStringList& arguments, int nDefault);
 
 private:
     bool m_bAllMet = true;

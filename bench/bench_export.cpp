@@ -142,9 +142,7 @@ int main(int argc, char** argv)
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     const QStringList arguments = QApplication::arguments();
     const bool bPickPixels = arguments.contains(QStringLiteral("--no-area-reduction"));
-    const int runsIndex = arguments.indexOf(QStringLiteral("--runs"));
-    const int runs = runsIndex > 0 && runsIndex + 1 < arguments.size() ? std::max(1, arguments[runsIndex + 1].toInt())
-                                                                      : 3;
+    const int runs = CBenchTargets::runs(arguments, 3);
     QTemporaryDir dir;
     if (!dir.isValid())
         qFatal("no temporary folder");

@@ -231,9 +231,7 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    const QStringList arguments = QApplication::arguments();
-    const int nRunsIndex = arguments.indexOf(QStringLiteral("--runs"));
-    const int nRuns = nRunsIndex > 0 && nRunsIndex + 1 < arguments.size() ? std::max(1, arguments[nRunsIndex + 1].toInt()) : 1;
+    const int nRuns = CBenchTargets::runs(QApplication::arguments(), 1);
     QTemporaryDir work;
     if (!work.isValid())
         qFatal("no temporary folder");

@@ -1,10 +1,9 @@
 #include "OutsideProgram.h"
+#include "TestImageFiles.h"
 #include "TestPictures.h"
 
 #include <VXSImageExporter.h>
 
-#include <QBuffer>
-#include <QImageWriter>
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <QtTest>
@@ -52,21 +51,6 @@ QStringList pixelFreeChunks(const QVector<Chunk>& chunks)
         kept << chunk;
     }
     return describe(kept);
-}
-
-QByteArray qtWritten(const QImage& image)
-{
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter(&buffer, "png").write(image);
-    return png;
-}
-
-QByteArray contentOf(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -128,14 +112,14 @@ void TestHostPngEncoder::pagesReadBackWithTheirChunks()
     // The XMP packet of the text keys right after the header, then every chunk Qt's writer
     // writes, in its order, the same but for the height in the header: only the image data
     // is our own.
-    QVector<Chunk> chunks = chunksOf(contentOf(strPath));
+    QVector<Chunk> chunks = chunksOf(CTestImageFiles::readBytes(strPath));
     QVERIFY(chunks.size() > 2);
     if (!image.textKeys().isEmpty()) {
         QCOMPARE(chunks[1].type, QByteArray("iTXt"));
         QVERIFY(chunks[1].data.startsWith("XML:com.adobe.xmp"));
         chunks.remove(1);
     }
-    QCOMPARE(pixelFreeChunks(chunks), pixelFreeChunks(chunksOf(qtWritten(image))));
+    QCOMPARE(pixelFreeChunks(chunks), pixelFreeChunks(chunksOf(CTestImageFiles::qtPng(image))));
     QCOMPARE(qFromBigEndian<quint32>(chunks.first().data.constData() + 4), quint32(image.height()));
 }
 

@@ -3,15 +3,19 @@
 #include "LayoutRecord.h"
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
+#include "TestImageFiles.h"
 #include "TestPictures.h"
 #include "WidgetTestCase.h"
 
 #include <VXSLayoutConstants.h>
+#include <VXSLayoutItemImage.h>
 #include <VXSLayoutManager.h>
 #include <VXSLayoutWindow.h>
+#include <VXSLayoutView.h>
 #include <file/VXSLayoutFileCommands.h>
 #include <progress/VXSLayoutProgress.h>
 
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -26,38 +30,34 @@ const QString kLayoutFilter = QStringLiteral("Layouts (*.vxlayout)");
 const QString kPngFilter = QStringLiteral("PNG Image (*.png)");
 constexpr int kLayout4x4 = 8;
 
-QByteArray contentOf(const QString& strPath)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool writeFile(const QString& strPath, const QByteArray& content)
-{
-    QFile file(strPath);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
 // What the folder holds: no temporary file may be left beside the target.
 QStringList entriesOf(const QString& strFolder)
 {
     return QDir(strFolder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-// Presses the progress dialog's Cancel button once it shows.
-void cancelNextProgress(bool* pSeen)
+// How the user stops the work: the dialog's Cancel button, or Escape.
+enum class CancelBy { Button, Escape };
+
+// Stops the work once the progress dialog shows.
+void cancelNextProgress(bool* pSeen, CancelBy how = CancelBy::Button)
 {
     answerNextModalDialog(
         QProgressDialog::staticMetaObject,
-        [](QDialog* pDialog) {
+        [how](QDialog* pDialog) {
             auto* pCancel = pDialog->findChild<QPushButton*>();
             QVERIFY(pCancel);
-            QTest::mouseClick(pCancel, Qt::LeftButton);
+            if (how == CancelBy::Button)
+                QTest::mouseClick(pCancel, Qt::LeftButton);
+            else
+                QTest::keyClick(pDialog, Qt::Key_Escape);
         },
         pSeen);
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(CancelBy)
 
 // Long work of the window behind its progress dialog: the window keeps painting, and Cancel
 // leaves files and layout as they were.
@@ -69,9 +69,11 @@ private slots:
     void init();
 
     void windowPaintsWhileTheWorkRuns();
+    void cancelledSaveWritesNothing_data();
     void cancelledSaveWritesNothing();
     void cancelledOpenKeepsTheLayout();
     void cancelledExportWritesNothing();
+    void pastedLargeImageIsPreparedBehindProgress();
 
 protected:
     void endTest() override;
@@ -136,24 +138,32 @@ void TestLayoutProgress::windowPaintsWhileTheWorkRuns()
     QVERIFY2(nTicks >= 5, qPrintable(QString::number(nTicks)));
 }
 
+void TestLayoutProgress::cancelledSaveWritesNothing_data()
+{
+    QTest::addColumn<CancelBy>("how");
+    QTest::newRow("Cancel button") << CancelBy::Button;
+    QTest::newRow("Escape key") << CancelBy::Escape;
+}
+
 void TestLayoutProgress::cancelledSaveWritesNothing()
 {
+    QFETCH(CancelBy, how);
     LayoutFixture layout;
     fillWithNoise(layout);
     const QString strPath = m_dir.filePath(QStringLiteral("kept.vxlayout"));
-    QVERIFY(writeFile(strPath, "the user's earlier layout"));
+    QVERIFY(CTestImageFiles::writeBytes(strPath, "the user's earlier layout"));
     const LayoutRecord before = LayoutRecord::take(*layout.manager());
     const QString strTitle = layout.window()->windowTitle();
 
     bool bSeen = false;
-    cancelNextProgress(&bSeen);
+    cancelNextProgress(&bSeen, how);
     CSeenMessageBox message;
     answerNextMessageBox(&message, clickStandardButton(QMessageBox::Ok));
     QVERIFY(!layout.manager()->fileCommands()->saveTo(strPath));
     QVERIFY(bSeen);
     // No message: the user stopped it.
     QVERIFY(!message.m_bShown);
-    QCOMPARE(contentOf(strPath), QByteArray("the user's earlier layout"));
+    QCOMPARE(CTestImageFiles::readBytes(strPath), QByteArray("the user's earlier layout"));
     QCOMPARE(entriesOf(m_dir.path()), QStringList {QStringLiteral("kept.vxlayout")});
     QVERIFY(!layout.manager()->undoStack()->isClean());
     QCOMPARE(layout.window()->windowTitle(), strTitle);
@@ -199,7 +209,7 @@ void TestLayoutProgress::cancelledExportWritesNothing()
     LayoutFixture layout;
     fillWithNoise(layout);
     const QString strPath = m_dir.filePath(QStringLiteral("figure.png"));
-    QVERIFY(writeFile(strPath, "the user's earlier figure"));
+    QVERIFY(CTestImageFiles::writeBytes(strPath, "the user's earlier figure"));
     const LayoutRecord before = LayoutRecord::take(*layout.manager());
 
     // The order of the export's steps stays: the file dialog, the question about the
@@ -213,10 +223,43 @@ void TestLayoutProgress::cancelledExportWritesNothing()
     QCOMPARE(dialogs.seen().size(), 1);
     QVERIFY(overwrite.m_bShown);
     QVERIFY(bSeen);
-    QCOMPARE(contentOf(strPath), QByteArray("the user's earlier figure"));
+    QCOMPARE(CTestImageFiles::readBytes(strPath), QByteArray("the user's earlier figure"));
     QCOMPARE(entriesOf(m_dir.path()), QStringList {QStringLiteral("figure.png")});
     QVERIFY(LayoutRecord::take(*layout.manager()).differenceFrom(before).isEmpty());
     QVERIFY(QFile::remove(strPath));
+}
+
+void TestLayoutProgress::pastedLargeImageIsPreparedBehindProgress()
+{
+    LayoutFixture layout;
+    QGuiApplication::clipboard()->setImage(noiseImage(QSize(2400, 1800), 5));
+    // Reducing it for the screen cannot be stopped half-way, nor needs to be: no Cancel, and
+    // Escape leaves the dialog up.
+    bool bSeen = false;
+    QString strLabel;
+    bool bCancelButton = true;
+    bool bShownAfterEscape = false;
+    answerNextModalDialog(
+        QProgressDialog::staticMetaObject,
+        [&](QDialog* pDialog) {
+            strLabel = qobject_cast<QProgressDialog*>(pDialog)->labelText();
+            bCancelButton = pDialog->findChild<QPushButton*>() != nullptr;
+            QTest::keyClick(pDialog, Qt::Key_Escape);
+            bShownAfterEscape = pDialog->isVisible();
+        },
+        &bSeen);
+    layout.triggerAction("m_pPasteAction");
+    QVERIFY(bSeen);
+    QCOMPARE(strLabel, QStringLiteral("Pasting the image..."));
+    QVERIFY(!bCancelButton);
+    QVERIFY(bShownAfterEscape);
+    QGraphicsItem* pPasted = layout.view()->currentItem();
+    QVERIFY(pPasted && pPasted->type() == VXSLayout::ImageItemType);
+
+    // The view shows the image as it would have reduced it itself when painting.
+    const QImage prepared = layout.grabViewport();
+    static_cast<CVXSLayoutItemImage*>(pPasted)->setDisplayCache(CVXSImageDisplayCache());
+    QCOMPARE(layout.grabViewport(), prepared);
 }
 
 QTEST_MAIN(TestLayoutProgress)

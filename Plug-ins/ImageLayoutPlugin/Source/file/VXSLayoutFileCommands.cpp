@@ -4,7 +4,9 @@
 #include "file/VXSLayoutFile.h"
 #include "VXSLayoutManager.h"
 #include "file/VXSLayoutRecovery.h"
+#include "progress/VXSLayoutDisplayPreparer.h"
 #include "progress/VXSLayoutProgress.h"
+#include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
 
 #include <VXPreference.h>
@@ -43,6 +45,12 @@ void CVXSLayoutFileCommands::setFilePath(const QString& strPath)
     m_strPath = strPath;
     if (CVXSLayoutWindow* pWindow = m_manager.getLayoutWindow())
         pWindow->setDocumentName(strPath.isEmpty() ? QString() : QFileInfo(strPath).fileName());
+}
+
+void CVXSLayoutFileCommands::prepareDisplay(const QString& strLabel)
+{
+    if (CVXSLayoutView* pView = m_manager.getLayoutView())
+        CVXSLayoutDisplayPreparer::prepare(*pView, strLabel);
 }
 
 void CVXSLayoutFileCommands::reportError(const QString& strWhat, const QString& strWhy)
@@ -135,6 +143,7 @@ bool CVXSLayoutFileCommands::openFile(const QString& strPath)
         return false;
     m_manager.replaceLayout(document);
     setFilePath(QFileInfo(strPath).absoluteFilePath());
+    prepareDisplay(tr("Opening the layout..."));
     return true;
 }
 
@@ -168,6 +177,7 @@ bool CVXSLayoutFileCommands::restoreRecovery(const QString& strPath)
         return false;
     m_manager.replaceLayout(document);
     setFilePath(QString());
+    prepareDisplay(tr("Opening the layout..."));
     // Nothing to undo, but unsaved: quitting asks again, and the copy stays until saved.
     m_manager.undoStack()->resetClean();
     if (m_pRecovery)

@@ -26,8 +26,12 @@ bool CVXSLayoutProgress::run(QWidget* pParent, const QString& strLabel, bool bCa
     dialog.setAutoClose(false);
     // Shown by the timer below, not by progress values.
     dialog.setMinimumDuration(std::numeric_limits<int>::max());
+    // Escape is Cancel where there is one; elsewhere it would only hide the dialog while
+    // the work goes on.
     if (bCancellable)
         QObject::connect(&dialog, &QProgressDialog::canceled, &dialog, [&cancelled] { cancelled = true; });
+    else
+        QObject::connect(&dialog, &QDialog::rejected, &dialog, &QWidget::show);
     QTimer showTimer;
     showTimer.setSingleShot(true);
     QObject::connect(&showTimer, &QTimer::timeout, &dialog, &QWidget::show);
