@@ -867,6 +867,10 @@ void TestToolsVxLayout::placesManySmallSourcesFreely()
     QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
     QVERIFY2(run.strOut.contains(QStringLiteral("\nImages: 200\n")), qPrintable(run.strOut.left(500)));
     QVERIFY2(run.strOut.contains(QStringLiteral("\nImage 200 Source: small-199.png\n")), qPrintable(run.strOut.right(500)));
+    // The page's image data, compressed in bands on every core, is one valid stream.
+    VX_REQUIRE_PROGRAM("pngcheck");
+    const OutsideProgram check(QStringLiteral("pngcheck"), {QStringLiteral("-v"), strPage});
+    QVERIFY2(check.succeeded(), qPrintable(check.report()));
     // All land on the same place, as pastes do; the last lies on top.
     const QImage page(strPage, "png");
     QCOMPARE(page.size(), kDefaultPage);

@@ -1,8 +1,7 @@
 #include "VXLayoutBatch.h"
+#include "VXLayoutStreamedSources.h"
 
-#include <VXImageBandReader.h>
 #include <VXImageFileReader.h>
-#include <output/VXSBandResampler.h>
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
 #include <VXSLayoutConstants.h>
@@ -19,8 +18,6 @@
 #include <QResizeEvent>
 #include <QSaveFile>
 #include <QtConcurrent>
-
-#include <functional>
 
 namespace {
 
@@ -54,54 +51,6 @@ DecodedFile decodeFile(const QString& strPath)
     if (!pages.isEmpty())
         decoded.image = pages.first();
     return decoded;
-}
-
-// Rows decoded at a time: a few MiB of the widest sources.
-constexpr int BandRows = 64;
-
-struct SourceHeader
-{
-    QSize size;
-    QString strError;
-};
-
-SourceHeader readHeader(const QString& strPath)
-{
-    CVXImageBandReader reader(strPath);
-    return reader.open() ? SourceHeader {reader.size(), QString()} : SourceHeader {QSize(), reader.errorString()};
-}
-
-// The source reduced to the size of its place, band by band, carrying the source's text keys.
-DecodedFile reducedFile(const QString& strPath, const QSize& size)
-{
-    DecodedFile reduced;
-    CVXImageBandReader reader(strPath);
-    if (!reader.open()) {
-        reduced.strError = reader.errorString();
-        return reduced;
-    }
-    CVXSBandResampler resampler(reader.size(), size);
-    while (!reader.atEnd()) {
-        const QImage band = reader.readBand(BandRows);
-        if (band.isNull()) {
-            reduced.strError = reader.errorString();
-            return reduced;
-        }
-        resampler.addRows(band);
-    }
-    // A place too small for a pixel shows nothing, as on the window's export; its picture
-    // still carries the keys.
-    reduced.image = size.isEmpty() ? QImage(1, 1, QImage::Format_RGB32) : resampler.result();
-    if (reduced.image.isNull()) {
-        reduced.strError = CVXLayoutBatch::tr("There is not enough memory to reduce the image to %1 x %2 pixels.")
-                               .arg(size.width())
-                               .arg(size.height());
-        return reduced;
-    }
-    const QMap<QString, QString> texts = reader.texts();
-    for (auto it = texts.cbegin(); it != texts.cend(); ++it)
-        reduced.image.setText(it.key(), it.value());
-    return reduced;
 }
 
 } // namespace
@@ -307,32 +256,12 @@ CVXSLayoutItemImage* CVXLayoutBatch::placeImage(const QImage& image, const QSize
 
 bool CVXLayoutBatch::placeReducedImages(const QStringList& paths)
 {
-    // The headers give each image its place on the page; then each source is decoded a band
-    // at a time straight into the reduction to its place, as many at once as there are
-    // cores, and only the reduced picture is kept. The pixels are those of the whole source
-    // reduced on the page.
-    const QVector<SourceHeader> headers = QtConcurrent::blockingMapped<QVector<SourceHeader>>(paths, readHeader);
-    QVector<int> placed;
-    QVector<CVXSLayoutItemImage*> items(paths.size(), nullptr);
-    QVector<QSize> targets(paths.size());
-    for (int i = 0; i < paths.size(); ++i) {
-        if (!headers[i].strError.isEmpty())
-            continue;
-        const QSize size = headers[i].size;
-        qDebug("Read %s: %d x %d pixels", qPrintable(paths[i]), size.width(), size.height());
-        items[i] = placeImage(QImage(), size);
-        targets[i] = CVXSLayoutRenderer::imageTarget(items[i], VXSExportFormats::ExportScale).size();
-        placed << i;
-    }
-    const std::function<DecodedFile(int)> reduce = [&](int i) { return reducedFile(paths[i], targets[i]); };
-    const QVector<DecodedFile> reduced = QtConcurrent::blockingMapped<QVector<DecodedFile>>(placed, reduce);
+    const QStringList reasons = CVXLayoutStreamedSources::place(
+        paths, [this](const QSize& size) { return placeImage(QImage(), size); });
     QStringList errors;
-    for (int i = 0, nPlaced = 0; i < paths.size(); ++i) {
-        const QString strError = items[i] ? reduced[nPlaced++].strError : headers[i].strError;
-        if (!strError.isEmpty())
-            errors << tr("Cannot read \"%1\": %2").arg(paths[i], strError);
-        else
-            items[i]->getImage() = reduced[nPlaced - 1].image;
+    for (int i = 0; i < paths.size(); ++i) {
+        if (!reasons[i].isEmpty())
+            errors << tr("Cannot read \"%1\": %2").arg(paths[i], reasons[i]);
     }
     m_strError = errors.join(QLatin1Char('\n'));
     return errors.isEmpty();
