@@ -29,6 +29,7 @@
 #include <QtConcurrent>
 
 #include <functional>
+#include <utility>
 
 CVXSLayoutOutputCommands::CVXSLayoutOutputCommands(const CVXSLayoutManager& manager, QPrinter& printer)
     : m_manager(manager)
@@ -47,6 +48,10 @@ QImage CVXSLayoutOutputCommands::renderWithProgress(double dScale, const QString
     bCancelled = false;
     const CVXSLayoutView* pView = m_manager.getLayoutView();
     if (!pView || !pView->scene())
+        return QImage();
+    // The page's pixels are taken first: a page too large for memory fails before any work.
+    QPixmap pixmap(CVXSLayoutRenderer(*pView->scene(), pView).deviceSize(dScale));
+    if (pixmap.isNull() || !QPainter(&pixmap).isActive())
         return QImage();
     // What to reduce is gathered here, from the items; the reductions, the costly part of
     // rendering large images, run on the worker; the page is drawn here again.
@@ -67,18 +72,20 @@ QImage CVXSLayoutOutputCommands::renderWithProgress(double dScale, const QString
                 reduced.insert(CVXSLayoutRenderer::reducedKey(sources[i].first, sources[i].second), images[i]);
         });
     bCancelled = !bDone;
-    return bDone ? renderPage(dScale, reduced) : QImage();
+    return bDone ? renderPage(dScale, reduced, std::move(pixmap)) : QImage();
 }
 
-QImage CVXSLayoutOutputCommands::renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced) const
+QImage CVXSLayoutOutputCommands::renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced,
+                                            QPixmap pixmap) const
 {
     const CVXSLayoutView* pView = m_manager.getLayoutView();
     if (!pView || !pView->scene())
         return QImage();
     CVXSLayoutRenderer renderer(*pView->scene(), pView);
     renderer.setReducedImages(reduced);
+    if (pixmap.size() != renderer.deviceSize(dScale))
+        pixmap = QPixmap(renderer.deviceSize(dScale));
     // A page too large for memory gives a pixmap that cannot be painted on.
-    QPixmap pixmap(renderer.deviceSize(dScale));
     QPainter painter;
     if (pixmap.isNull() || !painter.begin(&pixmap))
         return QImage();

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QPixmap>
 #include <QSize>
 #include <QString>
 
@@ -32,8 +33,9 @@ public:
     static QString getExtensionForFilter(const QString& strFilter);
 
 private:
-    // The page as renderLayoutImage makes it with the images' reductions given.
-    QImage renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced) const;
+    // The page as renderLayoutImage makes it with the images' reductions given, drawn into
+    // pixmap where it has the page's size.
+    QImage renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced, QPixmap pixmap = QPixmap()) const;
     // The same page, its images reduced first on a worker thread behind a progress dialog
     // with the label; null with bCancelled set when the user pressed Cancel.
     QImage renderWithProgress(double dScale, const QString& strLabel, bool bCancellable, bool& bCancelled) const;
