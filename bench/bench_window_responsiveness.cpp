@@ -40,20 +40,27 @@ void measure(const char* pWhat, const std::function<bool()>& work)
     QElapsedTimer clock;
     qint64 nLastTick = 0;
     qint64 nLongestGap = 0;
+    qint64 nGapStart = 0;
+    const auto tick = [&] {
+        const qint64 nNow = clock.elapsed();
+        if (nNow - nLastTick > nLongestGap) {
+            nLongestGap = nNow - nLastTick;
+            nGapStart = nLastTick;
+        }
+        nLastTick = nNow;
+    };
     QTimer ticker;
     ticker.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&ticker, &QTimer::timeout, [&] {
-        const qint64 nNow = clock.elapsed();
-        nLongestGap = std::max(nLongestGap, nNow - nLastTick);
-        nLastTick = nNow;
-    });
+    QObject::connect(&ticker, &QTimer::timeout, tick);
     ticker.start(10);
     clock.start();
     const bool bOk = work();
     // The gap up to the end of the work counts too.
-    nLongestGap = std::max(nLongestGap, clock.elapsed() - nLastTick);
+    tick();
     ticker.stop();
-    std::printf("  %s: %.2f s%s\n", pWhat, clock.elapsed() / 1000.0, bOk ? "" : " (FAILED)");
+    // Where the longest gap began tells which step held the GUI thread.
+    std::printf("  %s: %.2f s%s, the longest gap from %.2f s\n", pWhat, clock.elapsed() / 1000.0, bOk ? "" : " (FAILED)",
+                nGapStart / 1000.0);
     if (!bOk)
         g_targets.notMeasured(pWhat, "the command failed");
     else

@@ -91,8 +91,11 @@ QImage CVXSLayoutOutputCommands::renderPage(double dScale, const CVXSLayoutRende
         return QImage();
     renderer.render(painter, dScale);
     painter.end();
+    QImage page = pixmap.toImage();
+    // Once the pixmap lets go of the pixels, the page takes its text keys without a copy.
+    pixmap = QPixmap();
     return CVXSLayoutProvenance(*pView->scene(), pView, m_manager.currentStyle(), renderer.pageSize())
-        .attachedTo(pixmap.toImage());
+        .attachedTo(std::move(page));
 }
 
 void CVXSLayoutOutputCommands::exportLayout() const
