@@ -39,7 +39,15 @@ CVXSLayoutOutputCommands::CVXSLayoutOutputCommands(const CVXSLayoutManager& mana
 
 QImage CVXSLayoutOutputCommands::renderLayoutImage(double dScale) const
 {
-    return renderPage(dScale, {});
+    const CVXSLayoutView* pView = m_manager.getLayoutView();
+    if (!pView || !pView->scene())
+        return QImage();
+    const CVXSLayoutRenderer renderer(*pView->scene(), pView);
+    QImage page = blankPage(renderer.deviceSize(dScale));
+    if (page.isNull())
+        return QImage();
+    paintPage(renderer, renderer.pageItems(), dScale, page);
+    return withProvenance(renderer, std::move(page));
 }
 
 QImage CVXSLayoutOutputCommands::renderWithProgress(double dScale, const QString& strLabel, bool bCancellable,
@@ -49,51 +57,54 @@ QImage CVXSLayoutOutputCommands::renderWithProgress(double dScale, const QString
     const CVXSLayoutView* pView = m_manager.getLayoutView();
     if (!pView || !pView->scene())
         return QImage();
+    CVXSLayoutRenderer renderer(*pView->scene(), pView);
     // The page's pixels are taken first: a page too large for memory fails before any work.
-    QPixmap pixmap(CVXSLayoutRenderer(*pView->scene(), pView).deviceSize(dScale));
-    if (pixmap.isNull() || !QPainter(&pixmap).isActive())
+    QImage page = blankPage(renderer.deviceSize(dScale));
+    if (page.isNull())
         return QImage();
-    // What to reduce is gathered here, from the items; the reductions, the costly part of
-    // rendering large images, run on the worker; the page is drawn here again.
+    // What the page shows is gathered here; the worker reduces the images, the costly part
+    // of rendering large images, and draws the page, while the dialog holds the layout still.
+    const QVector<QGraphicsItem*> items = renderer.pageItems();
     QVector<QPair<QImage, QSize>> sources;
-    for (QGraphicsItem* pItem : pView->scene()->items()) {
+    for (QGraphicsItem* pItem : items) {
         if (pItem->type() == VXSLayout::ImageItemType)
             sources.append({static_cast<CVXSLayoutItemImage*>(pItem)->getImage(),
                             CVXSLayoutRenderer::imageTarget(pItem, dScale).size()});
     }
-    CVXSLayoutRenderer::ReducedImages reduced;
     const bool bDone = CVXSLayoutProgress::run(
         m_manager.getLayoutWindow(), strLabel, bCancellable, [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
             const std::function<QImage(const QPair<QImage, QSize>&)> reduce = [&cancelled](const QPair<QImage, QSize>& source) {
                 return cancelled ? QImage() : CVXSImageResampler::scaled(source.first, source.second);
             };
             const QVector<QImage> images = QtConcurrent::blockingMapped<QVector<QImage>>(sources, reduce);
+            if (cancelled)
+                return;
+            CVXSLayoutRenderer::ReducedImages reduced;
             for (int i = 0; i < sources.size(); ++i)
                 reduced.insert(CVXSLayoutRenderer::reducedKey(sources[i].first, sources[i].second), images[i]);
+            renderer.setReducedImages(reduced);
+            paintPage(renderer, items, dScale, page);
         });
     bCancelled = !bDone;
-    return bDone ? renderPage(dScale, reduced, std::move(pixmap)) : QImage();
+    return bDone ? withProvenance(renderer, std::move(page)) : QImage();
 }
 
-QImage CVXSLayoutOutputCommands::renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced,
-                                            QPixmap pixmap) const
+QImage CVXSLayoutOutputCommands::blankPage(const QSize& size)
+{
+    // The format of the platform's pixmaps, on which output used to be drawn.
+    return QImage(size, QPixmap(1, 1).toImage().format());
+}
+
+void CVXSLayoutOutputCommands::paintPage(const CVXSLayoutRenderer& renderer, const QVector<QGraphicsItem*>& items,
+                                         double dScale, QImage& page)
+{
+    QPainter painter(&page);
+    renderer.render(painter, dScale, items);
+}
+
+QImage CVXSLayoutOutputCommands::withProvenance(const CVXSLayoutRenderer& renderer, QImage page) const
 {
     const CVXSLayoutView* pView = m_manager.getLayoutView();
-    if (!pView || !pView->scene())
-        return QImage();
-    CVXSLayoutRenderer renderer(*pView->scene(), pView);
-    renderer.setReducedImages(reduced);
-    if (pixmap.size() != renderer.deviceSize(dScale))
-        pixmap = QPixmap(renderer.deviceSize(dScale));
-    // A page too large for memory gives a pixmap that cannot be painted on.
-    QPainter painter;
-    if (pixmap.isNull() || !painter.begin(&pixmap))
-        return QImage();
-    renderer.render(painter, dScale);
-    painter.end();
-    QImage page = pixmap.toImage();
-    // Once the pixmap lets go of the pixels, the page takes its text keys without a copy.
-    pixmap = QPixmap();
     return CVXSLayoutProvenance(*pView->scene(), pView, m_manager.currentStyle(), renderer.pageSize())
         .attachedTo(std::move(page));
 }

@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QImage>
-#include <QPixmap>
 #include <QSize>
 #include <QString>
 
@@ -33,11 +32,14 @@ public:
     static QString getExtensionForFilter(const QString& strFilter);
 
 private:
-    // The page as renderLayoutImage makes it with the images' reductions given, drawn into
-    // pixmap where it has the page's size.
-    QImage renderPage(double dScale, const CVXSLayoutRenderer::ReducedImages& reduced, QPixmap pixmap = QPixmap()) const;
-    // The same page, its images reduced first on a worker thread behind a progress dialog
-    // with the label; null with bCancelled set when the user pressed Cancel.
+    // Pixels for a page of the size, null when it does not fit in memory.
+    static QImage blankPage(const QSize& size);
+    static void paintPage(const CVXSLayoutRenderer& renderer, const QVector<QGraphicsItem*>& items, double dScale,
+                          QImage& page);
+    // The page with the text keys of where its images came from.
+    QImage withProvenance(const CVXSLayoutRenderer& renderer, QImage page) const;
+    // The same page, its images reduced and the page drawn on a worker thread behind a
+    // progress dialog with the label; null with bCancelled set when the user pressed Cancel.
     QImage renderWithProgress(double dScale, const QString& strLabel, bool bCancellable, bool& bCancelled) const;
     // One round of the export dialog; true when the user asked to choose again.
     bool exportOnce() const;

@@ -142,7 +142,20 @@ QSize CVXSLayoutRenderer::deviceSize(double dScale) const
     return QSize(int(page.width() * dScale), int(page.height() * dScale));
 }
 
+QVector<QGraphicsItem*> CVXSLayoutRenderer::pageItems() const
+{
+    const QSize page = pageSize();
+    const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, page.width(), page.height()),
+                                                      Qt::IntersectsItemShape, Qt::DescendingOrder);
+    return QVector<QGraphicsItem*>(items.crbegin(), items.crend());
+}
+
 void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
+{
+    render(painter, dScale, pageItems());
+}
+
+void CVXSLayoutRenderer::render(QPainter& painter, double dScale, const QVector<QGraphicsItem*>& lowestFirst) const
 {
     // The default pen outlines the white page; its right and bottom edges fall outside
     // the device, leaving the black line along the top and the left.
@@ -151,10 +164,6 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
     painter.drawRect(0, 0, device.width(), device.height());
     painter.setPen(outputPen(dScale));
 
-    const QSize page = pageSize();
-    const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, page.width(), page.height()),
-                                                      Qt::IntersectsItemShape, Qt::DescendingOrder);
-    const QVector<QGraphicsItem*> lowestFirst(items.crbegin(), items.crend());
     const bool bRaster = painter.paintEngine() && painter.paintEngine()->type() == QPaintEngine::Raster;
     const QVector<PlacedImage> images = placedImages(lowestFirst, dScale, QRect(QPoint(0, 0), device), bRaster, m_reduced);
     auto image = images.cbegin();

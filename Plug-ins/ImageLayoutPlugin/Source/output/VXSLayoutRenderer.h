@@ -5,6 +5,7 @@
 #include <QPair>
 #include <QRect>
 #include <QSize>
+#include <QVector>
 
 class QGraphicsItem;
 class QGraphicsScene;
@@ -39,6 +40,11 @@ public:
     // (PDF, SVG) each goes in at its own resolution, cut to the part on the page, and the
     // shapes and text stay vectors.
     void render(QPainter& painter, double dScale) const;
+    // The same with the page's items gathered ahead by pageItems() on the scene's thread, so
+    // that the drawing may run on another while the scene stays as it is.
+    void render(QPainter& painter, double dScale, const QVector<QGraphicsItem*>& lowestFirst) const;
+    // The items on the page, from the lowest to the topmost.
+    QVector<QGraphicsItem*> pageItems() const;
 
     // The resolution raster pages carry and measure their text at: the screen's.
     static int rasterDpi();
