@@ -19,6 +19,9 @@
 // into the layout), to show that the quality check fails on aliasing.
 // Needs vips (Debian package libvips-tools) and montage (imagemagick) on the PATH.
 
+#include "BenchProcess.h"
+#include "BenchLayoutPage.h"
+#include "BenchTargets.h"
 #include "LanczosReference.h"
 #include "TestPictures.h"
 
@@ -36,7 +39,6 @@
 #include <QLoggingCategory>
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtConcurrent>
 #include <QtTest>
@@ -46,21 +48,13 @@
 #include <cstdio>
 #include <functional>
 #include <numeric>
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
 
-constexpr int Layout4x4 = 8;
 constexpr int SourceCount = 16;
 constexpr int SourceSide = 2048;
-constexpr double ExportScale = 4.0;
 const QSize SceneSize(1000, 800);
-// The view keeps its scene this much smaller than itself.
-const QSize ViewSize = SceneSize + QSize(4, 4);
 // Qt's PNG writer leaves zlib at its default level.
 constexpr int ZlibLevel = 6;
 
@@ -70,27 +64,7 @@ constexpr double MontageSizeTarget = 1.25;
 constexpr double MemoryTarget = 2.0;
 constexpr double PsnrTarget = 30.0;
 
-bool g_bAllMet = true;
-
-void report(const char* pWhat, double value, double target, bool bAtMost, const char* pUnit = "")
-{
-    const bool bMet = bAtMost ? value <= target : value >= target;
-    g_bAllMet = g_bAllMet && bMet;
-    std::printf("  %-58s %8.3f%s (target %s %.2f%s): %s\n", pWhat, value, pUnit, bAtMost ? "<=" : ">=", target,
-                pUnit, bMet ? "met" : "MISSED");
-}
-
-void notMeasured(const char* pWhat, const char* pWhy)
-{
-    g_bAllMet = false;
-    std::printf("  %-58s NOT MEASURED: %s\n", pWhat, pWhy);
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
+CBenchTargets g_targets;
 
 // Quadrants: a zone plate reaching the sampling limit at its edges, checks and bars with
 // sharp edges, smooth colour gradients, and colour noise around mid grey.
@@ -124,44 +98,6 @@ QImage detailedSource(int variant)
 
 // ---- Other programs ----
 
-struct ProcessRun
-{
-    double dSeconds = 0;
-    long nMaxRssKiB = 0;
-    bool bOk = false;
-};
-
-// Runs the command with its output discarded; its own peak memory comes from wait4.
-ProcessRun runProcess(const QStringList& command)
-{
-    std::vector<QByteArray> encoded;
-    for (const QString& strArgument : command)
-        encoded.push_back(QFile::encodeName(strArgument));
-    std::vector<char*> argv;
-    for (QByteArray& argument : encoded)
-        argv.push_back(argument.data());
-    argv.push_back(nullptr);
-
-    ProcessRun run;
-    QElapsedTimer timer;
-    timer.start();
-    const pid_t pid = fork();
-    if (pid == 0) {
-        const int devNull = open("/dev/null", O_WRONLY);
-        dup2(devNull, STDOUT_FILENO);
-        execvp(argv[0], argv.data());
-        _exit(127);
-    }
-    int status = 0;
-    struct rusage usage = {};
-    if (pid < 0 || wait4(pid, &status, 0, &usage) != pid)
-        return run;
-    run.dSeconds = timer.nsecsElapsed() / 1e9;
-    run.nMaxRssKiB = usage.ru_maxrss;
-    run.bOk = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    return run;
-}
-
 // The runs of one program. The runs of the two programs compared alternate, so that both
 // meet the same load on a shared machine.
 struct Timings
@@ -183,89 +119,8 @@ struct Timings
         seconds.push_back(run.dSeconds);
         nMaxRssKiB = std::max(nMaxRssKiB, run.nMaxRssKiB);
     }
-    double median() const { return ::median(seconds); }
+    double median() const { return CBenchTargets::median(seconds); }
 };
-
-// ---- The page ----
-
-class Page
-{
-public:
-    explicit Page(const std::vector<QImage>& sources)
-    {
-        CVXSLayoutWindow* pWindow = m_manager.getLayoutWindow();
-        pWindow->show();
-        if (!QTest::qWaitForWindowExposed(pWindow))
-            qFatal("the layout window was not shown");
-        CVXSLayoutView* pView = m_manager.getLayoutView();
-        for (int attempt = 0; attempt < 3 && pView->size() != ViewSize; ++attempt) {
-            pWindow->resize(pWindow->size() + ViewSize - pView->size());
-            if (!QTest::qWaitFor([pView] { return pView->size() == ViewSize; }, 500))
-                qWarning("the view did not reach %dx%d", ViewSize.width(), ViewSize.height());
-        }
-        if (pView->scene()->sceneRect() != QRectF(QPointF(0, 0), SceneSize))
-            qFatal("the page is not %dx%d", SceneSize.width(), SceneSize.height());
-        pWindow->layoutStyleCombo()->setCurrentIndex(Layout4x4);
-        pWindow->selChngLayoutStyle();
-        for (const QImage& source : sources) {
-            auto* pItem = new CVXSLayoutItemImage(source);
-            m_manager.getScene()->addItem(pItem);
-            m_manager.addImageItem(pItem, true);
-            m_images.push_back(pItem);
-        }
-        pWindow->hide();
-    }
-
-    // The device rectangle the page gives the image of the cell, as the renderer draws it.
-    QRect cellTarget(int cell) const
-    {
-        const QRectF b = m_images[size_t(cell)]->boundingRect();
-        const int s = int(ExportScale);
-        return QRect(QPoint(int((b.left() + 2) * s), int((b.top() + 2) * s)),
-                     QPoint(int((b.right() - 2) * s), int((b.bottom() - 2) * s)));
-    }
-
-    // Replaces every source by a pixel-picked reduction to its cell, which the renderer
-    // then draws as it stands.
-    void pickPixels()
-    {
-        for (int cell = 0; cell < int(m_images.size()); ++cell) {
-            QImage& image = m_images[size_t(cell)]->getImage();
-            image = image.scaled(cellTarget(cell).size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
-        }
-    }
-
-    // Renders the page and writes it as PNG; returns the seconds taken.
-    double exportPng(QString strPath, QImage* pPage)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        QImage page = m_manager.renderLayoutImage(ExportScale);
-        m_dRenderSeconds = timer.nsecsElapsed() / 1e9;
-        CVXSImageExporter exporter;
-        if (page.isNull() || exporter.saveImage(page, strPath) != eSTATUS_SUCCESS)
-            qFatal("the page could not be exported to %s", qPrintable(strPath));
-        const double dSeconds = timer.nsecsElapsed() / 1e9;
-        if (pPage)
-            *pPage = page;
-        return dSeconds;
-    }
-
-    double lastRenderSeconds() const { return m_dRenderSeconds; }
-
-private:
-    CVXSLayoutManager m_manager;
-    std::vector<CVXSLayoutItemImage*> m_images; // owned by the manager's scene
-    double m_dRenderSeconds = 0;
-};
-
-QString findTool(const char* pName, const char* pPackage)
-{
-    const QString strPath = QStandardPaths::findExecutable(QString::fromLatin1(pName));
-    if (strPath.isEmpty())
-        std::printf("  %s not found on the PATH: install the Debian package %s\n", pName, pPackage);
-    return strPath;
-}
 
 QVector<int> cellNumbers()
 {
@@ -287,9 +142,7 @@ int main(int argc, char** argv)
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     const QStringList arguments = QApplication::arguments();
     const bool bPickPixels = arguments.contains(QStringLiteral("--no-area-reduction"));
-    const int runsIndex = arguments.indexOf(QStringLiteral("--runs"));
-    const int runs = runsIndex > 0 && runsIndex + 1 < arguments.size() ? std::max(1, arguments[runsIndex + 1].toInt())
-                                                                      : 3;
+    const int runs = CBenchTargets::runs(arguments, 3);
     QTemporaryDir dir;
     if (!dir.isValid())
         qFatal("no temporary folder");
@@ -313,7 +166,7 @@ int main(int argc, char** argv)
 
     // 1. Our PNG export against the encode floor. A first export gives the page that vips
     // encodes.
-    Page page(sources);
+    CBenchLayoutPage page(sources);
     if (bPickPixels)
         page.pickPixels();
     const QString strOurs = dir.filePath(QStringLiteral("ours.png"));
@@ -334,16 +187,16 @@ int main(int argc, char** argv)
         renderTimes.push_back(page.lastRenderSeconds());
         floor.run({strVips, "pngsave", strV, strFloor, "--compression", QString::number(ZlibLevel)});
     }
-    const double dOurs = median(exportTimes);
+    const double dOurs = CBenchTargets::median(exportTimes);
     std::printf("PNG export of the filled layout (%d x %d, zlib level %d)\n", rendered.width(), rendered.height(),
                 ZlibLevel);
     std::printf("  ours: %.3f s (rendering %.3f s, encoding and writing %.3f s), %.1f MiB\n", dOurs,
-                median(renderTimes), dOurs - median(renderTimes), mebibytes(QFileInfo(strOurs).size()));
+                CBenchTargets::median(renderTimes), dOurs - CBenchTargets::median(renderTimes), mebibytes(QFileInfo(strOurs).size()));
     if (!floor.bOk) {
-        notMeasured("ours / vips pngsave", strVips.isEmpty() ? "vips missing" : "vips failed");
+        g_targets.notMeasured("ours / vips pngsave", strVips.isEmpty() ? "vips missing" : "vips failed");
     } else {
         std::printf("  vips pngsave: %.3f s, %.1f MiB\n", floor.median(), mebibytes(QFileInfo(strFloor).size()));
-        report("ours / vips pngsave", dOurs / floor.median(), FloorTarget, true);
+        g_targets.report("ours / vips pngsave", dOurs / floor.median(), FloorTarget, true);
     }
 
     // 2. and 3. vxlayout against montage, and vxlayout's peak memory.
@@ -369,22 +222,23 @@ int main(int argc, char** argv)
         const bool bSame = QImage(strBatch).convertToFormat(QImage::Format_RGB32)
                            == QImage(strOurs).convertToFormat(QImage::Format_RGB32);
         std::printf("  vxlayout's page equals the layout's own export: %s\n", bSame ? "yes" : "NO");
-        g_bAllMet = g_bAllMet && bSame;
+        if (!bSame)
+            g_targets.notMeasured("vxlayout's page against the layout's own export", "the pixels differ");
     }
     if (!montage.bOk) {
-        notMeasured("vxlayout / montage time", strMontage.isEmpty() ? "montage missing" : "montage failed");
+        g_targets.notMeasured("vxlayout / montage time", strMontage.isEmpty() ? "montage missing" : "montage failed");
     } else {
         const qint64 nTheirBytes = QFileInfo(strTheirs).size();
         const QSize theirSize = QImageReader(strTheirs).size();
         std::printf("  montage: %.3f s, %.1f MiB (%d x %d)\n", montage.median(), mebibytes(nTheirBytes),
                     theirSize.width(), theirSize.height());
-        report("vxlayout / montage time", batch.median() / montage.median(), MontageTimeTarget, true);
-        report("vxlayout / montage file size", double(nBatchBytes) / nTheirBytes, MontageSizeTarget, true);
+        g_targets.report("vxlayout / montage time", batch.median() / montage.median(), MontageTimeTarget, true);
+        g_targets.report("vxlayout / montage file size", double(nBatchBytes) / nTheirBytes, MontageSizeTarget, true);
     }
     const double dDecodedBytes = double(SourceCount) * SourceSide * SourceSide * 4
                                  + double(rendered.width()) * rendered.height() * 4;
     std::printf("  16 decoded sources and the page take %.1f MiB\n", mebibytes(dDecodedBytes));
-    report("vxlayout peak memory / (sources + page)", batch.nMaxRssKiB * 1024.0 / dDecodedBytes, MemoryTarget, true);
+    g_targets.report("vxlayout peak memory / (sources + page)", batch.nMaxRssKiB * 1024.0 / dDecodedBytes, MemoryTarget, true);
 
     // 4. Each exported cell against a Lanczos-3 reduction of its source.
     const QImage exported = QImage(strOurs).convertToFormat(QImage::Format_RGB32);
@@ -398,7 +252,7 @@ int main(int argc, char** argv)
     for (double d : psnrs)
         std::printf(" %.1f", d);
     std::printf("\n");
-    report("lowest cell PSNR", *std::min_element(psnrs.begin(), psnrs.end()), PsnrTarget, false, " dB");
+    g_targets.report("lowest cell PSNR", *std::min_element(psnrs.begin(), psnrs.end()), PsnrTarget, false, " dB");
     // Where the differences lie: the quadrants of the worst cell.
     const int worst = int(std::min_element(psnrs.begin(), psnrs.end()) - psnrs.begin());
     const QRect worstTarget = page.cellTarget(worst);
@@ -413,6 +267,5 @@ int main(int argc, char** argv)
     }
     std::printf(" dB\n");
 
-    std::printf("%s\n", g_bAllMet ? "All targets met." : "Some targets MISSED or not measured.");
-    return g_bAllMet ? 0 : 1;
+    return g_targets.finish();
 }

@@ -42,6 +42,9 @@ PACKAGES=(
     libimage-exiftool-perl  # exiftool: the resolution vxlayout writes into raster files
     qpdf                    # uncompresses PDF pages, to read the resolution they are described at
     stress-ng               # scripts/test-under-load.sh keeps the cores busy while the tests run
+    # The benchmarks in bench/ time libvips and ImageMagick beside vxlayout and the window.
+    libvips-tools
+    imagemagick
     # Desktop integration: Qt's own German dialog texts, and the checkers of what the install
     # puts into the desktop (the .desktop file, the MIME type, rsvg-convert for the icons).
     qttranslations5-l10n

@@ -1,3 +1,5 @@
+#include "TestImageFiles.h"
+
 #include <VXImageFileReader.h>
 #include <VXSLayoutConstants.h>
 #include <file/VXSLayoutDocumentCodec.h>
@@ -5,13 +7,11 @@
 #include <file/VXSLayoutItemCodec.h>
 #include <file/archive/VXSZipWriter.h>
 
-#include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QGraphicsItem>
-#include <QImageWriter>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -259,18 +259,10 @@ QByteArray zipBytes(const QVector<QPair<QString, QByteArray>>& entries, bool bDe
     return writer.commit() ? contentOf(strPath) : QByteArray();
 }
 
-QByteArray pngOf(const QImage& image)
-{
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter(&buffer, "png").write(image);
-    return png;
-}
 
 QByteArray smallPng()
 {
-    return pngOf(randomImage(QSize(4, 3), QImage::Format_RGB32, 9));
+    return CTestImageFiles::qtPng(randomImage(QSize(4, 3), QImage::Format_RGB32, 9));
 }
 
 // A PNG whose header announces width x height pixels, with a correct header checksum.

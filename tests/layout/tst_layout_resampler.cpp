@@ -1,6 +1,7 @@
 #include "LanczosReference.h"
 #include "TestPictures.h"
 
+#include <output/VXSBandResampler.h>
 #include <output/VXSImageResampler.h>
 
 #include <QtTest>
@@ -76,6 +77,9 @@ private slots:
     void extremeSizes_data();
     void extremeSizes();
     void nullImageOrEmptySizeGivesNullImage();
+    void bandsGiveTheWholeImagesPixels_data();
+    void bandsGiveTheWholeImagesPixels();
+    void incompleteBandsGiveNoImage();
 };
 
 void TestLayoutResampler::solidColourStaysExact_data()
@@ -285,6 +289,62 @@ void TestLayoutResampler::nullImageOrEmptySizeGivesNullImage()
     const QImage image = solidImage(QSize(20, 20), Qt::red);
     QVERIFY(CVXSImageResampler::scaled(image, QSize(0, 10)).isNull());
     QVERIFY(CVXSImageResampler::scaled(image, QSize(10, -1)).isNull());
+}
+
+void TestLayoutResampler::bandsGiveTheWholeImagesPixels_data()
+{
+    QTest::addColumn<QImage>("source");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("bandRows");
+    const QImage noise = noiseImage(QSize(803, 611), 7);
+    // Halved three times before the filter, with odd sizes at every step.
+    QTest::newRow("halved thrice, bands of 1") << noise << QSize(23, 17) << 1;
+    QTest::newRow("halved thrice, bands of 5") << noise << QSize(23, 17) << 5;
+    QTest::newRow("halved once, bands of 64") << noise << QSize(120, 90) << 64;
+    QTest::newRow("filter only, bands of 3") << noise << QSize(401, 305) << 3;
+    QImage translucent = noise.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < translucent.height(); ++y) {
+        auto* pLine = reinterpret_cast<QRgb*>(translucent.scanLine(y));
+        for (int x = 0; x < translucent.width(); ++x)
+            pLine[x] = (pLine[x] & 0x00ffffffu) | (quint32((x * 7 + y) & 255) << 24);
+    }
+    QTest::newRow("alpha varies, bands of 9") << translucent << QSize(97, 71) << 9;
+    QTest::newRow("grey 8 bit, bands of 2") << noise.convertToFormat(QImage::Format_Grayscale8) << QSize(50, 40) << 2;
+    QTest::newRow("enlarged, bands of 11") << noise.copy(0, 0, 60, 50) << QSize(130, 100) << 11;
+    QTest::newRow("same size, bands of 13") << noise.copy(0, 0, 60, 50) << QSize(60, 50) << 13;
+}
+
+// A source added band by band, as a decoder hands it over, gives exactly the pixels of the
+// whole image scaled at once.
+void TestLayoutResampler::bandsGiveTheWholeImagesPixels()
+{
+    QFETCH(QImage, source);
+    QFETCH(QSize, size);
+    QFETCH(int, bandRows);
+    CVXSBandResampler resampler(source.size(), size);
+    for (int y = 0; y < source.height(); y += bandRows) {
+        QVERIFY(!resampler.isComplete());
+        resampler.addRows(source.copy(0, y, source.width(), qMin(bandRows, source.height() - y)));
+    }
+    QVERIFY(resampler.isComplete());
+    const QImage whole = CVXSImageResampler::scaled(source, size);
+    QCOMPARE(whole.size(), size);
+    QCOMPARE(resampler.result(), whole);
+}
+
+void TestLayoutResampler::incompleteBandsGiveNoImage()
+{
+    const QImage noise = noiseImage(QSize(300, 200), 3);
+    CVXSBandResampler resampler(noise.size(), QSize(30, 20));
+    resampler.addRows(noise.copy(0, 0, 300, 199));
+    QVERIFY(!resampler.isComplete());
+    QVERIFY(resampler.result().isNull());
+    // A band of another width is not part of this source.
+    resampler.addRows(noise.copy(0, 0, 299, 1));
+    QVERIFY(!resampler.isComplete());
+    resampler.addRows(noise.copy(0, 199, 300, 1));
+    QVERIFY(resampler.isComplete());
+    QCOMPARE(resampler.result(), CVXSImageResampler::scaled(noise, QSize(30, 20)));
 }
 
 QTEST_GUILESS_MAIN(TestLayoutResampler)

@@ -1,11 +1,13 @@
 #include "OutsideProgram.h"
 #include "TestDicomFiles.h"
 #include "TestImageFiles.h"
+#include "TestPictures.h"
 #include "WidgetTestCase.h"
 
 #include <VXImageFileReader.h>
 #include <VXStatus.h>
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -16,8 +18,11 @@
 #include <QtTest>
 
 #include <dcmtk/dcmdata/dcdeftag.h>
+#include <zlib.h>
 
 #include <cerrno>
+#include <csignal>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -237,6 +242,11 @@ private slots:
     void refusesUnwritableVectorPage_data();
     void refusesUnwritableVectorPage();
     void printsProvenanceAndWritesMethods();
+    void sourceFailingHalfWayWritesNothing();
+    void sourceTooLargeForMemoryIsRefused();
+    void placesManySmallSourcesFreely();
+    void pageThatCannotBeWrittenLeavesNothing_data();
+    void pageThatCannotBeWrittenLeavesNothing();
 
 private:
     QString input(const QString& strName) const;
@@ -955,6 +965,118 @@ void TestToolsVxLayout::printsProvenanceAndWritesMethods()
              qPrintable(strParagraph));
     // The figure itself carries the same, as PNG text.
     QCOMPARE(QImage(strFigure).text(QStringLiteral("Image 1 Source")), QStringLiteral("scan.dcm"));
+}
+
+// The other sources are read and reduced already when the last one turns out damaged half-way
+// through its image data: it is named with the reader's reason, and nothing is written.
+void TestToolsVxLayout::sourceFailingHalfWayWritesNothing()
+{
+    QVERIFY(noiseImage(QSize(400, 600), 8).save(input("long.png")));
+    QFile file(input("long.png"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(CTestImageFiles::writeBytes(input("long-cut.png"), file.readAll().left(int(file.size() * 3 / 4))));
+    QString strReason;
+    QVERIFY(CVXImageFileReader::read(input("long-cut.png"), strReason).isEmpty());
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--export", output("page.png")} + fourInputs().mid(0, 3)
+                                + QStringList {input("long-cut.png")});
+    QCOMPARE(run.nExitCode, 1);
+    const QString strMessage = QStringLiteral("vxlayout: Cannot read \"%1\": %2\n").arg(input("long-cut.png"), strReason);
+    QVERIFY2(run.strErr.contains(strMessage) && run.strErr.count(QStringLiteral("vxlayout: ")) == 1, qPrintable(run.strErr));
+    verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::sourceTooLargeForMemoryIsRefused()
+{
+    // A PNG announcing 30000 x 30000 pixels: each source may take what the image reader
+    // allows, and this one would take more.
+    QImage small(1, 1, QImage::Format_RGB32);
+    small.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    QVERIFY(buffer.open(QIODevice::WriteOnly) && small.save(&buffer, "png"));
+    png.replace(16, 8, QByteArray::fromHex("0000753000007530"));
+    // The header chunk's checksum over its type and new data.
+    const QByteArray crc = QByteArray::number(qulonglong(crc32(0, reinterpret_cast<const Bytef*>(png.constData() + 12), 17)), 16)
+                               .rightJustified(8, '0');
+    png.replace(29, 4, QByteArray::fromHex(crc));
+    QVERIFY(CTestImageFiles::writeBytes(input("huge.png"), png));
+    QString strReason;
+    QVERIFY(CVXImageFileReader::read(input("huge.png"), strReason).isEmpty());
+    QVERIFY2(strReason.contains(QLatin1String("30000 x 30000")), qPrintable(strReason));
+    const ToolRun run = runTool({"--layout", "Layout 2x1", "--export", output("page.png"), input("red.png"), input("huge.png")});
+    QCOMPARE(run.nExitCode, 1);
+    const QString strMessage = QStringLiteral("vxlayout: Cannot read \"%1\": %2\n").arg(input("huge.png"), strReason);
+    QVERIFY2(run.strErr.contains(strMessage) && run.strErr.count(QStringLiteral("vxlayout: ")) == 1, qPrintable(run.strErr));
+    verifyNothingWritten(output("page.png"));
+}
+
+void TestToolsVxLayout::placesManySmallSourcesFreely()
+{
+    QStringList sources;
+    for (int i = 0; i < 200; ++i) {
+        sources << input(QStringLiteral("small-%1.png").arg(i));
+        QImage image(40, 30, QImage::Format_RGB32);
+        image.fill(QColor::fromHsv(i * 359 / 199, 255, 255));
+        QVERIFY(image.save(sources.last()));
+    }
+    const QString strPage = output("free.png");
+    const ToolRun run = runTool(QStringList {"--layout", "Free style", "--export", strPage, "--provenance"} + sources);
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    QVERIFY2(run.strOut.contains(QStringLiteral("\nImages: 200\n")), qPrintable(run.strOut.left(500)));
+    QVERIFY2(run.strOut.contains(QStringLiteral("\nImage 200 Source: small-199.png\n")), qPrintable(run.strOut.right(500)));
+    // The page's image data, compressed in bands on every core, is one valid stream.
+    VX_REQUIRE_PROGRAM("pngcheck");
+    const OutsideProgram check(QStringLiteral("pngcheck"), {QStringLiteral("-v"), strPage});
+    QVERIFY2(check.succeeded(), qPrintable(check.report()));
+    // All land on the same place, as pastes do; the last lies on top.
+    const QImage page(strPage, "png");
+    QCOMPARE(page.size(), kDefaultPage);
+    QCOMPARE(page.pixel(4 * (251 + 188), 4 * (210 + 141)), QColor::fromHsv(359, 255, 255).rgb());
+}
+
+void TestToolsVxLayout::pageThatCannotBeWrittenLeavesNothing_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("error"); // the system's reason, by its errno
+    QTest::newRow("full disk") << "full" << int(eSTATUS_DISK_FULL) << ENOSPC;
+    QTest::newRow("file size limit") << "limit" << int(eSTATUS_WRITE_FAILED) << EFBIG;
+}
+
+// A large PNG page, its data compressed in many bands, on a disk that fills while it is
+// written: the reason is named, and no part of the page stays behind.
+void TestToolsVxLayout::pageThatCannotBeWrittenLeavesNothing()
+{
+    QFETCH(QString, how);
+    QFETCH(int, status);
+    QFETCH(int, error);
+    const QString strPage = output("page.png");
+    if (how == QLatin1String("full")) {
+        if (!QFileInfo::exists(QStringLiteral("/dev/full")))
+            QSKIP("this system has no /dev/full");
+        QVERIFY(QFile::link(QStringLiteral("/dev/full"), strPage));
+    }
+    const QStringList arguments = QStringList {"--layout", "Layout 2x2", "--export", strPage} + fourInputs();
+    ToolRun run;
+    if (how == QLatin1String("limit")) {
+        // The limit and the ignored signal pass on to the program; writes past 64 KiB fail.
+        rlimit previous = {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &previous), 0);
+        const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limited = previous;
+        limited.rlim_cur = 64 * 1024;
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limited), 0);
+        run = runTool(arguments);
+        setrlimit(RLIMIT_FSIZE, &previous);
+        std::signal(SIGXFSZ, previousHandler);
+    } else {
+        run = runTool(arguments);
+    }
+    QCOMPARE(run.nExitCode, 1);
+    QCOMPARE(run.strOut, QString());
+    QVERIFY2(run.strErr.contains(writeFailure(strPage, status, error)), qPrintable(run.strErr));
+    const QStringList left = QDir(output(QString())).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    QCOMPARE(left, how == QLatin1String("full") ? QStringList {"page.png"} : QStringList());
 }
 
 QTEST_MAIN(TestToolsVxLayout)

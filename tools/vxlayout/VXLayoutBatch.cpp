@@ -1,4 +1,5 @@
 #include "VXLayoutBatch.h"
+#include "VXLayoutStreamedSources.h"
 
 #include <figure/export/VXSFigureFile.h>
 #include <VXImageFileReader.h>
@@ -79,11 +80,20 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
         || (!bFigure && !checkDpi(options.exportPath(), options.dpi())) || !checkCellCount(options.inputPaths().size())
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
-    QVector<QImage> images;
-    if (!readImages(options.inputPaths(), images) || !options.figureMarks().calibrate(options.inputPaths(), images, m_strError))
+    // Vector pages and figures take every image at its own resolution, and marks measure the
+    // sources; a plain raster page reads each image straight into its reduction.
+    const bool bWholeImages = bFigure || options.figureMarks().isRequested()
+                              || CVXSLayoutVectorPage::isVectorSuffix(suffixOf(options.exportPath()));
+    if (bWholeImages) {
+        QVector<QImage> images;
+        if (!readImages(options.inputPaths(), images)
+            || !options.figureMarks().calibrate(options.inputPaths(), images, m_strError))
+            return false;
+        placeImages(images);
+        options.figureMarks().mark(m_manager);
+    } else if (!placeReducedImages(options.inputPaths())) {
         return false;
-    placeImages(images);
-    options.figureMarks().mark(m_manager);
+    }
     const bool bWritten = bFigure ? exportFigure(options.figureSize(), options.exportPath())
                                   : exportPage(options.exportPath(), options.dpi());
     return bWritten && writeMethods(options.methodsPath());
@@ -239,12 +249,32 @@ bool CVXLayoutBatch::readImages(const QStringList& paths, QVector<QImage>& image
 
 void CVXLayoutBatch::placeImages(const QVector<QImage>& images)
 {
-    // As the window pastes: a new image item in the scene, placed by the manager.
-    for (const QImage& image : images) {
-        auto* pItem = new CVXSLayoutItemImage(image);
-        m_manager.getScene()->addItem(pItem);
-        m_manager.addImageItem(pItem, true);
+    for (const QImage& image : images)
+        placeImage(image, image.size());
+}
+
+CVXSLayoutItemImage* CVXLayoutBatch::placeImage(const QImage& image, const QSize& size)
+{
+    // As the window pastes: a new image item in the scene, placed by the manager by the
+    // image's size.
+    auto* pItem = new CVXSLayoutItemImage(image);
+    pItem->setRect(QRectF(QPointF(0, 0), QSizeF(size)));
+    m_manager.getScene()->addItem(pItem);
+    m_manager.addImageItem(pItem, true);
+    return pItem;
+}
+
+bool CVXLayoutBatch::placeReducedImages(const QStringList& paths)
+{
+    const QStringList reasons = CVXLayoutStreamedSources::place(
+        paths, [this](const QSize& size) { return placeImage(QImage(), size); });
+    QStringList errors;
+    for (int i = 0; i < paths.size(); ++i) {
+        if (!reasons[i].isEmpty())
+            errors << tr("Cannot read \"%1\": %2").arg(paths[i], reasons[i]);
     }
+    m_strError = errors.join(QLatin1Char('\n'));
+    return errors.isEmpty();
 }
 
 bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)

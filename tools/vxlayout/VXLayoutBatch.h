@@ -12,6 +12,8 @@
 #include <QStringList>
 #include <QVector>
 
+class CVXSLayoutItemImage;
+
 // Builds one layout page from image files and exports it, through the layout manager
 // with its window and view (never shown), the layout items and the host's exporter: the
 // page is the one the Image Layout window would export with the same images pasted.
@@ -44,6 +46,10 @@ private:
     static void deliverPendingResize(QWidget* pWidget);
     bool readImages(const QStringList& paths, QVector<QImage>& images);
     void placeImages(const QVector<QImage>& images);
+    // The item for an image of the size, placed as a paste places it; its picture may follow.
+    CVXSLayoutItemImage* placeImage(const QImage& image, const QSize& size);
+    // Places the images of raster pages, each holding only its picture reduced to its place.
+    bool placeReducedImages(const QStringList& paths);
     bool exportPage(QString strPath, int nDpi);
     bool exportVectorPage(const QString& strPath, int nDpi);
     bool exportFigure(const CVXLayoutFigureSize& size, const QString& strPath);

@@ -90,6 +90,11 @@ bool CVXLayoutFigureOptions::parse(const QCommandLineParser& parser, QString& st
         || parseLength(QStringLiteral("pixel-size"), parser.value(pixelSizeOption()), m_dPixelSizeMm, strError);
 }
 
+bool CVXLayoutFigureOptions::isRequested() const
+{
+    return m_bPanelLabels || m_bScaleBar || m_dPixelSizeMm > 0.0;
+}
+
 bool CVXLayoutFigureOptions::calibrate(const QStringList& paths, QVector<QImage>& images, QString& strError) const
 {
     QStringList missing;

@@ -23,6 +23,8 @@ public:
     // False with strError set when a value is not usable.
     bool parse(const QCommandLineParser& parser, QString& strError);
 
+    // Whether any mark or pixel size was asked for.
+    bool isRequested() const;
     // Gives the images without a pixel size the one given; with a scale bar asked for,
     // false with strError naming every file still without one.
     bool calibrate(const QStringList& paths, QVector<QImage>& images, QString& strError) const;

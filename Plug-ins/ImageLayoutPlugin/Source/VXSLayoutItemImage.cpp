@@ -46,6 +46,16 @@ bool CVXSLayoutItemImage::containsImagePixel(const QPoint& point) const
     return m_image.valid(px, py);
 }
 
+const CVXSImageDisplayCache& CVXSLayoutItemImage::displayCache() const
+{
+    return m_displayCache;
+}
+
+void CVXSLayoutItemImage::setDisplayCache(const CVXSImageDisplayCache& cache)
+{
+    m_displayCache = cache;
+}
+
 void CVXSLayoutItemImage::paint(QPainter* pPainter, const QStyleOptionGraphicsItem*, QWidget*)
 {
     const QRectF target = VXSLayoutItemGeometry::normalizedBoundingRect(*this);

@@ -25,6 +25,11 @@ public:
     // Whether the scene point lies on a pixel of the image as shown.
     bool containsImagePixel(const QPoint& point) const;
 
+    // The screen-sized copy as painting through the device transform would make it, made
+    // elsewhere (CVXSLayoutDisplayPreparer), so that the first paint costs one blit.
+    const CVXSImageDisplayCache& displayCache() const;
+    void setDisplayCache(const CVXSImageDisplayCache& cache);
+
     void paint(QPainter* pPainter, const QStyleOptionGraphicsItem* pOption, QWidget* pWidget) override;
     int type() const override;
 

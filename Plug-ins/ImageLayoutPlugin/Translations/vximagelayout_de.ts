@@ -511,6 +511,10 @@ Ersetzen?</translation>
         <source>the image &quot;%1&quot; cannot be used: %2</source>
         <translation>das Bild &quot;%1&quot; kann nicht verwendet werden: %2</translation>
     </message>
+    <message>
+        <source>it was cancelled</source>
+        <translation>es wurde abgebrochen</translation>
+    </message>
 </context>
 <context>
     <name>CVXSLayoutFileCommands</name>
@@ -555,6 +559,14 @@ Möchten Sie sie speichern?</translation>
     <message>
         <source>The layout could not be restored.</source>
         <translation>Das Layout konnte nicht wiederhergestellt werden.</translation>
+    </message>
+    <message>
+        <source>Saving the layout...</source>
+        <translation>Layout wird gespeichert...</translation>
+    </message>
+    <message>
+        <source>Opening the layout...</source>
+        <translation>Layout wird geöffnet...</translation>
     </message>
 </context>
 <context>
@@ -634,6 +646,21 @@ Vorhandene Datei überschreiben?</translation>
     <message>
         <source>New Layout</source>
         <translation>Neues Layout</translation>
+    </message>
+    <message>
+        <source>Exporting the layout...</source>
+        <translation>Layout wird exportiert...</translation>
+    </message>
+    <message>
+        <source>Printing the layout...</source>
+        <translation>Layout wird gedruckt...</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSLayoutProgress</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -878,6 +905,10 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>Send to Back</source>
         <translation>In den Hintergrund</translation>
+    </message>
+    <message>
+        <source>Pasting the image...</source>
+        <translation>Bild wird eingefügt...</translation>
     </message>
 </context>
 <context>

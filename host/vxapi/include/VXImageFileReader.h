@@ -34,10 +34,15 @@ public:
     // Whether the file is of a kind the reader knows, by its suffix or, for files without
     // one it knows, by its content; says nothing about whether it reads cleanly.
     static bool isImageKind(const QString& strPath);
+    // Whether the file's images, as far as its headers tell, fit within kMaxDecodedBytes;
+    // strError says why not.
+    static bool fitsInMemory(const QString& strPath, QString& strError);
+    // The size of the file's first image as its header tells, before any pixel is decoded;
+    // invalid when the header tells none.
+    static QSize headerSize(const QString& strPath);
 
 private:
     static QVector<CVXImagePage> readFile(const QString& strPath, QString& strError, bool bLevels);
-    static bool fitsInMemory(const QString& strPath, QString& strError);
     static QVector<CVXImagePage> refuseDamaged(QString& strError);
     static void labelPages(QVector<CVXImagePage>& pages, const QString& strFileName);
     // The pixel sizes a file states, one per page, as the pages' "Pixel Size" keys.

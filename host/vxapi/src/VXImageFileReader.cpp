@@ -114,6 +114,15 @@ bool CVXImageFileReader::fitsInMemory(const QString& strPath, QString& strError)
     return true;
 }
 
+QSize CVXImageFileReader::headerSize(const QString& strPath)
+{
+    quietenDecoderLibraries();
+    if (!CVXDicomFileReader::isDicomFile(strPath))
+        return QImageReader(strPath).size();
+    const CVXDicomFileReader dicom(strPath);
+    return dicom.isReadable() ? dicom.frameSize() : QSize();
+}
+
 QVector<CVXImagePage> CVXImageFileReader::refuseDamaged(QString& strError)
 {
     strError = CVXPngCheck::damagedText();

@@ -1,6 +1,7 @@
 #include "VXSQtImageWriter.h"
 
 #include "VXSExportText.h"
+#include "VXSPngEncoder.h"
 #include "VXSXmpInserter.h"
 #include "VXSXmpPacket.h"
 
@@ -44,6 +45,12 @@ tag_estatus CVXSQtImageWriter::encode(const QImage& image, QByteArray& data) con
     if (qMax(image.width(), image.height()) > maxSide())
         return eSTATUS_IMAGE_TOO_LARGE;
     data.clear();
+    if (m_oFormat == "png" && CVXSPngEncoder::canEncode(image)) {
+        if (!CVXSPngEncoder::encode(image, data))
+            return eSTATUS_WRITE_FAILED;
+        addXmp(image, data);
+        return eSTATUS_SUCCESS;
+    }
     QBuffer buffer(&data);
     buffer.open(QIODevice::WriteOnly);
     QImageWriter writer(&buffer, m_oFormat);

@@ -2,9 +2,10 @@
 
 #include "VXSImageWriter.h"
 
-// Formats that Qt's own image writers produce (bmp, jpeg, png). The image's text keys go
-// along: PNG text chunks and one JPEG comment per key for readers that know these, and all
-// of them in one XMP packet; BMP has no place for them.
+// Formats that Qt's own image writers produce (bmp, jpeg, png; 32-bit PNG with its pixels
+// compressed on every core, CVXSPngEncoder). The image's text keys go along: PNG text chunks
+// and one JPEG comment per key for readers that know these, and all of them in one XMP
+// packet; BMP has no place for them.
 class CVXSQtImageWriter : public CVXSImageWriter
 {
 public:

@@ -1,25 +1,17 @@
 #include "VXSXmpInserter.h"
 
-#include <QtEndian>
+#include "VXSPngChunks.h"
 
-#include <zlib.h>
+#include <QtEndian>
 
 namespace {
 
-const QByteArray kPngSignature("\x89PNG\r\n\x1a\n", 8);
 // Signature, then the header chunk: length, type, 13 bytes of data, CRC.
 constexpr int kPngHeaderEnd = 8 + 4 + 4 + 13 + 4;
 constexpr int kPngMaxChunk = 0x7fffffff;
 // The keyword, then no compression, no language and no translated keyword.
 const QByteArray kPngXmpKeyword("XML:com.adobe.xmp\0\0\0\0\0", 22);
 const QByteArray kJpegXmpNamespace("http://ns.adobe.com/xap/1.0/\0", 29);
-
-QByteArray bigEndian32(quint32 nValue)
-{
-    QByteArray bytes(4, '\0');
-    qToBigEndian(nValue, bytes.data());
-    return bytes;
-}
 
 QByteArray bigEndian16(quint16 nValue)
 {
@@ -32,15 +24,12 @@ QByteArray bigEndian16(quint16 nValue)
 
 bool CVXSXmpInserter::intoPng(QByteArray& png, const QByteArray& packet)
 {
-    if (packet.isEmpty() || !png.startsWith(kPngSignature) || png.size() < kPngHeaderEnd || png.mid(12, 4) != "IHDR")
+    if (packet.isEmpty() || !png.startsWith(VXSPngChunks::Signature) || png.size() < kPngHeaderEnd || png.mid(12, 4) != "IHDR")
         return false;
     const QByteArray data = kPngXmpKeyword + packet;
     if (data.size() > kPngMaxChunk - 4)
         return false;
-    const QByteArray typeAndData = QByteArrayLiteral("iTXt") + data;
-    const uLong nCrc = crc32(crc32(0L, Z_NULL, 0), reinterpret_cast<const Bytef*>(typeAndData.constData()),
-                             uInt(typeAndData.size()));
-    png.insert(kPngHeaderEnd, bigEndian32(quint32(data.size())) + typeAndData + bigEndian32(quint32(nCrc)));
+    png.insert(kPngHeaderEnd, VXSPngChunks::chunk(QByteArrayLiteral("iTXt"), data));
     return true;
 }
 

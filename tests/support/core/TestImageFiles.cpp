@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QDataStream>
 #include <QFile>
+#include <QImageWriter>
 
 namespace {
 
@@ -119,6 +120,21 @@ bool CTestImageFiles::writeBytes(const QString& strPath, const QByteArray& bytes
 {
     QFile file(strPath);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QByteArray CTestImageFiles::readBytes(const QString& strPath)
+{
+    QFile file(strPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray CTestImageFiles::qtPng(const QImage& image)
+{
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter(&buffer, "png").write(image);
+    return png;
 }
 
 QImage CTestImageFiles::twoHalves(const QSize& size, QImage::Format format, const QColor& left, const QColor& right)

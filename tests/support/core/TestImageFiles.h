@@ -20,6 +20,10 @@ public:
     // The first half of an existing file.
     static bool writeTruncatedCopy(const QString& strSourcePath, const QString& strPath);
     static bool writeBytes(const QString& strPath, const QByteArray& bytes);
+    // The file's bytes; empty when it cannot be read.
+    static QByteArray readBytes(const QString& strPath);
+    // The image as Qt's own PNG writer writes it.
+    static QByteArray qtPng(const QImage& image);
 
     // An image of the size, its left half one colour and its right half another, at the
     // full precision of the format (a grey format takes the colours' red channel).

@@ -14,6 +14,8 @@
 #include <QPair>
 #include <QtConcurrent>
 
+#include <functional>
+
 namespace {
 
 constexpr qint64 kMiB = 1024 * 1024;
@@ -97,7 +99,12 @@ bool CVXSLayoutFile::writeTo(const QString& strPath, const CVXSLayoutDocument& d
     QString strError;
     if (!CVXSLayoutDocumentCodec::decode(json, decoded, decodedEntries, strError))
         return fail(tr("the layout holds a value a layout file cannot keep (%1)").arg(strError));
-    const QVector<QByteArray> pngs = QtConcurrent::blockingMapped<QVector<QByteArray>>(images, &CVXSLayoutImageCodec::encode);
+    const std::function<QByteArray(const QImage&)> encode = [this](const QImage& image) {
+        return isCancelled() ? QByteArray() : CVXSLayoutImageCodec::encode(image);
+    };
+    const QVector<QByteArray> pngs = QtConcurrent::blockingMapped<QVector<QByteArray>>(images, encode);
+    if (isCancelled())
+        return fail(tr("it was cancelled"));
     qint64 nTotalBytes = 0;
     for (int i = 0; i < pngs.size(); ++i) {
         if (pngs.at(i).isEmpty())
@@ -110,6 +117,8 @@ bool CVXSLayoutFile::writeTo(const QString& strPath, const CVXSLayoutDocument& d
     bool bAdded = archive.add(kJsonEntry, jsonText, true);
     for (int i = 0; i < pngs.size(); ++i)
         bAdded = bAdded && archive.add(imageEntry(i), pngs.at(i), false);
+    if (isCancelled())
+        return fail(tr("it was cancelled"));
     if (!bAdded || !archive.commit())
         return fail(archive.errorText());
     return true;
@@ -212,7 +221,12 @@ bool CVXSLayoutFile::readImages(CVXSZipReader& archive, const QVector<QString>& 
             return false;
         pngs.append(png);
     }
-    const QVector<DecodedImage> decoded = QtConcurrent::blockingMapped<QVector<DecodedImage>>(pngs, &decodeImage);
+    const std::function<DecodedImage(const QByteArray&)> decode = [this](const QByteArray& png) {
+        return isCancelled() ? DecodedImage() : decodeImage(png);
+    };
+    const QVector<DecodedImage> decoded = QtConcurrent::blockingMapped<QVector<DecodedImage>>(pngs, decode);
+    if (isCancelled())
+        return fail(tr("it was cancelled"));
     for (int i = 0; i < decoded.size(); ++i) {
         if (decoded.at(i).first.isNull())
             return fail(tr("the image \"%1\" cannot be used: %2").arg(names.at(i), decoded.at(i).second));
@@ -222,6 +236,11 @@ bool CVXSLayoutFile::readImages(CVXSZipReader& archive, const QVector<QString>& 
             document.items[i].image = decoded.at(names.indexOf(entries.at(i))).first;
     }
     return true;
+}
+
+bool CVXSLayoutFile::isCancelled() const
+{
+    return m_pCancelled && *m_pCancelled;
 }
 
 bool CVXSLayoutFile::fail(const QString& strReason)

@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <atomic>
+
 class CVXSZipReader;
 
 // Layout files (.vxlayout): a zip archive holding layout.json (style, page size, items) and
@@ -30,6 +32,9 @@ public:
     bool read(const QString& strPath, CVXSLayoutDocument& document);
     // Why the last write or read failed, naming the file.
     QString errorText() const { return m_strError; }
+    // From now on a write or read stops, failing, soon after the flag is set; a write then
+    // leaves the file as it was. The flag must outlive them.
+    void setCancelFlag(const std::atomic_bool* pCancelled) { m_pCancelled = pCancelled; }
 
 private:
     bool writeTo(const QString& strPath, const CVXSLayoutDocument& document);
@@ -40,6 +45,8 @@ private:
     bool readJson(CVXSZipReader& archive, QJsonObject& object);
     bool readImages(CVXSZipReader& archive, const QVector<QString>& entries, CVXSLayoutDocument& document);
     bool fail(const QString& strReason);
+    bool isCancelled() const;
 
     QString m_strError;
+    const std::atomic_bool* m_pCancelled = nullptr;
 };

@@ -4,6 +4,9 @@
 #include "file/VXSLayoutFile.h"
 #include "VXSLayoutManager.h"
 #include "file/VXSLayoutRecovery.h"
+#include "progress/VXSLayoutDisplayPreparer.h"
+#include "progress/VXSLayoutProgress.h"
+#include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
 
 #include <VXPreference.h>
@@ -44,6 +47,12 @@ void CVXSLayoutFileCommands::setFilePath(const QString& strPath)
         pWindow->setDocumentName(strPath.isEmpty() ? QString() : QFileInfo(strPath).fileName());
 }
 
+void CVXSLayoutFileCommands::prepareDisplay(const QString& strLabel)
+{
+    if (CVXSLayoutView* pView = m_manager.getLayoutView())
+        CVXSLayoutDisplayPreparer::prepare(*pView, strLabel);
+}
+
 void CVXSLayoutFileCommands::reportError(const QString& strWhat, const QString& strWhy)
 {
     CVXSMessageBox::error(m_manager.getLayoutWindow(), CVXUtilityFns::getAppName(), strWhat + QLatin1Char('\n') + strWhy,
@@ -74,8 +83,18 @@ bool CVXSLayoutFileCommands::save(bool bChooseName)
 
 bool CVXSLayoutFileCommands::saveTo(const QString& strPath)
 {
+    // The images are packed on a worker thread, from a copy of the layout as it stands.
+    const CVXSLayoutDocument document = m_manager.document();
     CVXSLayoutFile file;
-    if (!file.write(strPath, m_manager.document())) {
+    bool bWritten = false;
+    const bool bDone = CVXSLayoutProgress::run(m_manager.getLayoutWindow(), tr("Saving the layout..."), true,
+                                               [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
+                                                   file.setCancelFlag(&cancelled);
+                                                   bWritten = file.write(strPath, document);
+                                               });
+    if (!bDone)
+        return false;
+    if (!bWritten) {
         reportError(tr("The layout could not be saved."), file.errorText());
         return false;
     }
@@ -100,10 +119,19 @@ bool CVXSLayoutFileCommands::readDocument(const QString& strPath, CVXSLayoutDocu
                                           const QString& strFailure)
 {
     CVXSLayoutFile file;
-    if (file.read(strPath, document))
-        return true;
-    reportError(strFailure, file.errorText());
-    return false;
+    bool bRead = false;
+    CVXSLayoutDocument loaded;
+    // Read on a worker thread; a cancelled read leaves the document as it was.
+    const bool bDone = CVXSLayoutProgress::run(m_manager.getLayoutWindow(), tr("Opening the layout..."), true,
+                                               [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
+                                                   file.setCancelFlag(&cancelled);
+                                                   bRead = file.read(strPath, loaded);
+                                               });
+    if (bDone && bRead)
+        document = loaded;
+    else if (bDone)
+        reportError(strFailure, file.errorText());
+    return bDone && bRead;
 }
 
 bool CVXSLayoutFileCommands::openFile(const QString& strPath)
@@ -115,6 +143,7 @@ bool CVXSLayoutFileCommands::openFile(const QString& strPath)
         return false;
     m_manager.replaceLayout(document);
     setFilePath(QFileInfo(strPath).absoluteFilePath());
+    prepareDisplay(tr("Opening the layout..."));
     return true;
 }
 
@@ -148,6 +177,7 @@ bool CVXSLayoutFileCommands::restoreRecovery(const QString& strPath)
         return false;
     m_manager.replaceLayout(document);
     setFilePath(QString());
+    prepareDisplay(tr("Opening the layout..."));
     // Nothing to undo, but unsaved: quitting asks again, and the copy stays until saved.
     m_manager.undoStack()->resetClean();
     if (m_pRecovery)

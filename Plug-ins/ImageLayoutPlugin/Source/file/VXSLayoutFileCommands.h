@@ -46,6 +46,8 @@ private:
     // Reads the file; a file that cannot be read is reported under the failure's text.
     bool readDocument(const QString& strPath, CVXSLayoutDocument& document, const QString& strFailure);
     void reportError(const QString& strWhat, const QString& strWhy);
+    // The opened layout's large images made ready for the screen before it is painted.
+    void prepareDisplay(const QString& strLabel);
     void setFilePath(const QString& strPath);
 
     CVXSLayoutManager& m_manager;

@@ -2,10 +2,12 @@
 
 #include "output/VXSExportFormats.h"
 #include "output/VXSLayoutProvenance.h"
-#include "output/VXSLayoutRenderer.h"
+#include "output/VXSImageResampler.h"
+#include "VXSLayoutItemImage.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutView.h"
 #include "VXSLayoutWindow.h"
+#include "progress/VXSLayoutProgress.h"
 
 #include <VXPreference.h>
 #include <VXSErrorHandler.h>
@@ -17,12 +19,17 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGraphicsScene>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QtConcurrent>
+
+#include <functional>
+#include <utility>
 
 CVXSLayoutOutputCommands::CVXSLayoutOutputCommands(const CVXSLayoutManager& manager, QPrinter& printer)
     : m_manager(manager)
@@ -36,15 +43,70 @@ QImage CVXSLayoutOutputCommands::renderLayoutImage(double dScale) const
     if (!pView || !pView->scene())
         return QImage();
     const CVXSLayoutRenderer renderer(*pView->scene(), pView);
-    // A page too large for memory gives a pixmap that cannot be painted on.
-    QPixmap pixmap(renderer.deviceSize(dScale));
-    QPainter painter;
-    if (pixmap.isNull() || !painter.begin(&pixmap))
+    QImage page = blankPage(renderer.deviceSize(dScale));
+    if (page.isNull())
         return QImage();
-    renderer.render(painter, dScale);
-    painter.end();
+    paintPage(renderer, renderer.pageItems(), dScale, page);
+    return withProvenance(renderer, std::move(page));
+}
+
+QImage CVXSLayoutOutputCommands::renderWithProgress(double dScale, const QString& strLabel, bool bCancellable,
+                                                    bool& bCancelled) const
+{
+    bCancelled = false;
+    const CVXSLayoutView* pView = m_manager.getLayoutView();
+    if (!pView || !pView->scene())
+        return QImage();
+    CVXSLayoutRenderer renderer(*pView->scene(), pView);
+    // The page's pixels are taken first: a page too large for memory fails before any work.
+    QImage page = blankPage(renderer.deviceSize(dScale));
+    if (page.isNull())
+        return QImage();
+    // What the page shows is gathered here; the worker reduces the images, the costly part
+    // of rendering large images, and draws the page, while the dialog holds the layout still.
+    const QVector<QGraphicsItem*> items = renderer.pageItems();
+    QVector<QPair<QImage, QSize>> sources;
+    for (QGraphicsItem* pItem : items) {
+        if (pItem->type() == VXSLayout::ImageItemType)
+            sources.append({static_cast<CVXSLayoutItemImage*>(pItem)->getImage(),
+                            CVXSLayoutRenderer::imageTarget(pItem, dScale).size()});
+    }
+    const bool bDone = CVXSLayoutProgress::run(
+        m_manager.getLayoutWindow(), strLabel, bCancellable, [&](const CVXSLayoutProgress::CancelFlag& cancelled) {
+            const std::function<QImage(const QPair<QImage, QSize>&)> reduce = [&cancelled](const QPair<QImage, QSize>& source) {
+                return cancelled ? QImage() : CVXSImageResampler::scaled(source.first, source.second);
+            };
+            const QVector<QImage> images = QtConcurrent::blockingMapped<QVector<QImage>>(sources, reduce);
+            if (cancelled)
+                return;
+            CVXSLayoutRenderer::ReducedImages reduced;
+            for (int i = 0; i < sources.size(); ++i)
+                reduced.insert(CVXSLayoutRenderer::reducedKey(sources[i].first, sources[i].second), images[i]);
+            renderer.setReducedImages(reduced);
+            paintPage(renderer, items, dScale, page);
+        });
+    bCancelled = !bDone;
+    return bDone ? withProvenance(renderer, std::move(page)) : QImage();
+}
+
+QImage CVXSLayoutOutputCommands::blankPage(const QSize& size)
+{
+    // The format of the platform's pixmaps, on which output used to be drawn.
+    return QImage(size, QPixmap(1, 1).toImage().format());
+}
+
+void CVXSLayoutOutputCommands::paintPage(const CVXSLayoutRenderer& renderer, const QVector<QGraphicsItem*>& items,
+                                         double dScale, QImage& page)
+{
+    QPainter painter(&page);
+    renderer.render(painter, dScale, items);
+}
+
+QImage CVXSLayoutOutputCommands::withProvenance(const CVXSLayoutRenderer& renderer, QImage page) const
+{
+    const CVXSLayoutView* pView = m_manager.getLayoutView();
     return CVXSLayoutProvenance(*pView->scene(), pView, m_manager.currentStyle(), renderer.pageSize())
-        .attachedTo(pixmap.toImage());
+        .attachedTo(std::move(page));
 }
 
 void CVXSLayoutOutputCommands::exportLayout() const
@@ -119,14 +181,20 @@ bool CVXSLayoutOutputCommands::askForShorterName(const QString& strName) const
 
 void CVXSLayoutOutputCommands::writeImage(QString strFileName) const
 {
-    QImage image = renderLayoutImage(VXSExportFormats::ExportScale);
+    // Until the file is written the export may stop; writing it replaces the file at once.
+    bool bCancelled = false;
+    QImage image = renderWithProgress(VXSExportFormats::ExportScale, tr("Exporting the layout..."), true, bCancelled);
+    if (bCancelled)
+        return;
     if (image.isNull()) {
         CVXSMessageBox::error(m_manager.getLayoutView(), CVXUtilityFns::getAppName(),
                               tr("Image could not be created!"), QMessageBox::Ok);
         return;
     }
     CVXSImageExporter exporter;
-    const tag_estatus status = exporter.saveImage(image, strFileName);
+    tag_estatus status = eSTATUS_SUCCESS;
+    CVXSLayoutProgress::run(m_manager.getLayoutWindow(), tr("Exporting the layout..."), false,
+                            [&](const CVXSLayoutProgress::CancelFlag&) { status = exporter.saveImage(image, strFileName); });
     // The status's text comes first; the file and the system's reason follow it.
     if (status != eSTATUS_SUCCESS)
         CVXSErrorHandler::errorMessage(m_manager.getLayoutView(), status, exporter.errorText());
@@ -144,7 +212,9 @@ void CVXSLayoutOutputCommands::printLayout(int nPrintMode) const
         CVXSErrorHandler::errorMessage(m_manager.getLayoutWindow(), eSTATUS_PRINTER_NOT_STARTED, QString());
         return;
     }
-    const QImage image = renderLayoutImage(VXSExportFormats::PrintScale);
+    // The printer has started: the page is printed to its end.
+    bool bCancelled = false;
+    const QImage image = renderWithProgress(VXSExportFormats::PrintScale, tr("Printing the layout..."), false, bCancelled);
     // Half an inch of margin on every side.
     const int nMarginX = m_printer.logicalDpiX() / 2;
     const int nMarginY = m_printer.logicalDpiY() / 2;

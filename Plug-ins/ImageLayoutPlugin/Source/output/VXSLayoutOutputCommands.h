@@ -1,5 +1,7 @@
 #pragma once
 
+#include "output/VXSLayoutRenderer.h"
+
 #include <QCoreApplication>
 #include <QImage>
 #include <QSize>
@@ -30,6 +32,15 @@ public:
     static QString getExtensionForFilter(const QString& strFilter);
 
 private:
+    // Pixels for a page of the size, null when it does not fit in memory.
+    static QImage blankPage(const QSize& size);
+    static void paintPage(const CVXSLayoutRenderer& renderer, const QVector<QGraphicsItem*>& items, double dScale,
+                          QImage& page);
+    // The page with the text keys of where its images came from.
+    QImage withProvenance(const CVXSLayoutRenderer& renderer, QImage page) const;
+    // The same page, its images reduced and the page drawn on a worker thread behind a
+    // progress dialog with the label; null with bCancelled set when the user pressed Cancel.
+    QImage renderWithProgress(double dScale, const QString& strLabel, bool bCancellable, bool& bCancelled) const;
     // One round of the export dialog; true when the user asked to choose again.
     bool exportOnce() const;
     static QString withExtension(QString strFileName, const QString& strSelectedFilter);

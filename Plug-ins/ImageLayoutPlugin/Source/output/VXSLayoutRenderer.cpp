@@ -76,24 +76,29 @@ PlacedImage visiblePart(const PlacedImage& whole, const QRect& device)
             whole.image.copy(source)};
 }
 
-// The picture of each image item among the items, in their order, with its place (the inset
-// of 2 leaves out the item's frame). For raster devices each is reduced to its place;
-// reducing large images is the costly part of output, so it runs on every core before
-// anything is drawn, and the pixels are the same as one after the other.
-QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, int nScale, const QRect& device, bool bReduce)
+// The picture of each image item among the items, in their order, with its place. For
+// raster devices each is reduced to its place; reducing large images is the costly part of
+// output, so it runs on every core before anything is drawn, and the pixels are the same as
+// one after the other.
+QVector<PlacedImage> placedImages(const QVector<QGraphicsItem*>& items, double dScale, const QRect& device, bool bReduce,
+                                  const CVXSLayoutRenderer::ReducedImages& reduced)
 {
     QVector<PlacedImage> placed;
     for (QGraphicsItem* pItem : items) {
         if (pItem->type() == ImageItemType)
-            placed.push_back({insetScaledRect(pItem, 2, nScale), static_cast<CVXSLayoutItemImage*>(pItem)->getImage()});
+            placed.push_back({CVXSLayoutRenderer::imageTarget(pItem, dScale),
+                              static_cast<CVXSLayoutItemImage*>(pItem)->getImage()});
     }
     if (!bReduce) {
         for (PlacedImage& image : placed)
             image = visiblePart(image, device);
         return placed;
     }
-    const std::function<PlacedImage(const PlacedImage&)> scale = [](const PlacedImage& source) {
-        return PlacedImage {source.target, CVXSImageResampler::scaled(source.image, source.target.size().toSize())};
+    const std::function<PlacedImage(const PlacedImage&)> scale = [&reduced](const PlacedImage& source) {
+        const QSize size = source.target.size().toSize();
+        const auto found = reduced.constFind(CVXSLayoutRenderer::reducedKey(source.image, size));
+        return PlacedImage {source.target,
+                            found != reduced.constEnd() ? found.value() : CVXSImageResampler::scaled(source.image, size)};
     };
     return QtConcurrent::blockingMapped<QVector<PlacedImage>>(placed, scale);
 }
@@ -117,6 +122,16 @@ CVXSLayoutRenderer::CVXSLayoutRenderer(QGraphicsScene& scene, const CVXSLayoutVi
 {
 }
 
+void CVXSLayoutRenderer::setReducedImages(const ReducedImages& reduced)
+{
+    m_reduced = reduced;
+}
+
+QPair<qint64, quint64> CVXSLayoutRenderer::reducedKey(const QImage& image, const QSize& size)
+{
+    return {image.cacheKey(), quint64(quint32(size.width())) << 32 | quint32(size.height())};
+}
+
 QSize CVXSLayoutRenderer::pageSize() const
 {
     return QSize(int(m_scene.width() + 1.0), int(m_scene.height() + 1.0));
@@ -128,7 +143,20 @@ QSize CVXSLayoutRenderer::deviceSize(double dScale) const
     return QSize(int(page.width() * dScale), int(page.height() * dScale));
 }
 
+QVector<QGraphicsItem*> CVXSLayoutRenderer::pageItems() const
+{
+    const QSize page = pageSize();
+    const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, page.width(), page.height()),
+                                                      Qt::IntersectsItemShape, Qt::DescendingOrder);
+    return QVector<QGraphicsItem*>(items.crbegin(), items.crend());
+}
+
 void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
+{
+    render(painter, dScale, pageItems());
+}
+
+void CVXSLayoutRenderer::render(QPainter& painter, double dScale, const QVector<QGraphicsItem*>& lowestFirst) const
 {
     // The default pen outlines the white page; its right and bottom edges fall outside
     // the device, leaving the black line along the top and the left.
@@ -137,12 +165,8 @@ void CVXSLayoutRenderer::render(QPainter& painter, double dScale) const
     painter.drawRect(0, 0, device.width(), device.height());
     painter.setPen(outputPen(dScale));
 
-    const QSize page = pageSize();
-    const QList<QGraphicsItem*> items = m_scene.items(QRectF(0, 0, page.width(), page.height()),
-                                                      Qt::IntersectsItemShape, Qt::DescendingOrder);
-    const QVector<QGraphicsItem*> lowestFirst(items.crbegin(), items.crend());
     const bool bRaster = painter.paintEngine() && painter.paintEngine()->type() == QPaintEngine::Raster;
-    const QVector<PlacedImage> images = placedImages(lowestFirst, int(dScale), QRect(QPoint(0, 0), device), bRaster);
+    const QVector<PlacedImage> images = placedImages(lowestFirst, dScale, QRect(QPoint(0, 0), device), bRaster, m_reduced);
     auto image = images.cbegin();
     for (QGraphicsItem* pItem : lowestFirst) {
         if (pItem->type() != ImageItemType) {
@@ -171,6 +195,12 @@ int CVXSLayoutRenderer::rasterDpi()
 {
     // A new image takes the screen's resolution, as the pixmaps of the output do.
     return QImage(1, 1, QImage::Format_RGB32).logicalDpiY();
+}
+
+QRect CVXSLayoutRenderer::imageTarget(const QGraphicsItem* pItem, double dScale)
+{
+    // The inset of 2 leaves out the item's frame.
+    return insetScaledRect(pItem, 2, int(dScale));
 }
 
 void CVXSLayoutRenderer::drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const

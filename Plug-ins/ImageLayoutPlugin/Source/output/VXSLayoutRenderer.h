@@ -1,6 +1,11 @@
 #pragma once
 
+#include <QHash>
+#include <QImage>
+#include <QPair>
+#include <QRect>
 #include <QSize>
+#include <QVector>
 
 #include <functional>
 
@@ -17,8 +22,16 @@ class CVXSLayoutView;
 class CVXSLayoutRenderer
 {
 public:
+    // Pictures already reduced to their places, by reducedKey().
+    using ReducedImages = QHash<QPair<qint64, quint64>, QImage>;
+
     // pView tells its own items apart; it may be null when the scene holds none.
     CVXSLayoutRenderer(QGraphicsScene& scene, const CVXSLayoutView* pView);
+
+    // Raster rendering takes an image's reduction from these where there is one, so that
+    // the costly reductions can be made ahead, elsewhere (CVXSLayoutOutputCommands).
+    void setReducedImages(const ReducedImages& reduced);
+    static QPair<qint64, quint64> reducedKey(const QImage& image, const QSize& size);
 
     // The page in scene units: the scene's size plus one, truncated.
     QSize pageSize() const;
@@ -30,9 +43,17 @@ public:
     // (PDF, SVG) each goes in at its own resolution, cut to the part on the page, and the
     // shapes and text stay vectors.
     void render(QPainter& painter, double dScale) const;
+    // The same with the page's items gathered ahead by pageItems() on the scene's thread, so
+    // that the drawing may run on another while the scene stays as it is.
+    void render(QPainter& painter, double dScale, const QVector<QGraphicsItem*>& lowestFirst) const;
+    // The items on the page, from the lowest to the topmost.
+    QVector<QGraphicsItem*> pageItems() const;
 
     // The resolution raster pages carry and measure their text at: the screen's.
     static int rasterDpi();
+    // The device rectangle an image item's picture fills at the scale, edges inclusive: its
+    // rectangle less the item's frame. A picture of this size goes onto the page as it is.
+    static QRect imageTarget(const QGraphicsItem* pItem, double dScale);
 
 private:
     void drawItem(QPainter& painter, QGraphicsItem* pItem, double dScale) const;
@@ -42,4 +63,5 @@ private:
 
     QGraphicsScene& m_scene;
     const CVXSLayoutView* m_pView = nullptr;
+    ReducedImages m_reduced;
 };

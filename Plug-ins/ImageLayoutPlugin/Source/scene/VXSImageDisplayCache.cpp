@@ -9,6 +9,8 @@ namespace {
 // Targets beyond this size on the device (a strongly zoomed view) are drawn straight
 // from the source rather than cached.
 constexpr int MaxCachedSide = 8192;
+// Sources of fewer pixels are reduced in a few milliseconds.
+constexpr qint64 QuickSourcePixels = 1024 * 1024;
 
 // Number of times the source can be halved and still cover the target in both directions.
 int levelFor(const QSize& source, const QSize& target)
@@ -57,6 +59,20 @@ void CVXSImageDisplayCache::draw(QPainter* pPainter, const QRectF& target, const
     pPainter->setViewTransformEnabled(false);
     pPainter->drawImage(device.topLeft(), scaled);
     pPainter->restore();
+}
+
+void CVXSImageDisplayCache::prepare(const QImage& source, const QTransform& transform, const QRectF& target)
+{
+    const QRect device = snappedDeviceRect(transform, target);
+    if (!source.isNull() && !device.isEmpty() && device.width() <= MaxCachedSide && device.height() <= MaxCachedSide)
+        scaledTo(source, device.size());
+}
+
+bool CVXSImageDisplayCache::isWorthPreparing(const QImage& source, const QTransform& transform, const QRectF& target)
+{
+    const QRect device = snappedDeviceRect(transform, target);
+    return qint64(source.width()) * source.height() > QuickSourcePixels && transform.type() <= QTransform::TxScale
+           && device.width() < source.width() && device.height() < source.height();
 }
 
 const QImage& CVXSImageDisplayCache::scaledTo(const QImage& source, const QSize& size)

@@ -4,6 +4,7 @@
 #include <QRect>
 
 class QPainter;
+class QTransform;
 class QRectF;
 
 // Draws an image reduced to the size it covers on the device. Reductions are area
@@ -16,6 +17,11 @@ class CVXSImageDisplayCache
 public:
     // Draws all of source into target, given in the painter's current coordinates.
     void draw(QPainter* pPainter, const QRectF& target, const QImage& source);
+    // Makes ahead, on any thread, what draw would make for the source drawn through the
+    // transform into target, so that drawing it there costs one blit from the start.
+    void prepare(const QImage& source, const QTransform& transform, const QRectF& target);
+    // Whether preparing takes noticeable time: the source is far larger than its place.
+    static bool isWorthPreparing(const QImage& source, const QTransform& transform, const QRectF& target);
 
 private:
     const QImage& scaledTo(const QImage& source, const QSize& size);

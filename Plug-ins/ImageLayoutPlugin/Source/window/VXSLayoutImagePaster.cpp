@@ -1,5 +1,6 @@
 #include "window/VXSLayoutImagePaster.h"
 
+#include "progress/VXSLayoutDisplayPreparer.h"
 #include "undo/VXSLayoutChange.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemImage.h"
@@ -38,6 +39,7 @@ void CVXSLayoutImagePaster::add(const QImage& image) const
     pScene->addItem(pItem);
     m_pMngr->addImageItem(pItem, true);
     m_pView->presentNewItem(pItem);
+    CVXSLayoutDisplayPreparer::prepare(*m_pView, tr("Pasting the image..."));
 }
 
 QImage CVXSLayoutImagePaster::activeDatasetImage(const CVXSActiveDatasetGrabber::TabCopyRequest& requestTabCopy)
