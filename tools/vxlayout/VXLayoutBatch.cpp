@@ -1,5 +1,7 @@
 #include "VXLayoutBatch.h"
 
+#include "VXLayoutStudyGrid.h"
+
 #include <VXImageFileReader.h>
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
@@ -72,12 +74,15 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
 {
     m_strError.clear();
     m_strReport.clear();
-    if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
-        || !checkDpi(options.exportPath(), options.dpi()) || !checkCellCount(options.inputPaths().size())
+    const bool bGrid = options.studyGrid().isRequested();
+    if ((!bGrid && !chooseStyle(options.layoutStyle())) || !checkExportName(options.exportPath())
+        || !checkDpi(options.exportPath(), options.dpi()) || (!bGrid && !checkCellCount(options.inputPaths().size()))
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
+    if (bGrid && !placeStudyGrid(options))
+        return false;
     QVector<QImage> images;
-    if (!readImages(options.inputPaths(), images))
+    if (!bGrid && !readImages(options.inputPaths(), images))
         return false;
     placeImages(images);
     return exportPage(options.exportPath(), options.dpi()) && writeMethods(options.methodsPath());
@@ -239,6 +244,16 @@ void CVXLayoutBatch::placeImages(const QVector<QImage>& images)
         m_manager.getScene()->addItem(pItem);
         m_manager.addImageItem(pItem, true);
     }
+}
+
+bool CVXLayoutBatch::placeStudyGrid(const CVXLayoutBatchOptions& options)
+{
+    CVXLayoutStudyGrid grid;
+    if (!grid.place(m_manager, options.studyGrid(), options.inputPaths())) {
+        m_strError = grid.errorText();
+        return false;
+    }
+    return true;
 }
 
 bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)

@@ -44,6 +44,7 @@ private:
     static void deliverPendingResize(QWidget* pWidget);
     bool readImages(const QStringList& paths, QVector<QImage>& images);
     void placeImages(const QVector<QImage>& images);
+    bool placeStudyGrid(const CVXLayoutBatchOptions& options);
     bool exportPage(QString strPath, int nDpi);
     bool exportVectorPage(const QString& strPath, int nDpi);
     // Keeps the reason an export failed for errorText(); always false.

@@ -71,6 +71,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(dpiOption());
     parser.addOption(provenanceOption());
     parser.addOption(methodsOption());
+    CVXLayoutStudyGridOptions::addOptions(parser);
     parser.addOption(helpOption());
     parser.addOption(versionOption());
     parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
@@ -102,7 +103,11 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
         m_strError = tr("No file given for --methods, e.g. --methods figure-methods.txt.");
         return false;
     }
-    if (!parser.isSet(layoutOption())) {
+    if (!m_studyGrid.parse(parser)) {
+        m_strError = m_studyGrid.errorText();
+        return false;
+    }
+    if (!parser.isSet(layoutOption()) && !m_studyGrid.isRequested()) {
         m_strError = tr("No layout style given: use --layout, e.g. --layout \"Layout 2x2\".");
         return false;
     }
@@ -185,6 +190,11 @@ bool CVXLayoutBatchOptions::isProvenanceRequested() const
 QString CVXLayoutBatchOptions::methodsPath() const
 {
     return m_strMethodsPath;
+}
+
+const CVXLayoutStudyGridOptions& CVXLayoutBatchOptions::studyGrid() const
+{
+    return m_studyGrid;
 }
 
 QStringList CVXLayoutBatchOptions::inputPaths() const

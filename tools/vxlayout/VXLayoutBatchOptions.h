@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VXLayoutStudyGridOptions.h"
+
 #include <QCoreApplication>
 #include <QSize>
 #include <QString>
@@ -30,6 +32,7 @@ public:
     bool isProvenanceRequested() const;
     // Empty when no Methods paragraph is wanted.
     QString methodsPath() const;
+    const CVXLayoutStudyGridOptions& studyGrid() const;
     QString errorText() const;
 
     // The usage, options and a description naming the given layout styles.
@@ -50,5 +53,6 @@ private:
     QStringList m_inputPaths;
     bool m_bProvenance = false;
     QString m_strMethodsPath;
+    CVXLayoutStudyGridOptions m_studyGrid;
     QString m_strError;
 };

@@ -1,5 +1,6 @@
 #include "figure/VXSFigurePainter.h"
 
+#include "colourbar/VXSColourBarPainter.h"
 #include "figure/VXSItemFigure.h"
 #include "scene/VXSLayoutItemGeometry.h"
 #include "VXSLayoutConstants.h"
@@ -27,8 +28,13 @@ CVXSFigurePainter::CVXSFigurePainter(double dScale)
 bool CVXSFigurePainter::drawShape(QPainter& painter, QGraphicsItem& item) const
 {
     const CVXSItemFigure figure = CVXSItemFigure::of(item);
-    if (!figure.bStyled)
+    const bool bColourBar = item.type() == RectangleItemType && figure.colourBar.isShown();
+    if (!figure.bStyled && !bColourBar)
         return false;
+    if (bColourBar) {
+        CVXSColourBarPainter(figure.colourBar, VXSLayoutItemGeometry::geometryRect(item)).draw(painter);
+        return true;
+    }
     painter.save();
     painter.setPen(isVisible(figure.lineColour) ? linePen(figure.lineColour, figure.dLineWidth) : QPen(Qt::NoPen));
     painter.setBrush(isVisible(figure.fillColour) ? QBrush(figure.fillColour) : QBrush());

@@ -21,5 +21,5 @@ void CVXSItemFigure::applyTo(QGraphicsItem& item) const
 bool CVXSItemFigure::operator==(const CVXSItemFigure& other) const
 {
     return bStyled == other.bStyled && lineColour == other.lineColour && dLineWidth == other.dLineWidth
-        && fillColour == other.fillColour;
+        && fillColour == other.fillColour && colourBar == other.colourBar;
 }

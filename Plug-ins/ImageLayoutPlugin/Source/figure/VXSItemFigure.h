@@ -1,5 +1,7 @@
 #pragma once
 
+#include "colourbar/VXSColourBar.h"
+
 #include <QColor>
 #include <QMetaType>
 
@@ -24,6 +26,8 @@ public:
     QColor lineColour;       // outline of shapes, line of arrows, border of images
     double dLineWidth = 0.0; // in page units; 0 is the standard hairline
     QColor fillColour;       // fill of shapes, background of texts
+    // A rectangle with a colour bar draws the bar instead of its outline.
+    CVXSColourBar colourBar;
 };
 
 Q_DECLARE_METATYPE(CVXSItemFigure)

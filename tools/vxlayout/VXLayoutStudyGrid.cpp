@@ -1,0 +1,46 @@
+#include "VXLayoutStudyGrid.h"
+
+#include <VXImageFileReader.h>
+#include <VXSLayoutManager.h>
+#include <studygrid/VXSStudyGrid.h>
+
+#include <QGraphicsScene>
+
+#include <cstdio>
+
+bool CVXLayoutStudyGrid::place(CVXSLayoutManager& manager, const CVXLayoutStudyGridOptions& options,
+                               const QStringList& paths)
+{
+    QVector<CVXImagePage> pages;
+    QStringList errors;
+    for (const QString& strPath : paths) {
+        QString strError;
+        const QVector<CVXImagePage> read = CVXImageFileReader::readWithLevels(strPath, strError);
+        if (read.isEmpty())
+            errors << tr("Cannot read \"%1\": %2").arg(strPath, strError);
+        else
+            pages << read.first();
+    }
+    if (!errors.isEmpty()) {
+        m_strError = errors.join(QLatin1Char('\n'));
+        return false;
+    }
+    CVXSStudyGrid grid(options.rowKey(), options.columnKey());
+    grid.setColourBar(options.hasColourBar());
+    if (options.hasRange())
+        grid.setRange(options.minimum(), options.maximum());
+    const bool bBuilt = grid.build(pages, manager.getScene()->sceneRect().size().toSize());
+    for (const QString& strWarning : grid.warnings())
+        std::fprintf(stderr, "vxlayout: %s\n", strWarning.toLocal8Bit().constData());
+    if (!bBuilt) {
+        m_strError = grid.errorText();
+        return false;
+    }
+    manager.replaceLayout(grid.document());
+    return true;
+}
+
+QString CVXLayoutStudyGrid::errorText() const
+{
+    return m_strError;
+}
