@@ -2,6 +2,7 @@
 
 #include "file/VXSLayoutFileCommands.h"
 #include "host/VXSLayoutLibraries.h"
+#include "colourbar/VXSColourBarCommand.h"
 #include "host/VXSLayoutTranslator.h"
 #include "file/VXSLayoutRecovery.h"
 #include "file/VXSOrphanedRecoveryCopy.h"
@@ -34,7 +35,11 @@ constexpr int kFrameExtraWidth = 15;
 constexpr int kFrameExtraHeight = 35;
 } // namespace
 
-CVXImageLayoutPlugin::CVXImageLayoutPlugin() = default;
+CVXImageLayoutPlugin::CVXImageLayoutPlugin()
+{
+    // The figure commands, owned by the controller.
+    new CVXSColourBarCommand(m_figure);
+}
 
 CVXImageLayoutPlugin::~CVXImageLayoutPlugin()
 {

@@ -1,6 +1,7 @@
 #include "studygrid/VXSStudyGrid.h"
 
 #include "colourbar/VXSColourBar.h"
+#include "figure/VXSImageSourceName.h"
 #include "scene/VXSImageFit.h"
 #include "scene/VXSLayoutPens.h"
 #include "studygrid/VXSStudyGridPage.h"
@@ -110,14 +111,6 @@ QString CVXSStudyGrid::errorText() const
     return m_strError;
 }
 
-QString CVXSStudyGrid::nameOf(const QImage& picture)
-{
-    const QString strSource = picture.text(QString::fromLatin1(CVXImageProvenance::Source));
-    const QString strFrame = picture.text(QString::fromLatin1(CVXImageProvenance::Frame));
-    const QString strName = strSource.isEmpty() ? tr("an image without a name") : strSource;
-    return strFrame.isEmpty() ? strName : tr("%1 frame %2").arg(strName, strFrame);
-}
-
 bool CVXSStudyGrid::fail(const QString& strError)
 {
     m_strError = strError;
@@ -133,13 +126,13 @@ bool CVXSStudyGrid::placeOnAxes(const QVector<CVXImagePage>& pages)
         const QString strRow = keyText(page.picture, m_rows.key());
         const QString strColumn = keyText(page.picture, m_columns.key());
         if (strRow.isEmpty() || strColumn.isEmpty()) {
-            withoutKeys << nameOf(page.picture);
+            withoutKeys << CVXSImageSourceName::of(page.picture);
             continue;
         }
         m_pages << page;
         rowValues << strRow;
         columnValues << strColumn;
-        names << nameOf(page.picture);
+        names << CVXSImageSourceName::of(page.picture);
     }
     if (!withoutKeys.isEmpty()) {
         m_warnings << tr("Left out, without \"%1\" or \"%2\": %3.")
@@ -163,7 +156,7 @@ bool CVXSStudyGrid::checkSharedScale() const
     for (const CVXImagePage& page : m_pages) {
         const CVXDisplayRange range = CVXDisplayRange::fromImage(page.picture);
         bShared = bShared && range.sharesScaleWith(first);
-        groups[scaleText(range)] << nameOf(page.picture);
+        groups[scaleText(range)] << CVXSImageSourceName::of(page.picture);
     }
     if (bShared)
         return true;
@@ -228,7 +221,7 @@ void CVXSStudyGrid::fillCells()
             continue;
         }
         duplicates << tr("%1 and %2 are both %3, %4; the grid shows %1.")
-                          .arg(nameOf(m_pages[nCell].picture), nameOf(picture), m_rows.header(nRow),
+                          .arg(CVXSImageSourceName::of(m_pages[nCell].picture), CVXSImageSourceName::of(picture), m_rows.header(nRow),
                                m_columns.header(nColumn));
     }
     m_warnings << duplicates;

@@ -42,9 +42,6 @@ public:
     QStringList warnings() const;
     QString errorText() const;
 
-    // How messages name an image: its file, and its frame in a file of several.
-    static QString nameOf(const QImage& picture);
-
 private:
     bool placeOnAxes(const QVector<CVXImagePage>& pages);
     bool checkSharedScale() const;
