@@ -4,6 +4,7 @@
 #include "host/VXSLayoutLibraries.h"
 #include "colourbar/VXSColourBarCommand.h"
 #include "host/VXSLayoutTranslator.h"
+#include "studygrid/VXSStudyGridCommand.h"
 #include "file/VXSLayoutRecovery.h"
 #include "file/VXSOrphanedRecoveryCopy.h"
 #include "VXSLayoutConstants.h"
@@ -39,6 +40,10 @@ CVXImageLayoutPlugin::CVXImageLayoutPlugin()
 {
     // The figure commands, owned by the controller.
     new CVXSColourBarCommand(m_figure);
+    new CVXSStudyGridCommand(m_figure, [this] {
+        showToolWindow();
+        return m_pLayoutMngr.data();
+    });
 }
 
 CVXImageLayoutPlugin::~CVXImageLayoutPlugin()
