@@ -11,6 +11,29 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
 </context>
 <context>
+    <name>CVXSColourBarCommand</name>
+    <message>
+        <source>Add Colour Bar</source>
+        <translation>Farbskala hinzufügen</translation>
+    </message>
+    <message>
+        <source>Adds a colour bar for the selected image, or for all images when none is selected</source>
+        <translation>Fügt eine Farbskala für das ausgewählte Bild hinzu, oder für alle Bilder, wenn keines ausgewählt ist</translation>
+    </message>
+    <message>
+        <source>No colour bar was added: these images have no display range to show: %1.</source>
+        <translation>Es wurde keine Farbskala hinzugefügt: Diese Bilder haben keinen Anzeigebereich, der sich darstellen ließe: %1.</translation>
+    </message>
+    <message>
+        <source>No colour bar was added: these images are not shown through the same display range as %1: %2. Select one image, or give them one range in their windows first.</source>
+        <translation>Es wurde keine Farbskala hinzugefügt: Diese Bilder werden nicht mit demselben Anzeigebereich wie %1 dargestellt: %2. Wählen Sie ein einzelnes Bild aus oder geben Sie den Bildern zuerst in ihren Fenstern einen gemeinsamen Bereich.</translation>
+    </message>
+    <message>
+        <source>No colour bar was added: the layout has no image to make one for.</source>
+        <translation>Es wurde keine Farbskala hinzugefügt: Das Layout enthält kein Bild, für das eine erstellt werden könnte.</translation>
+    </message>
+</context>
+<context>
     <name>CVXSEditText</name>
     <message>
         <source>Edit Text</source>
@@ -55,6 +78,31 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     <message>
         <source>Font color</source>
         <translation>Schriftfarbe</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureCodec</name>
+    <message>
+        <source>the colour bar&apos;s &quot;minimum&quot; %1 is not below its &quot;maximum&quot; %2</source>
+        <translation>das &quot;minimum&quot; %1 der Farbskala liegt nicht unter ihrem &quot;maximum&quot; %2</translation>
+    </message>
+    <message>
+        <source>the colour bar&apos;s &quot;table&quot; &quot;%1&quot; is not a known colour table</source>
+        <translation>die &quot;table&quot; &quot;%1&quot; der Farbskala ist keine bekannte Farbtabelle</translation>
+    </message>
+</context>
+
+
+
+<context>
+    <name>CVXSImageSourceName</name>
+    <message>
+        <source>an image without a name</source>
+        <translation>ein Bild ohne Namen</translation>
+    </message>
+    <message>
+        <source>%1 frame %2</source>
+        <translation>%1 Bild %2</translation>
     </message>
 </context>
 <context>
@@ -568,6 +616,134 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>Send to Back</source>
         <translation>In den Hintergrund</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyAxis</name>
+    <message>
+        <source>These images&apos; &quot;%1&quot; is not a date (give it as 2024-03-01 or 20240301): %2.</source>
+        <translation>Bei diesen Bildern ist &quot;%1&quot; kein Datum (anzugeben als 2024-03-01 oder 20240301): %2.</translation>
+    </message>
+    <message>
+        <source>Day %1</source>
+        <translation>Tag %1</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyGrid</name>
+    <message>
+        <source>no modality</source>
+        <translation>keine Modalität</translation>
+    </message>
+    <message>
+        <source>no unit</source>
+        <translation>keine Einheit</translation>
+    </message>
+    <message>
+        <source>Left out, without &quot;%1&quot; or &quot;%2&quot;: %3.</source>
+        <translation>Ausgelassen, ohne &quot;%1&quot; oder &quot;%2&quot;: %3.</translation>
+    </message>
+    <message>
+        <source>No image has both &quot;%1&quot; and &quot;%2&quot;, so there is no grid to make.</source>
+        <translation>Kein Bild hat sowohl &quot;%1&quot; als auch &quot;%2&quot;; daher lässt sich kein Raster erstellen.</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>These images measure different things and cannot share one display range: %1.</source>
+        <translation>Diese Bilder messen Verschiedenes und können keinen gemeinsamen Anzeigebereich haben: %1.</translation>
+    </message>
+    <message>
+        <source>None of the images has grey levels, so they cannot be shown through one display range.</source>
+        <translation>Keines der Bilder hat Graustufen; daher können sie nicht mit einem gemeinsamen Anzeigebereich dargestellt werden.</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are both %3, %4; the grid shows %1.</source>
+        <translation>%1 und %2 sind beide %3, %4; das Raster zeigt %1.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>fehlt</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyGridCommand</name>
+    <message>
+        <source>New Study Grid...</source>
+        <translation>Neues Studienraster...</translation>
+    </message>
+    <message>
+        <source>Lays out a study&apos;s images as animals by time points under one display range</source>
+        <translation>Ordnet die Bilder einer Studie als Tiere nach Zeitpunkten mit einem gemeinsamen Anzeigebereich an</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyGridDialog</name>
+    <message>
+        <source>Given display range:</source>
+        <translation>Vorgegebener Anzeigebereich:</translation>
+    </message>
+    <message>
+        <source>Colour bar</source>
+        <translation>Farbskala</translation>
+    </message>
+    <message>
+        <source>New Study Grid</source>
+        <translation>Neues Studienraster</translation>
+    </message>
+    <message>
+        <source>Add Files...</source>
+        <translation>Dateien hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>bis</translation>
+    </message>
+    <message>
+        <source>Rows by:</source>
+        <translation>Zeilen nach:</translation>
+    </message>
+    <message>
+        <source>Columns by:</source>
+        <translation>Spalten nach:</translation>
+    </message>
+    <message>
+        <source>Image files:</source>
+        <translation>Bilddateien:</translation>
+    </message>
+    <message>
+        <source>Study Images</source>
+        <translation>Studienbilder</translation>
+    </message>
+    <message>
+        <source>Add the study&apos;s image files.</source>
+        <translation>Fügen Sie die Bilddateien der Studie hinzu.</translation>
+    </message>
+    <message>
+        <source>Choose the keys for the rows and the columns.</source>
+        <translation>Wählen Sie die Schlüssel für die Zeilen und die Spalten.</translation>
+    </message>
+    <message>
+        <source>Give the display range as two numbers.</source>
+        <translation>Geben Sie den Anzeigebereich als zwei Zahlen an.</translation>
+    </message>
+    <message>
+        <source>The display range&apos;s minimum has to be below its maximum.</source>
+        <translation>Das Minimum des Anzeigebereichs muss unter seinem Maximum liegen.</translation>
     </message>
 </context>
 <context>
