@@ -1,6 +1,5 @@
 #include "VXLayoutStudyGrid.h"
 
-#include <VXImageFileReader.h>
 #include <VXSLayoutManager.h>
 #include <studygrid/VXSStudyGrid.h>
 
@@ -11,16 +10,8 @@
 bool CVXLayoutStudyGrid::place(CVXSLayoutManager& manager, const CVXLayoutStudyGridOptions& options,
                                const QStringList& paths)
 {
-    QVector<CVXImagePage> pages;
     QStringList errors;
-    for (const QString& strPath : paths) {
-        QString strError;
-        const QVector<CVXImagePage> read = CVXImageFileReader::readWithLevels(strPath, strError);
-        if (read.isEmpty())
-            errors << tr("Cannot read \"%1\": %2").arg(strPath, strError);
-        else
-            pages << read.first();
-    }
+    const QVector<CVXImagePage> pages = CVXSStudyGrid::readFiles(paths, errors);
     if (!errors.isEmpty()) {
         m_strError = errors.join(QLatin1Char('\n'));
         return false;

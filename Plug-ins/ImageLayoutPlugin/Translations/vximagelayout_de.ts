@@ -91,9 +91,6 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
         <translation>die &quot;table&quot; &quot;%1&quot; der Farbskala ist keine bekannte Farbtabelle</translation>
     </message>
 </context>
-
-
-
 <context>
     <name>CVXSImageSourceName</name>
     <message>
@@ -671,6 +668,10 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <source>missing</source>
         <translation>fehlt</translation>
     </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>CVXSStudyGridCommand</name>
@@ -681,10 +682,6 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>Lays out a study&apos;s images as animals by time points under one display range</source>
         <translation>Ordnet die Bilder einer Studie als Tiere nach Zeitpunkten mit einem gemeinsamen Anzeigebereich an</translation>
-    </message>
-    <message>
-        <source>Cannot read &quot;%1&quot;: %2</source>
-        <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
     </message>
 </context>
 <context>

@@ -20,7 +20,6 @@
 
 #include <QAction>
 #include <QGraphicsScene>
-#include <QMessageBox>
 
 #include <algorithm>
 

@@ -7,6 +7,7 @@
 #include "studygrid/VXSStudyGridPage.h"
 #include "VXSLayoutConstants.h"
 
+#include <VXImageFileReader.h>
 #include <VXImageProvenance.h>
 #include <VXImageWindowing.h>
 
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 using namespace VXSLayout;
 
@@ -79,6 +81,20 @@ bool CVXSStudyGrid::build(const QVector<CVXImagePage>& pages, const QSize& pageS
     fillCells();
     layOut(pageSize);
     return true;
+}
+
+QVector<CVXImagePage> CVXSStudyGrid::readFiles(const QStringList& paths, QStringList& errors)
+{
+    QVector<CVXImagePage> pages;
+    for (const QString& strPath : paths) {
+        QString strError;
+        const QVector<CVXImagePage> read = CVXImageFileReader::readWithLevels(strPath, strError);
+        if (read.isEmpty())
+            errors << tr("Cannot read \"%1\": %2").arg(strPath, strError);
+        else
+            pages << read.first();
+    }
+    return pages;
 }
 
 CVXSLayoutDocument CVXSStudyGrid::document() const
@@ -147,7 +163,7 @@ bool CVXSStudyGrid::placeOnAxes(const QVector<CVXImagePage>& pages)
     return true;
 }
 
-bool CVXSStudyGrid::checkSharedScale() const
+bool CVXSStudyGrid::checkSharedScale()
 {
     // One range over images of different quantities would draw a false colour bar.
     QMap<QString, QStringList> groups;
@@ -163,9 +179,8 @@ bool CVXSStudyGrid::checkSharedScale() const
     QStringList parts;
     for (auto it = groups.cbegin(); it != groups.cend(); ++it)
         parts << tr("%1 (%2)").arg(it.value().join(QStringLiteral(", ")), it.key());
-    m_strError = tr("These images measure different things and cannot share one display range: %1.")
-                     .arg(parts.join(QStringLiteral("; ")));
-    return false;
+    return fail(tr("These images measure different things and cannot share one display range: %1.")
+                    .arg(parts.join(QStringLiteral("; "))));
 }
 
 QImage CVXSStudyGrid::levelsOf(const CVXImagePage& page)

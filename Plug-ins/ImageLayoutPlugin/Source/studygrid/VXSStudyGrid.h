@@ -34,6 +34,10 @@ public:
     // different things, a date is none. warnings() names images left out and cells given twice.
     bool build(const QVector<CVXImagePage>& pages, const QSize& pageSize);
 
+    // The first page of each file, with its grey levels; errors gets one line for each file
+    // that cannot be read.
+    static QVector<CVXImagePage> readFiles(const QStringList& paths, QStringList& errors);
+
     CVXSLayoutDocument document() const;
     // The range the cells are shown through, with the first image's table, quantity and unit.
     CVXDisplayRange range() const;
@@ -44,7 +48,7 @@ public:
 
 private:
     bool placeOnAxes(const QVector<CVXImagePage>& pages);
-    bool checkSharedScale() const;
+    bool checkSharedScale();
     bool findRange();
     void fillCells();
     void layOut(const QSize& pageSize);
@@ -62,5 +66,5 @@ private:
     QVector<int> m_cells;
     CVXSLayoutDocument m_document;
     QStringList m_warnings;
-    mutable QString m_strError;
+    QString m_strError;
 };

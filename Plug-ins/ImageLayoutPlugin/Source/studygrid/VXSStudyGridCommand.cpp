@@ -8,7 +8,6 @@
 #include "VXSLayoutManager.h"
 #include "VXSLayoutWindow.h"
 
-#include <VXImageFileReader.h>
 #include <VXSMessageBox.h>
 #include <VXUtilityFns.h>
 
@@ -44,16 +43,8 @@ bool CVXSStudyGridCommand::newStudyGrid()
 
 bool CVXSStudyGridCommand::build(const CVXSStudyGridDialog& dialog)
 {
-    QVector<CVXImagePage> pages;
     QStringList problems;
-    for (const QString& strPath : dialog.files()) {
-        QString strError;
-        const QVector<CVXImagePage> read = CVXImageFileReader::readWithLevels(strPath, strError);
-        if (read.isEmpty())
-            problems << tr("Cannot read \"%1\": %2").arg(strPath, strError);
-        else
-            pages << read.first();
-    }
+    const QVector<CVXImagePage> pages = CVXSStudyGrid::readFiles(dialog.files(), problems);
     if (!problems.isEmpty()) {
         tell(problems.join(QLatin1Char('\n')));
         return false;
