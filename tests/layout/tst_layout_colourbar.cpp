@@ -20,6 +20,8 @@
 #include <VXImageProvenance.h>
 
 #include <QAction>
+#include <QComboBox>
+#include <QLabel>
 #include <QTemporaryDir>
 #include <QUndoStack>
 #include <QtTest>
@@ -71,6 +73,7 @@ private slots:
     void savedAndReopened();
     void screenMatchesExport();
     void sharedRangeOfAllImages();
+    void turnedAcrossInTheInspector();
     void refused_data();
     void refused();
 
@@ -241,6 +244,53 @@ void TestLayoutColourBar::sharedRangeOfAllImages()
     QCOMPARE(CVXSItemFigure::of(*pBar).colourBar.dMaximum, 500.0);
     // Beside both.
     QVERIFY(pBar->mapRectToScene(static_cast<QGraphicsRectItem*>(pBar)->rect()).left() >= 220);
+}
+
+void TestLayoutColourBar::turnedAcrossInTheInspector()
+{
+    QWidget* pInspector = m_pController->inspector();
+    pInspector->show();
+    QVERIFY(QTest::qWaitForWindowExposed(pInspector));
+    QGraphicsItem* pBar = addBar();
+    auto* pEditor = pInspector->findChild<QWidget*>(QStringLiteral("colourBarEditor"));
+    QTRY_VERIFY(pEditor && pEditor->isVisible());
+    QCOMPARE(pInspector->findChild<QLabel*>(QStringLiteral("colourBarRangeLabel"))->text(),
+             QStringLiteral("1e+05 to 2e+06, Hot\n") + kRadiance);
+    const QRectF upright = static_cast<QGraphicsRectItem*>(pBar)->rect();
+    // Undo leaves nothing selected; the record to return to is taken so.
+    m_pLayout->view()->clearSelection();
+    const LayoutRecord before = LayoutRecord::take(*m_pLayout->manager());
+    m_pLayout->view()->selectItem(pBar);
+
+    auto* pCombo = pInspector->findChild<QComboBox*>(QStringLiteral("colourBarOrientationCombo"));
+    QCOMPARE(pCombo->currentText(), QStringLiteral("Vertical"));
+    pCombo->setFocus();
+    QTest::keyClick(pCombo, Qt::Key_Down);
+    QCOMPARE(CVXSItemFigure::of(*pBar).colourBar.orientation, Qt::Horizontal);
+    QCOMPARE(static_cast<QGraphicsRectItem*>(pBar)->rect(), QRectF(upright.topLeft(), upright.size().transposed()));
+    QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Change Colour Bar"));
+    // Lying across, the lowest value on the left: hot runs from black to white.
+    m_pLayout->view()->clearSelection();
+    const QRectF strip = CVXSColourBarPainter(CVXSItemFigure::of(*pBar).colourBar,
+                                              static_cast<QGraphicsRectItem*>(pBar)->rect()).stripRect();
+    const QImage page = m_pLayout->manager()->renderLayoutImage(4.0);
+    const QPointF left(strip.left() + strip.width() * 0.05, strip.center().y());
+    const QPointF right(strip.right() - strip.width() * 0.05, strip.center().y());
+    QVERIFY(qGray(page.pixel((left * 4.0).toPoint())) < 40);
+    QVERIFY(qGray(page.pixel((right * 4.0).toPoint())) > 215);
+
+    const QString strPath = m_dir.filePath(QStringLiteral("across.vxlayout"));
+    QVERIFY(m_pLayout->manager()->fileCommands()->saveTo(strPath));
+    LayoutFixture fresh(QSize(600, 400));
+    QVERIFY(fresh.manager()->fileCommands()->openFile(strPath));
+    QCOMPARE(LayoutRecord::take(*fresh.manager()).items.last().figure.colourBar.orientation, Qt::Horizontal);
+
+    m_pLayout->manager()->undoStack()->undo();
+    QCOMPARE(CVXSItemFigure::of(*pBar).colourBar.orientation, Qt::Vertical);
+    QCOMPARE(static_cast<QGraphicsRectItem*>(pBar)->rect(), upright);
+    m_pLayout->view()->clearSelection();
+    QVERIFY2(LayoutRecord::take(*m_pLayout->manager()).differenceFrom(before).isEmpty(),
+             qPrintable(LayoutRecord::take(*m_pLayout->manager()).differenceFrom(before)));
 }
 
 void TestLayoutColourBar::refused_data()

@@ -34,6 +34,29 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
 </context>
 <context>
+    <name>CVXSColourBarEditor</name>
+    <message>
+        <source>Colour bar</source>
+        <translation>Farbskala</translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation>Senkrecht</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation>Waagerecht</translation>
+    </message>
+    <message>
+        <source>Orientation:</source>
+        <translation>Ausrichtung:</translation>
+    </message>
+    <message>
+        <source>%1 to %2, %3</source>
+        <translation>%1 bis %2, %3</translation>
+    </message>
+</context>
+<context>
     <name>CVXSEditText</name>
     <message>
         <source>Edit Text</source>
@@ -89,6 +112,13 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     <message>
         <source>the colour bar&apos;s &quot;table&quot; &quot;%1&quot; is not a known colour table</source>
         <translation>die &quot;table&quot; &quot;%1&quot; der Farbskala ist keine bekannte Farbtabelle</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureController</name>
+    <message>
+        <source>Change Colour Bar</source>
+        <translation>Farbskala ändern</translation>
     </message>
 </context>
 <context>

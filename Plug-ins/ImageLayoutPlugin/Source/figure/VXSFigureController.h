@@ -52,6 +52,8 @@ public:
     bool applyStyle(const CVXSItemStyle& style, const QString& strText);
     bool setGeometryMm(const QRectF& rectMm);
     bool setPage(const CVXSFigurePage& page, const QString& strText);
+    // Turns the selected colour bar upright or across; its width and height trade places.
+    bool setColourBarOrientation(Qt::Orientation orientation);
     // The selected shape's look becomes the one new shapes of its kind are drawn in.
     void useAsDefault();
     void resetDefaults();

@@ -1,9 +1,11 @@
 #include "figure/inspector/VXSFigureInspector.h"
 
+#include "figure/inspector/VXSColourBarEditor.h"
 #include "figure/inspector/VXSGeometryEditor.h"
 #include "figure/inspector/VXSItemStyleEditor.h"
 #include "figure/inspector/VXSPageEditor.h"
 #include "figure/VXSFigureController.h"
+#include "figure/VXSItemFigure.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemImage.h"
@@ -52,6 +54,8 @@ CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidg
             &CVXSFigureController::resetDefaults);
     connect(m_pGeometryEditor, &CVXSGeometryEditor::geometryEdited, &m_controller,
             &CVXSFigureController::setGeometryMm);
+    connect(m_pColourBarEditor, &CVXSColourBarEditor::orientationEdited, &m_controller,
+            &CVXSFigureController::setColourBarOrientation);
     connect(&m_controller, &CVXSFigureController::changed, this, &CVXSFigureInspector::refresh);
     refresh();
 }
@@ -74,8 +78,10 @@ QWidget* CVXSFigureInspector::buildItemPage()
     auto* pGeometryLayout = new QVBoxLayout(pGeometryGroup);
     m_pGeometryEditor = new CVXSGeometryEditor(pGeometryGroup);
     pGeometryLayout->addWidget(m_pGeometryEditor);
+    m_pColourBarEditor = new CVXSColourBarEditor(pPage);
     pLayout->addWidget(pStyleGroup);
     pLayout->addWidget(pGeometryGroup);
+    pLayout->addWidget(m_pColourBarEditor);
     return pPage;
 }
 
@@ -110,5 +116,9 @@ void CVXSFigureInspector::refresh()
     const bool bInCell = pItem->type() == ImageItemType
                       && static_cast<const CVXSLayoutItemImage*>(pItem)->getCellIndex() != -1;
     m_pGeometryEditor->showGeometry(m_controller.geometryMm(*pItem), !bInCell);
+    const CVXSColourBar bar = CVXSItemFigure::of(*pItem).colourBar;
+    m_pColourBarEditor->setVisible(bar.isShown());
+    if (bar.isShown())
+        m_pColourBarEditor->showBar(bar);
     m_pPages->setCurrentIndex(ItemPage);
 }

@@ -4,6 +4,7 @@
 
 class QLabel;
 class QStackedWidget;
+class CVXSColourBarEditor;
 class CVXSFigureController;
 class CVXSGeometryEditor;
 class CVXSItemStyleEditor;
@@ -31,4 +32,5 @@ private:
     CVXSPageEditor* m_pPageEditor = nullptr;
     CVXSItemStyleEditor* m_pStyleEditor = nullptr;
     CVXSGeometryEditor* m_pGeometryEditor = nullptr;
+    CVXSColourBarEditor* m_pColourBarEditor = nullptr;
 };
