@@ -47,6 +47,7 @@ private slots:
     void gridSizes_data();
     void gridSizes();
     void zeroRescaleSlopeShowsStoredValues();
+    void colourPicturesAreShownAsTheyAre();
     void refusesBadInput_data();
     void refusesBadInput();
 
@@ -252,6 +253,29 @@ void TestToolsStudyGrid::zeroRescaleSlopeShowsStoredValues()
     const QImage figure(path("study.png"));
     QCOMPARE(greyAt(figure, 1, 2, 0, 0), 0);
     QCOMPARE(greyAt(figure, 1, 2, 0, 1), 255);
+}
+
+void TestToolsStudyGrid::colourPicturesAreShownAsTheyAre()
+{
+    // PNG files keep the keys as text chunks; a grey one has levels, a colour one has none.
+    QImage grey(8, 8, QImage::Format_Grayscale8);
+    grey.fill(200);
+    QImage colour(8, 8, QImage::Format_RGB32);
+    colour.fill(QColor(0, 0, 255));
+    for (QImage* pImage : {&grey, &colour}) {
+        pImage->setText(QStringLiteral("Patient ID"), QStringLiteral("M1"));
+        pImage->setText(QStringLiteral("Acquisition Date"), pImage == &grey ? "2024-01-01" : "2024-01-03");
+    }
+    QVERIFY(grey.save(path("grey.png")));
+    QVERIFY(colour.save(path("colour.png")));
+    const OutsideProgram run = runVxLayout(gridArguments(path("study.png")) + QStringList {path("grey.png"), path("colour.png")});
+    QVERIFY2(run.succeeded(), qPrintable(run.report()));
+    QVERIFY2(run.errors().contains(
+                 "vxlayout: Shown as they are, without grey levels to show through the shared range: colour.png.\n"),
+             run.errors().constData());
+    const QImage figure(path("study.png"));
+    const QPointF centre = CVXSStudyGridPage(kPage, 1, 2, true).cellRect(0, 1).center() * kExportScale;
+    QCOMPARE(figure.pixelColor(centre.toPoint()), QColor(0, 0, 255));
 }
 
 void TestToolsStudyGrid::refusesBadInput_data()

@@ -702,6 +702,10 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <source>Cannot read &quot;%1&quot;: %2</source>
         <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
     </message>
+    <message>
+        <source>Shown as they are, without grey levels to show through the shared range: %1.</source>
+        <translation>Unverändert gezeigt, ohne Graustufen für den gemeinsamen Anzeigebereich: %1.</translation>
+    </message>
 </context>
 <context>
     <name>CVXSStudyGridCommand</name>

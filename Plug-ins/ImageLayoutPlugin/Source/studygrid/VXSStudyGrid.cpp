@@ -78,6 +78,7 @@ bool CVXSStudyGrid::build(const QVector<CVXImagePage>& pages, const QSize& pageS
     m_document = CVXSLayoutDocument();
     if (!placeOnAxes(pages) || !checkSharedScale() || !findRange())
         return false;
+    noteImagesWithoutLevels();
     fillCells();
     layOut(pageSize);
     return true;
@@ -190,6 +191,19 @@ QImage CVXSStudyGrid::levelsOf(const CVXImagePage& page)
     return CVXImageWindowing::isGreyLevels(page.picture) ? page.picture : QImage();
 }
 
+void CVXSStudyGrid::noteImagesWithoutLevels()
+{
+    QStringList names;
+    for (const CVXImagePage& page : qAsConst(m_pages)) {
+        if (levelsOf(page).isNull())
+            names << CVXSImageSourceName::of(page.picture);
+    }
+    if (!names.isEmpty()) {
+        m_warnings << tr("Shown as they are, without grey levels to show through the shared range: %1.")
+                          .arg(names.join(QStringLiteral(", ")));
+    }
+}
+
 bool CVXSStudyGrid::findRange()
 {
     const CVXDisplayRange first = CVXDisplayRange::fromImage(m_pages.first().picture);
@@ -214,6 +228,7 @@ bool CVXSStudyGrid::findRange()
     }
     if (!std::isfinite(dLow))
         return fail(tr("None of the images has grey levels, so they cannot be shown through one display range."));
+
     // Images of one flat value still need a range around it.
     if (!(dHigh > dLow))
         dHigh = dLow + std::max(1.0, std::abs(dLow) * 0.01);

@@ -50,6 +50,8 @@ private:
     bool placeOnAxes(const QVector<CVXImagePage>& pages);
     bool checkSharedScale();
     bool findRange();
+    // Colour pictures have no grey levels; they are shown as they are, which the user is told.
+    void noteImagesWithoutLevels();
     void fillCells();
     void layOut(const QSize& pageSize);
     QImage cellImage(int nPage, int nRow, int nColumn) const;
