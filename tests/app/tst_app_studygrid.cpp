@@ -85,6 +85,7 @@ class TestAppStudyGrid : public CHostTestCase
 private slots:
     void initTestCase();
 
+    void samePageAsVxLayout_data();
     void samePageAsVxLayout();
     void dialogStaysOpenUntilComplete();
     void mixedStudyIsRefused();
@@ -130,7 +131,8 @@ QWidget* TestAppStudyGrid::layoutWindow() const
 // Exports the layout window's page as PNG through its Export button: the file.
 QString TestAppStudyGrid::exportLayout()
 {
-    const QString strPath = m_dir.filePath(QStringLiteral("host.png"));
+    // A new name each time: the exporter would ask before replacing a file.
+    const QString strPath = m_dir.filePath(QStringLiteral("host-%1.png").arg(QString::fromLatin1(QTest::currentDataTag()).replace(u' ', u'-')));
     answerNextFileDialog([strPath](QFileDialog* pFiles) {
         for (const QString& strFilter : pFiles->nameFilters()) {
             if (strFilter.contains(QStringLiteral("png"), Qt::CaseInsensitive))
@@ -146,13 +148,26 @@ QString TestAppStudyGrid::exportLayout()
     return QFile::exists(strPath) ? strPath : QString();
 }
 
+void TestAppStudyGrid::samePageAsVxLayout_data()
+{
+    QTest::addColumn<bool>("bOpenImages");
+    QTest::newRow("files chosen") << false;
+    QTest::newRow("open image windows") << true;
+}
+
 void TestAppStudyGrid::samePageAsVxLayout()
 {
+    QFETCH(bool, bOpenImages);
     const QStringList files = CTestStudyFiles::writeStudy(m_dir.path());
     QCOMPARE(files.size(), CTestStudyFiles::kAnimals * CTestStudyFiles::kDays);
+    if (bOpenImages)
+        QCOMPARE(host()->window()->openImageFiles(files), files);
     int nListed = 0;
-    QVERIFY(runDialog([&files, &nListed](QDialog* pDialog) {
-        addFiles(pDialog, files);
+    QVERIFY(runDialog([&files, &nListed, bOpenImages](QDialog* pDialog) {
+        if (bOpenImages)
+            QTest::mouseClick(pDialog->findChild<QPushButton*>(QStringLiteral("m_pAddOpenImagesBtn")), Qt::LeftButton);
+        else
+            addFiles(pDialog, files);
         nListed = pDialog->findChild<QListWidget*>(QStringLiteral("m_pFileList"))->count();
         // The keys proposed are the study's usual ones, and the colour bar is on.
         QCOMPARE(pDialog->findChild<QComboBox*>(QStringLiteral("m_pRowKeyCombo"))->currentText(), QStringLiteral("Patient ID"));
@@ -203,7 +218,7 @@ void TestAppStudyGrid::dialogStaysOpenUntilComplete()
         problems << (pDialog->isVisible() ? pProblem->text() : QString());
         pDialog->reject();
     }));
-    QCOMPARE(problems, QStringList({"Add the study's image files.",
+    QCOMPARE(problems, QStringList({"Add the study's image files or open images.",
                                     "The display range's minimum has to be below its maximum.",
                                     "Give the display range as two numbers."}));
     // Cancelled: no layout was made.

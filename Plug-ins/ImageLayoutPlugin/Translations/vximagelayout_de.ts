@@ -753,16 +753,8 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <translation>Spalten nach:</translation>
     </message>
     <message>
-        <source>Image files:</source>
-        <translation>Bilddateien:</translation>
-    </message>
-    <message>
         <source>Study Images</source>
         <translation>Studienbilder</translation>
-    </message>
-    <message>
-        <source>Add the study&apos;s image files.</source>
-        <translation>Fügen Sie die Bilddateien der Studie hinzu.</translation>
     </message>
     <message>
         <source>Choose the keys for the rows and the columns.</source>
@@ -775,6 +767,22 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>The display range&apos;s minimum has to be below its maximum.</source>
         <translation>Das Minimum des Anzeigebereichs muss unter seinem Maximum liegen.</translation>
+    </message>
+    <message>
+        <source>Add Open Images</source>
+        <translation>Geöffnete Bilder hinzufügen</translation>
+    </message>
+    <message>
+        <source>Images:</source>
+        <translation>Bilder:</translation>
+    </message>
+    <message>
+        <source>Open image: %1</source>
+        <translation>Geöffnetes Bild: %1</translation>
+    </message>
+    <message>
+        <source>Add the study&apos;s image files or open images.</source>
+        <translation>Fügen Sie die Bilddateien der Studie oder geöffnete Bilder hinzu.</translation>
     </message>
 </context>
 <context>

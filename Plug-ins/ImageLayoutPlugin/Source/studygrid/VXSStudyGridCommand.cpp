@@ -44,7 +44,7 @@ bool CVXSStudyGridCommand::newStudyGrid()
 bool CVXSStudyGridCommand::build(const CVXSStudyGridDialog& dialog)
 {
     QStringList problems;
-    const QVector<CVXImagePage> pages = CVXSStudyGrid::readFiles(dialog.files(), problems);
+    const QVector<CVXImagePage> pages = dialog.openImages() + CVXSStudyGrid::readFiles(dialog.files(), problems);
     if (!problems.isEmpty()) {
         tell(problems.join(QLatin1Char('\n')));
         return false;

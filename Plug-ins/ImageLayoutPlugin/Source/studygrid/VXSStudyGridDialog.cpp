@@ -2,6 +2,8 @@
 
 #include <VXImageFileReader.h>
 #include <VXImageProvenance.h>
+#include <VXSChildWindow.h>
+#include <VXSWorkspace.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,12 +14,17 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include <cmath>
 
 namespace {
+
+// List entries of open images hold their index in the dialog's list of them; files hold none.
+constexpr int OpenImageRole = Qt::UserRole;
 
 // The keys offered for rows and columns; any other key of the images may be typed.
 const char* const OfferedKeys[] = {CVXImageProvenance::PatientId,         CVXImageProvenance::AcquisitionDate,
@@ -65,10 +72,13 @@ CVXSStudyGridDialog::CVXSStudyGridDialog(QWidget* pParent)
 
     auto* pAddBtn = new QPushButton(tr("Add Files..."), this);
     pAddBtn->setObjectName(QStringLiteral("m_pAddFilesBtn"));
+    auto* pOpenBtn = new QPushButton(tr("Add Open Images"), this);
+    pOpenBtn->setObjectName(QStringLiteral("m_pAddOpenImagesBtn"));
     auto* pRemoveBtn = new QPushButton(tr("Remove"), this);
     pRemoveBtn->setObjectName(QStringLiteral("m_pRemoveFilesBtn"));
     auto* pFileButtons = new QVBoxLayout;
     pFileButtons->addWidget(pAddBtn);
+    pFileButtons->addWidget(pOpenBtn);
     pFileButtons->addWidget(pRemoveBtn);
     pFileButtons->addStretch();
     auto* pFiles = new QHBoxLayout;
@@ -87,7 +97,7 @@ CVXSStudyGridDialog::CVXSStudyGridDialog(QWidget* pParent)
 
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(new QLabel(tr("Image files:"), this));
+    pLayout->addWidget(new QLabel(tr("Images:"), this));
     pLayout->addLayout(pFiles);
     pLayout->addLayout(pForm);
     pLayout->addLayout(pRange);
@@ -96,6 +106,7 @@ CVXSStudyGridDialog::CVXSStudyGridDialog(QWidget* pParent)
     pLayout->addWidget(pButtons);
 
     connect(pAddBtn, &QPushButton::clicked, this, &CVXSStudyGridDialog::onClickAddFiles);
+    connect(pOpenBtn, &QPushButton::clicked, this, &CVXSStudyGridDialog::onClickAddOpenImages);
     connect(pRemoveBtn, &QPushButton::clicked, this, &CVXSStudyGridDialog::onClickRemoveFiles);
     connect(m_pRangeCheck, &QCheckBox::toggled, this, &CVXSStudyGridDialog::updateRangeEdits);
     connect(pButtons, &QDialogButtonBox::accepted, this, &CVXSStudyGridDialog::accept);
@@ -121,6 +132,21 @@ void CVXSStudyGridDialog::onClickAddFiles()
     setFiles(files() + chosen);
 }
 
+void CVXSStudyGridDialog::onClickAddOpenImages()
+{
+    const QMdiArea* pArea = CVXSWorkspace::instance()->mdiArea();
+    const QList<QMdiSubWindow*> windows = pArea ? pArea->subWindowList(QMdiArea::CreationOrder) : QList<QMdiSubWindow*>();
+    for (const QMdiSubWindow* pSubWindow : windows) {
+        auto* pWindow = qobject_cast<CVXSChildWindow*>(pSubWindow->widget());
+        // A sequence's frames are not one image each of a study.
+        if (!pWindow || pWindow->isSequenceWindow())
+            continue;
+        auto* pItem = new QListWidgetItem(tr("Open image: %1").arg(pSubWindow->windowTitle()), m_pFileList);
+        pItem->setData(OpenImageRole, m_openImages.size());
+        m_openImages << pWindow->givenPage();
+    }
+}
+
 void CVXSStudyGridDialog::onClickRemoveFiles()
 {
     qDeleteAll(m_pFileList->selectedItems());
@@ -135,17 +161,34 @@ void CVXSStudyGridDialog::updateRangeEdits()
 QStringList CVXSStudyGridDialog::files() const
 {
     QStringList paths;
-    for (int i = 0; i < m_pFileList->count(); ++i)
-        paths << m_pFileList->item(i)->text();
+    for (int i = 0; i < m_pFileList->count(); ++i) {
+        if (!m_pFileList->item(i)->data(OpenImageRole).isValid())
+            paths << m_pFileList->item(i)->text();
+    }
     return paths;
 }
 
 void CVXSStudyGridDialog::setFiles(const QStringList& files)
 {
+    // Open images listed stay; the files are listed once each after them.
     QStringList unique = files;
     unique.removeDuplicates();
-    m_pFileList->clear();
+    for (int i = m_pFileList->count() - 1; i >= 0; --i) {
+        if (!m_pFileList->item(i)->data(OpenImageRole).isValid())
+            delete m_pFileList->takeItem(i);
+    }
     m_pFileList->addItems(unique);
+}
+
+QVector<CVXImagePage> CVXSStudyGridDialog::openImages() const
+{
+    QVector<CVXImagePage> pages;
+    for (int i = 0; i < m_pFileList->count(); ++i) {
+        const QVariant index = m_pFileList->item(i)->data(OpenImageRole);
+        if (index.isValid())
+            pages << m_openImages.value(index.toInt());
+    }
+    return pages;
 }
 
 QString CVXSStudyGridDialog::rowKey() const
@@ -181,7 +224,7 @@ bool CVXSStudyGridDialog::hasColourBar() const
 QString CVXSStudyGridDialog::problem() const
 {
     if (m_pFileList->count() == 0)
-        return tr("Add the study's image files.");
+        return tr("Add the study's image files or open images.");
     if (rowKey().isEmpty() || columnKey().isEmpty())
         return tr("Choose the keys for the rows and the columns.");
     if (hasRange() && (!std::isfinite(minimum()) || !std::isfinite(maximum())))

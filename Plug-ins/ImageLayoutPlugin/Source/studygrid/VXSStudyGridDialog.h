@@ -1,7 +1,10 @@
 #pragma once
 
+#include <VXImagePage.h>
+
 #include <QDialog>
 #include <QStringList>
+#include <QVector>
 
 class QCheckBox;
 class QComboBox;
@@ -9,7 +12,8 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 
-// "New Study Grid": the image files of a study, the image keys that make its rows and its
+// "New Study Grid": the image files of a study (or the images open in the host's image
+// windows), the image keys that make its rows and its
 // columns, the display range (all values, or given) and whether a colour bar goes with it.
 class CVXSStudyGridDialog : public QDialog
 {
@@ -17,8 +21,10 @@ class CVXSStudyGridDialog : public QDialog
 public:
     explicit CVXSStudyGridDialog(QWidget* pParent = nullptr);
 
+    // The files listed; the open images listed come from openImages().
     QStringList files() const;
     void setFiles(const QStringList& files);
+    QVector<CVXImagePage> openImages() const;
     QString rowKey() const;
     QString columnKey() const;
     // Whether a range was given; its ends then hold numbers with the minimum below.
@@ -31,6 +37,7 @@ public:
 
 private:
     void onClickAddFiles();
+    void onClickAddOpenImages();
     void onClickRemoveFiles();
     void updateRangeEdits();
     // Empty when what was chosen can make a grid, else what is missing.
@@ -38,6 +45,8 @@ private:
     static QComboBox* keyCombo(const QString& strName, const QString& strKey, QWidget* pParent);
 
     QListWidget* m_pFileList = nullptr;    // the widgets are children of the dialog
+    // The pictures of the open image windows added; list entries of them name their index.
+    QVector<CVXImagePage> m_openImages;
     QComboBox* m_pRowKeyCombo = nullptr;
     QComboBox* m_pColumnKeyCombo = nullptr;
     QCheckBox* m_pRangeCheck = nullptr;
