@@ -19,4 +19,4 @@ export ASAN_OPTIONS=allocator_may_return_null=1:halt_on_error=1:detect_leaks=1:d
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 export LSAN_OPTIONS="suppressions=$here/tests/sanitizers/lsan.supp:print_suppressions=0"
 cd "$build"
-ctest --output-on-failure -j"$(nproc)" "$@"
+bash "$here/scripts/run-ctest.sh" "$@"

@@ -8,4 +8,4 @@ bash "$here/scripts/build.sh"
 source "$here/scripts/fresh-home.sh"
 export QT_QPA_PLATFORM=offscreen
 cd "$BUILD_DIR"
-ctest --output-on-failure -j"$(nproc)" "$@"
+bash "$here/scripts/run-ctest.sh" "$@"

@@ -124,7 +124,6 @@ void TestAppHostMenus::helpMenuFollowsWindowMenu()
     QStringList names;
     for (const QAction* pAction : menus)
         names << pAction->menu()->objectName();
-    // The layout tool's figure commands bring the Figure menu.
     QCOMPARE(names, QStringList({"menuFile", "menuEdit", "menuView", "menuFigure", "menuTools", "menuWindow", "menuHelp"}));
     const QMenu* pHelp = menus.last()->menu();
     QCOMPARE(pHelp->title(), QStringLiteral("&Help"));

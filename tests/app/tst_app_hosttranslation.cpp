@@ -91,8 +91,7 @@ void TestAppHostTranslation::menusSpeakGerman()
     const QList<QAction*> menus = host()->window()->menuBar()->actions();
     for (const QAction* pAction : menus)
         titles << pAction->text();
-    QCOMPARE(titles,
-             QStringList({"&Datei", "&Bearbeiten", "&Ansicht", "Ab&bildung", "&Werkzeuge", "&Fenster", "&Hilfe"}));
+    QCOMPARE(titles, QStringList({"&Datei", "&Bearbeiten", "&Ansicht", "Ab&bildung", "&Werkzeuge", "&Fenster", "&Hilfe"}));
     QCOMPARE(entryTexts(menu("menuEdit")), QStringList({"&Rückgängig", "&Wiederherstellen"}));
     QCOMPARE(entryTexts(menu("menuWindow")).mid(0, 2), QStringList({"&Nebeneinander", "Ü&berlappend"}));
     QCOMPARE(entryTexts(menu("menuHelp")), QStringList({"Ü&ber " + QGuiApplication::applicationDisplayName(), "Über &Qt"}));
@@ -104,7 +103,8 @@ void TestAppHostTranslation::fileMenuSpeaksGerman()
 {
     QCOMPARE(entryTexts(menu("menuFile")),
              QStringList({"&Bilder öffnen...", "&Sequenz öffnen...", "Beispiele öffnen", "-", "&Layout öffnen...",
-                          "Layout s&peichern", "Layout speichern &unter...", "-", "Neues Studienraster...", "-",
+                          "Layout s&peichern", "Layout speichern &unter...", "-", "Abbildung exportieren...",
+                          "Neues Studienraster...", "-",
                           "&Zuletzt geöffnet", "-", "B&eenden"}));
     QCOMPARE(entryTexts(menu("menuOpenRecent")), QStringList({"-", "Menü &leeren"}));
 }

@@ -92,11 +92,12 @@ void TestAppMainWindow::menusHoldTheirActions_data()
     QTest::newRow("File") << "menuFile"
                           << QStringList {"actionOpenImages", "actionOpenSequence", "actionOpenSamples", "-",
                                           "actionOpenLayout", "actionSaveLayout", "actionSaveLayoutAs", "-",
-                                          "newStudyGridAction", "-", "actionOpenRecent", "-", "actionQuit"};
+                                          "actionExportFigure", "newStudyGridAction", "-", "actionOpenRecent", "-",
+                                          "actionQuit"};
     // Undo and Redo follow the active tool window.
     QTest::newRow("Edit") << "menuEdit" << QStringList {"actionUndo", "actionRedo"};
     // The layout tool's figure commands.
-    QTest::newRow("Figure") << "menuFigure" << QStringList {"addColourBarAction"};
+    QTest::newRow("Figure") << "menuFigure" << QStringList {"actionExportFigure", "addColourBarAction"};
     // Tools start with what the built-in tools announce; plugins add theirs.
     QTest::newRow("Tools") << "menuTools" << QStringList {"Image Layout Window"};
     // The open windows follow the separator.

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
@@ -170,6 +171,23 @@ int pdfResolutionOf(const QString& strPdf)
     return 0;
 }
 
+// "2008 x 1607": the pixels of a raster file as exiftool reads them.
+QString pixelSizeOf(const QString& strPath)
+{
+    const OutsideProgram exif(QStringLiteral("exiftool"),
+                              {QStringLiteral("-n"), QStringLiteral("-s3"), QStringLiteral("-ImageWidth"),
+                               QStringLiteral("-ImageHeight"), strPath});
+    return QString::fromLatin1(exif.output().simplified()).replace(QLatin1Char(' '), QStringLiteral(" x "));
+}
+
+// The width of a figure in pixels: round(width / 25.4 x dpi); the height in proportion to the
+// default page of 1001 x 801 layout units.
+QString figurePixels(double dWidthMm, int nDpi)
+{
+    const int nWidth = qRound(dWidthMm / 25.4 * nDpi);
+    return QStringLiteral("%1 x %2").arg(nWidth).arg(qRound(nWidth * 801.0 / 1001.0));
+}
+
 // The page pixel at a point given in percent of the page.
 QColor pageColourAt(const QImage& page, double xPercent, double yPercent)
 {
@@ -197,6 +215,11 @@ private slots:
     void writesTheResolutionGiven_data();
     void writesTheResolutionGiven();
     void writesCompressedTiff();
+    void writesRasterFiguresAtTheirWidth_data();
+    void writesRasterFiguresAtTheirWidth();
+    void writesCompressedTiffFigure();
+    void writesVectorFiguresAtTheirWidth_data();
+    void writesVectorFiguresAtTheirWidth();
     void describesThePdfAtTheResolutionGiven_data();
     void describesThePdfAtTheResolutionGiven();
     void explainsItself();
@@ -209,6 +232,8 @@ private slots:
     void debugMessagesShowWhenAskedFor();
     void refusesUnwritableOutput_data();
     void refusesUnwritableOutput();
+    void refusesUnwritableFigure_data();
+    void refusesUnwritableFigure();
     void refusesUnwritableVectorPage_data();
     void refusesUnwritableVectorPage();
     void printsProvenanceAndWritesMethods();
@@ -453,6 +478,110 @@ void TestToolsVxLayout::writesCompressedTiff()
     QCOMPARE(QImage(strPage).size(), kDefaultPage);
 }
 
+void TestToolsVxLayout::writesRasterFiguresAtTheirWidth_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QString>("widthMm");
+    QTest::addColumn<int>("dpi");
+    QTest::addColumn<QStringList>("dpiArguments");
+    QTest::newRow("png, one column at 600 dpi") << "figure.png" << "85" << 600 << QStringList {"--dpi", "600"};
+    QTest::newRow("png, two columns at 300 dpi") << "figure.png" << "174" << 300 << QStringList {"--dpi", "300"};
+    QTest::newRow("tif, one and a half columns at 1200 dpi") << "figure.tif" << "114" << 1200 << QStringList {"--dpi", "1200"};
+    QTest::newRow("bmp, without --dpi at 300 dpi") << "figure.bmp" << "85" << 300 << QStringList();
+    QTest::newRow("jpg, A4 width at 72 dpi") << "figure.jpg" << "210" << 72 << QStringList {"--dpi", "72"};
+    QTest::newRow("png, a width in tenths") << "figure.png" << "60.5" << 600 << QStringList {"--dpi", "600"};
+}
+
+void TestToolsVxLayout::writesRasterFiguresAtTheirWidth()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QString, widthMm);
+    QFETCH(int, dpi);
+    QFETCH(QStringList, dpiArguments);
+    VX_REQUIRE_PROGRAM("exiftool");
+    VX_REQUIRE_PROGRAM("pngcheck");
+    const QString strFigure = output(fileName);
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--width-mm", widthMm, "--export", strFigure}
+                                + dpiArguments + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    const QString strPixels = figurePixels(widthMm.toDouble(), dpi);
+    QCOMPARE(run.strOut, QStringLiteral("Wrote %1 (%2 pixels, %3 mm wide at %4 dpi)\n").arg(strFigure, strPixels, widthMm).arg(dpi));
+
+    QCOMPARE(pixelSizeOf(strFigure), strPixels);
+    QCOMPARE(resolutionOf(strFigure), QStringLiteral("%1 %1").arg(dpi));
+    if (fileName.endsWith(QLatin1String(".png"))) {
+        // The resolution chunk itself, as a PNG checker reads it.
+        const OutsideProgram check(QStringLiteral("pngcheck"), {QStringLiteral("-v"), strFigure});
+        QVERIFY2(check.succeeded(), qPrintable(check.report()));
+        const QByteArray perMetre = QByteArray::number(qRound(dpi / 0.0254));
+        QVERIFY2(check.output().contains(": " + perMetre + "x" + perMetre + " pixels/meter"), qPrintable(check.report()));
+    }
+}
+
+void TestToolsVxLayout::writesCompressedTiffFigure()
+{
+    VX_REQUIRE_PROGRAM("tiffinfo");
+    const QString strFigure = output("f.tif");
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--width-mm", "85", "--dpi", "600", "--export", strFigure}
+                                + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+
+    const OutsideProgram info(QStringLiteral("tiffinfo"), {strFigure});
+    QVERIFY2(info.succeeded(), qPrintable(info.report()));
+    // 85 mm at 600 dpi: 85 / 25.4 x 600 = 2007.9 pixels.
+    QVERIFY2(info.output().contains("  Image Width: 2008 Image Length: 1607\n"), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("  Resolution: 600, 600 pixels/inch\n"), qPrintable(info.report()));
+    QVERIFY2(info.output().contains("  Compression Scheme: AdobeDeflate\n"), qPrintable(info.report()));
+    const qint64 nRawBytes = qint64(2008) * 1607 * 3;
+    QVERIFY2(QFileInfo(strFigure).size() < nRawBytes / 20, qPrintable(QString::number(QFileInfo(strFigure).size())));
+}
+
+void TestToolsVxLayout::writesVectorFiguresAtTheirWidth_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QString>("widthMm");
+    QTest::newRow("pdf, one column") << "figure.pdf" << "85";
+    QTest::newRow("pdf, two columns") << "figure.pdf" << "174";
+    QTest::newRow("svg, one column") << "figure.svg" << "85";
+    QTest::newRow("svg, A4 width") << "figure.svg" << "210";
+}
+
+void TestToolsVxLayout::writesVectorFiguresAtTheirWidth()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QString, widthMm);
+    VX_REQUIRE_PROGRAM("pdfinfo");
+    VX_REQUIRE_PROGRAM("pdfimages");
+    const QString strFigure = output(fileName);
+    const ToolRun run = runTool(QStringList {"--layout", "Layout 2x2", "--width-mm", widthMm, "--dpi", "600", "--export", strFigure}
+                                + fourInputs());
+    QVERIFY2(run.nExitCode == 0, qPrintable(run.strErr));
+    // 85 mm are 240.94 points; the height keeps the page's 1001 : 801.
+    const double dWidth = widthMm.toDouble() * 72 / 25.4;
+    const double dHeight = dWidth * 801 / 1001;
+    QVERIFY2(run.strOut.contains(QStringLiteral("(%1 x %2 points, %3 mm wide)").arg(dWidth, 0, 'f', 2).arg(dHeight, 0, 'f', 2).arg(widthMm)),
+             qPrintable(run.strOut));
+    const QStringList sources {"400 x 300", "400 x 300", "400 x 300", "400 x 300"};
+    if (fileName.endsWith(QLatin1String("svg"))) {
+        const SvgContent svg = svgContent(strFigure);
+        QCOMPARE(svg.root.value(QStringLiteral("width")).toString(), widthMm + QStringLiteral("mm"));
+        QVERIFY2(qAbs(millimetresInPoints(svg.root.value(QStringLiteral("height"))) - dHeight) < 0.01,
+                 qPrintable(svg.root.value(QStringLiteral("height")).toString()));
+        QCOMPARE(svg.root.value(QStringLiteral("viewBox")).toString(), QStringLiteral("0 0 4004 3204"));
+        QCOMPARE(svg.imageSizes, sources);
+        return;
+    }
+    const OutsideProgram info(QStringLiteral("pdfinfo"), {strFigure});
+    QVERIFY2(info.succeeded(), qPrintable(info.report()));
+    static const QRegularExpression pageSize(QStringLiteral("Page size: +([0-9.]+) x ([0-9.]+) pts"));
+    const QRegularExpressionMatch match = pageSize.match(QString::fromLatin1(info.output()));
+    QVERIFY2(match.hasMatch(), qPrintable(info.report()));
+    QVERIFY2(qAbs(match.captured(1).toDouble() - dWidth) < 0.01, qPrintable(info.report()));
+    QVERIFY2(qAbs(match.captured(2).toDouble() - dHeight) < 0.01, qPrintable(info.report()));
+    QCOMPARE(pdfImageSizes(strFigure), sources);
+    QCOMPARE(pdfResolutionOf(strFigure), 600);
+}
+
 void TestToolsVxLayout::describesThePdfAtTheResolutionGiven_data()
 {
     QTest::addColumn<QString>("dpi");
@@ -493,7 +622,7 @@ void TestToolsVxLayout::explainsItself()
     QCOMPARE(run.nExitCode, 0);
     for (const char* pText : {"--layout <style>", "--size <WIDTHxHEIGHT>", "--export <file>", "--dpi <N>",
                               "\"Free style\"", "\"Layout 4x4\"", "4004 x 3204", "tiff", "pdf, svg",
-                              "1001 x 801 points"})
+                              "1001 x 801 points", "--width-mm <N>", "--width-mm 85 --dpi 600"})
         QVERIFY2(run.strOut.contains(QLatin1String(pText)), pText);
 }
 
@@ -549,6 +678,14 @@ void TestToolsVxLayout::refusesBadInput_data()
     for (const char* pDpi : {"71", "2401", "abc", "300.5", "-300", ""})
         QTest::addRow("bad dpi \"%s\"", pDpi)
             << QStringList {"--layout", "Layout 2x2", "--dpi", pDpi} + page + QStringList {input("red.png")}
+            << QStringList {QStringLiteral("Bad --dpi \"%1\"").arg(QLatin1String(pDpi)), "72 to 2400"};
+    for (const char* pWidth : {"0", "2001", "abc", "-85", "85mm", ""})
+        QTest::addRow("bad figure width \"%s\"", pWidth)
+            << QStringList {"--layout", "Layout 2x2", "--width-mm", pWidth, "--dpi", "300"} + page + QStringList {input("red.png")}
+            << QStringList {QStringLiteral("Bad --width-mm \"%1\"").arg(QLatin1String(pWidth)), "from 1 to 2000"};
+    for (const char* pDpi : {"50", "2401"})
+        QTest::addRow("figure width with bad dpi %s", pDpi)
+            << QStringList {"--layout", "Layout 2x2", "--width-mm", "85", "--dpi", pDpi} + page + QStringList {input("red.png")}
             << QStringList {QStringLiteral("Bad --dpi \"%1\"").arg(QLatin1String(pDpi)), "72 to 2400"};
     for (const char* pName : {"page.svg", "page.eps", "page.dcm"})
         QTest::addRow("dpi for %s", pName)
@@ -710,6 +847,26 @@ void TestToolsVxLayout::refusesUnwritableOutput()
     QVERIFY(!QFileInfo::exists(page));
     QCOMPARE(QDir(target.absolutePath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList());
+}
+
+void TestToolsVxLayout::refusesUnwritableFigure_data()
+{
+    QTest::addColumn<QString>("figure");
+    QTest::newRow("tif in a missing folder") << output("no/such/folder/figure.tif");
+    QTest::newRow("pdf in a missing folder") << output("no/such/folder/figure.pdf");
+    QTest::newRow("png in a file's place of a folder") << input("afile/figure.png");
+}
+
+void TestToolsVxLayout::refusesUnwritableFigure()
+{
+    QFETCH(QString, figure);
+    const ToolRun run =
+        runTool({"--layout", "Layout 2x2", "--width-mm", "85", "--dpi", "600", "--export", figure, input("red.png")});
+    QCOMPARE(run.nExitCode, 1);
+    QCOMPARE(run.strOut, QString());
+    const int nError = figure.contains(QLatin1String("afile")) ? ENOTDIR : ENOENT;
+    QVERIFY2(run.strErr.contains(writeFailure(figure, eSTATUS_INVALID_PATH, nError)), qPrintable(run.strErr));
+    QVERIFY(!QFileInfo::exists(figure));
 }
 
 void TestToolsVxLayout::refusesUnwritableVectorPage_data()

@@ -2,6 +2,7 @@
 
 #include "VXLayoutStudyGrid.h"
 
+#include <figure/export/VXSFigureFile.h>
 #include <VXImageFileReader.h>
 #include <output/VXSExportFormats.h>
 #include <VXSImageExporter.h>
@@ -75,8 +76,11 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
     m_strError.clear();
     m_strReport.clear();
     const bool bGrid = options.studyGrid().isRequested();
+    // A figure's resolution sets its pixels in any format.
+    const bool bFigure = options.figureSize().isRequested();
     if ((!bGrid && !chooseStyle(options.layoutStyle())) || !checkExportName(options.exportPath())
-        || !checkDpi(options.exportPath(), options.dpi()) || (!bGrid && !checkCellCount(options.inputPaths().size()))
+        || (!bFigure && !checkDpi(options.exportPath(), options.dpi()))
+        || (!bGrid && !checkCellCount(options.inputPaths().size()))
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
     if (bGrid && !placeStudyGrid(options))
@@ -85,7 +89,9 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
     if (!bGrid && !readImages(options.inputPaths(), images))
         return false;
     placeImages(images);
-    return exportPage(options.exportPath(), options.dpi()) && writeMethods(options.methodsPath());
+    const bool bWritten = bFigure ? exportFigure(options.figureSize(), options.exportPath())
+                                  : exportPage(options.exportPath(), options.dpi());
+    return bWritten && writeMethods(options.methodsPath());
 }
 
 QString CVXLayoutBatch::errorText() const
@@ -298,6 +304,16 @@ bool CVXLayoutBatch::exportVectorPage(const QString& strPath, int nDpi)
         CVXSLayoutProvenance(*m_manager.getScene(), m_manager.getLayoutView(), m_manager.currentStyle(), renderer.pageSize())
             .keys();
     m_strReport = tr("Wrote %1 (%2 x %3 points)").arg(strPath).arg(page.pointSize().width()).arg(page.pointSize().height());
+    return true;
+}
+
+bool CVXLayoutBatch::exportFigure(const CVXLayoutFigureSize& size, const QString& strPath)
+{
+    CVXSFigureFile figure(m_manager, size.page());
+    if (!figure.write(strPath))
+        return failedToWrite(strPath, figure.status(), figure.errorText());
+    m_provenance = figure.provenance();
+    m_strReport = size.reportLine(strPath, figure);
     return true;
 }
 

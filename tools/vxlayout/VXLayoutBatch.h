@@ -47,6 +47,7 @@ private:
     bool placeStudyGrid(const CVXLayoutBatchOptions& options);
     bool exportPage(QString strPath, int nDpi);
     bool exportVectorPage(const QString& strPath, int nDpi);
+    bool exportFigure(const CVXLayoutFigureSize& size, const QString& strPath);
     // Keeps the reason an export failed for errorText(); always false.
     bool failedToWrite(const QString& strPath, tag_estatus status, const QString& strDetail);
 

@@ -69,6 +69,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(sizeOption());
     parser.addOption(exportOption());
     parser.addOption(dpiOption());
+    parser.addOption(CVXLayoutFigureSize::option());
     parser.addOption(provenanceOption());
     parser.addOption(methodsOption());
     CVXLayoutStudyGridOptions::addOptions(parser);
@@ -121,7 +122,13 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
     }
     if (parser.isSet(sizeOption()) && !parseSceneSize(parser.value(sizeOption())))
         return false;
-    return !parser.isSet(dpiOption()) || parseDpi(parser.value(dpiOption()));
+    if (parser.isSet(dpiOption()) && !parseDpi(parser.value(dpiOption())))
+        return false;
+    if (!m_figureSize.parse(parser, m_nDpi)) {
+        m_strError = m_figureSize.errorText();
+        return false;
+    }
+    return true;
 }
 
 bool CVXLayoutBatchOptions::parseSceneSize(const QString& strValue)
@@ -197,6 +204,11 @@ const CVXLayoutStudyGridOptions& CVXLayoutBatchOptions::studyGrid() const
     return m_studyGrid;
 }
 
+const CVXLayoutFigureSize& CVXLayoutBatchOptions::figureSize() const
+{
+    return m_figureSize;
+}
+
 QStringList CVXLayoutBatchOptions::inputPaths() const
 {
     return m_inputPaths;
@@ -242,6 +254,7 @@ QString CVXLayoutBatchOptions::helpText(const QStringList& styleNames)
            "Examples:\n"
            "  vxlayout --layout \"Layout 2x2\" --size 1000x800 --export figure.png a.png b.tif c.png\n"
            "  vxlayout --layout \"Layout 2x1\" --export figure.pdf a.png b.tif\n"
+           "  vxlayout --layout \"Layout 2x2\" --width-mm 85 --dpi 600 --export figure.tif a.png b.tif c.png\n"
            "\n"
            "Exit status: 0 when the file was written, 1 on any error (the reason goes to standard error).")
             .arg(suffixes.join(QStringLiteral(", ")), quotedList(styleNames)));

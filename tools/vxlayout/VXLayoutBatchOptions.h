@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VXLayoutStudyGridOptions.h"
+#include "VXLayoutFigureSize.h"
 
 #include <QCoreApplication>
 #include <QSize>
@@ -33,6 +34,7 @@ public:
     // Empty when no Methods paragraph is wanted.
     QString methodsPath() const;
     const CVXLayoutStudyGridOptions& studyGrid() const;
+    const CVXLayoutFigureSize& figureSize() const;
     QString errorText() const;
 
     // The usage, options and a description naming the given layout styles.
@@ -54,5 +56,6 @@ private:
     bool m_bProvenance = false;
     QString m_strMethodsPath;
     CVXLayoutStudyGridOptions m_studyGrid;
+    CVXLayoutFigureSize m_figureSize;
     QString m_strError;
 };

@@ -117,8 +117,173 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
 <context>
     <name>CVXSFigureController</name>
     <message>
+        <source>Move or Resize</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Change Colour Bar</source>
         <translation>Farbskala ändern</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureExportCommand</name>
+    <message>
+        <source>Export Figure...</source>
+        <translation>Abbildung exportieren...</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureExportDialog</name>
+    <message>
+        <source>Export Figure</source>
+        <translation>Abbildung exportieren</translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation> mm</translation>
+    </message>
+    <message>
+        <source> dpi</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>LZW</source>
+        <translation>LZW</translation>
+    </message>
+    <message>
+        <source>Deflate</source>
+        <translation>Deflate</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Figure width:</source>
+        <translation>Breite der Abbildung:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>Auflösung:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>TIFF compression:</source>
+        <translation>TIFF-Komprimierung:</translation>
+    </message>
+    <message>
+        <source>File:</source>
+        <translation>Datei:</translation>
+    </message>
+    <message>
+        <source>%1 files (*.%2)</source>
+        <translation>%1-Dateien (*.%2)</translation>
+    </message>
+    <message>
+        <source>The figure width has to be from %1 to %2 mm; %3 mm cannot be exported.</source>
+        <translation>Die Breite der Abbildung muss zwischen %1 und %2 mm liegen; %3 mm können nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>The resolution has to be from %1 to %2 dpi; %3 dpi cannot be exported.</source>
+        <translation>Die Auflösung muss zwischen %1 und %2 dpi liegen; %3 dpi können nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>Enter the name of the file to export the figure to.</source>
+        <translation>Geben Sie den Namen der Datei ein, in die die Abbildung exportiert werden soll.</translation>
+    </message>
+    <message>
+        <source>%1 is a folder. Enter the name of a file.</source>
+        <translation>%1 ist ein Ordner. Geben Sie den Namen einer Datei ein.</translation>
+    </message>
+    <message>
+        <source>%1 exists already.
+Replace it?</source>
+        <translation>%1 ist bereits vorhanden.
+Ersetzen?</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureFile</name>
+    <message>
+        <source>A figure of %1 x %2 pixels does not fit in memory. Choose a smaller width or resolution.</source>
+        <translation>Eine Abbildung mit %1 x %2 Pixeln passt nicht in den Speicher. Wählen Sie eine kleinere Breite oder Auflösung.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSFigureInspector</name>
+    <message>
+        <source>Figure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the Image Layout window to make a figure.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Look</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Place and size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rectangle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ellipse</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line or arrow</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CVXSGeometryEditor</name>
+    <message>
+        <source>X:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Width:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Height:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation type="unfinished"> mm</translation>
+    </message>
+    <message>
+        <source>An image in a grid cell is fitted to its cell.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -130,6 +295,89 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     <message>
         <source>%1 frame %2</source>
         <translation>%1 Bild %2</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSItemStyleEditor</name>
+    <message>
+        <source> pt</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hairline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use as Default</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset Defaults</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Border</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Line Colour</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Line Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Fill</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Head Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Colour</source>
+        <translation type="unfinished">Farbe ändern</translation>
+    </message>
+    <message>
+        <source>Border:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Outline:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Background:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fill:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Head size:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Colour:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Font:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Font</source>
+        <translation type="unfinished">Schrift ändern</translation>
     </message>
 </context>
 <context>
@@ -646,6 +894,73 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     </message>
 </context>
 <context>
+    <name>CVXSPageEditor</name>
+    <message>
+        <source>85 mm (one column)</source>
+        <translation>85 mm (eine Spalte)</translation>
+    </message>
+    <message>
+        <source>114 mm (one and a half columns)</source>
+        <translation>114 mm (anderthalb Spalten)</translation>
+    </message>
+    <message>
+        <source>174 mm (two columns)</source>
+        <translation>174 mm (zwei Spalten)</translation>
+    </message>
+    <message>
+        <source>210 mm (A4 portrait)</source>
+        <translation>210 mm (A4 hochkant)</translation>
+    </message>
+    <message>
+        <source>300 dpi</source>
+        <translation>300 dpi</translation>
+    </message>
+    <message>
+        <source>600 dpi</source>
+        <translation>600 dpi</translation>
+    </message>
+    <message>
+        <source>1200 dpi</source>
+        <translation>1200 dpi</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Benutzerdefiniert</translation>
+    </message>
+    <message>
+        <source> mm</source>
+        <translation> mm</translation>
+    </message>
+    <message>
+        <source> dpi</source>
+        <translation> dpi</translation>
+    </message>
+    <message>
+        <source>Figure width:</source>
+        <translation>Breite der Abbildung:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>Auflösung:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Change Figure Width</source>
+        <translation>Breite der Abbildung ändern</translation>
+    </message>
+    <message>
+        <source>Change Resolution</source>
+        <translation>Auflösung ändern</translation>
+    </message>
+    <message>
+        <source>%1 x %2 mm, %3 x %4 pixels</source>
+        <translation>%1 x %2 mm, %3 x %4 Pixel</translation>
+    </message>
+</context>
+<context>
     <name>CVXSStudyAxis</name>
     <message>
         <source>These images&apos; &quot;%1&quot; is not a date (give it as 2024-03-01 or 20240301): %2.</source>
@@ -667,6 +982,10 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <translation>keine Einheit</translation>
     </message>
     <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
         <source>Left out, without &quot;%1&quot; or &quot;%2&quot;: %3.</source>
         <translation>Ausgelassen, ohne &quot;%1&quot; oder &quot;%2&quot;: %3.</translation>
     </message>
@@ -683,6 +1002,10 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <translation>Diese Bilder messen Verschiedenes und können keinen gemeinsamen Anzeigebereich haben: %1.</translation>
     </message>
     <message>
+        <source>Shown as they are, without grey levels to show through the shared range: %1.</source>
+        <translation>Unverändert gezeigt, ohne Graustufen für den gemeinsamen Anzeigebereich: %1.</translation>
+    </message>
+    <message>
         <source>None of the images has grey levels, so they cannot be shown through one display range.</source>
         <translation>Keines der Bilder hat Graustufen; daher können sie nicht mit einem gemeinsamen Anzeigebereich dargestellt werden.</translation>
     </message>
@@ -697,14 +1020,6 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>missing</source>
         <translation>fehlt</translation>
-    </message>
-    <message>
-        <source>Cannot read &quot;%1&quot;: %2</source>
-        <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
-    </message>
-    <message>
-        <source>Shown as they are, without grey levels to show through the shared range: %1.</source>
-        <translation>Unverändert gezeigt, ohne Graustufen für den gemeinsamen Anzeigebereich: %1.</translation>
     </message>
 </context>
 <context>
@@ -737,6 +1052,10 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <translation>Dateien hinzufügen...</translation>
     </message>
     <message>
+        <source>Add Open Images</source>
+        <translation>Geöffnete Bilder hinzufügen</translation>
+    </message>
+    <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
@@ -753,8 +1072,20 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
         <translation>Spalten nach:</translation>
     </message>
     <message>
+        <source>Images:</source>
+        <translation>Bilder:</translation>
+    </message>
+    <message>
         <source>Study Images</source>
         <translation>Studienbilder</translation>
+    </message>
+    <message>
+        <source>Open image: %1</source>
+        <translation>Geöffnetes Bild: %1</translation>
+    </message>
+    <message>
+        <source>Add the study&apos;s image files or open images.</source>
+        <translation>Fügen Sie die Bilddateien der Studie oder geöffnete Bilder hinzu.</translation>
     </message>
     <message>
         <source>Choose the keys for the rows and the columns.</source>
@@ -767,22 +1098,6 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>The display range&apos;s minimum has to be below its maximum.</source>
         <translation>Das Minimum des Anzeigebereichs muss unter seinem Maximum liegen.</translation>
-    </message>
-    <message>
-        <source>Add Open Images</source>
-        <translation>Geöffnete Bilder hinzufügen</translation>
-    </message>
-    <message>
-        <source>Images:</source>
-        <translation>Bilder:</translation>
-    </message>
-    <message>
-        <source>Open image: %1</source>
-        <translation>Geöffnetes Bild: %1</translation>
-    </message>
-    <message>
-        <source>Add the study&apos;s image files or open images.</source>
-        <translation>Fügen Sie die Bilddateien der Studie oder geöffnete Bilder hinzu.</translation>
     </message>
 </context>
 <context>

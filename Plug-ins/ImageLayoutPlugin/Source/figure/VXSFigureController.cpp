@@ -1,6 +1,7 @@
 #include "figure/VXSFigureController.h"
 
 #include "figure/VXSItemFigure.h"
+#include "figure/export/VXSFigureExportCommand.h"
 #include "figure/VXSStyleDefaults.h"
 #include "figure/inspector/VXSFigureInspector.h"
 #include "output/VXSLayoutRenderer.h"
@@ -47,6 +48,7 @@ bool isInCell(const QGraphicsItem& item)
 CVXSFigureController::CVXSFigureController(QObject* pParent)
     : QObject(pParent)
 {
+    new CVXSFigureExportCommand(*this);
 }
 
 CVXSFigureController::~CVXSFigureController()

@@ -37,6 +37,12 @@ int CVXSFigurePage::pixelWidth() const
     return int(std::lround(dWidthMm / MmPerInch * nDpi));
 }
 
+QSize CVXSFigurePage::pixelSize(const QSizeF& page) const
+{
+    const int nWidth = pixelWidth();
+    return QSize(nWidth, page.width() > 0 ? int(std::lround(nWidth * page.height() / page.width())) : 0);
+}
+
 bool CVXSFigurePage::operator==(const CVXSFigurePage& other) const
 {
     return dWidthMm == other.dWidthMm && nDpi == other.nDpi;

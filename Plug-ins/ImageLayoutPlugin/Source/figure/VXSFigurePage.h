@@ -27,6 +27,9 @@ public:
     QSizeF sizeMm(const QSizeF& page) const;
     // Pixels across the figure at its resolution: round(width / 25.4 x dpi).
     int pixelWidth() const;
+    // The figure's pixels for a page of the given size: pixelWidth() across, the height in
+    // proportion.
+    QSize pixelSize(const QSizeF& page) const;
 
     bool operator==(const CVXSFigurePage& other) const;
     bool operator!=(const CVXSFigurePage& other) const { return !(*this == other); }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QSize>
+#include <QSizeF>
 #include <QString>
 
 class QPaintDevice;
@@ -18,6 +19,10 @@ public:
 
     // The page size in points.
     QSize pointSize() const;
+    // The page printed at another size, in points (a figure of a given width, say): the
+    // page is scaled to it as a whole. Without it one scene unit is one point.
+    void setPaperSize(const QSizeF& points);
+    QSizeF paperSize() const;
     // The PDF file; nDpi is the resolution its page is described in. Empty when the page
     // cannot be drawn.
     QByteArray pdf(int nDpi, const QString& strTitle) const;
@@ -30,6 +35,9 @@ public:
 
 private:
     bool paint(QPaintDevice& device, double dDevicePerPoint) const;
+    // The paper's points per scene unit.
+    double paperScale() const;
 
     const CVXSLayoutRenderer& m_renderer;
+    QSizeF m_paperSize; // empty: the page's own size
 };

@@ -1,5 +1,7 @@
 #include "figure/inspector/VXSPageEditor.h"
 
+#include "figure/inspector/VXSFigurePresets.h"
+
 #include <QAction>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -10,39 +12,6 @@
 #include <QScopedValueRollback>
 #include <QSpinBox>
 #include <QVBoxLayout>
-
-#include <cmath>
-
-namespace {
-
-struct Preset
-{
-    double dValue;
-    const char* pText;
-};
-
-// Widths of journal figures and of an A4 page.
-const Preset WidthPresets[] = {
-    {85.0, QT_TRANSLATE_NOOP("CVXSPageEditor", "85 mm (one column)")},
-    {114.0, QT_TRANSLATE_NOOP("CVXSPageEditor", "114 mm (one and a half columns)")},
-    {174.0, QT_TRANSLATE_NOOP("CVXSPageEditor", "174 mm (two columns)")},
-    {210.0, QT_TRANSLATE_NOOP("CVXSPageEditor", "210 mm (A4 portrait)")},
-};
-const Preset DpiPresets[] = {
-    {300, QT_TRANSLATE_NOOP("CVXSPageEditor", "300 dpi")},
-    {600, QT_TRANSLATE_NOOP("CVXSPageEditor", "600 dpi")},
-    {1200, QT_TRANSLATE_NOOP("CVXSPageEditor", "1200 dpi")},
-};
-
-template <size_t N>
-void addPresets(QComboBox* pBox, const Preset (&presets)[N])
-{
-    for (const Preset& preset : presets)
-        pBox->addItem(QCoreApplication::translate("CVXSPageEditor", preset.pText), preset.dValue);
-    pBox->addItem(QCoreApplication::translate("CVXSPageEditor", "Custom"));
-}
-
-} // namespace
 
 CVXSPageEditor::CVXSPageEditor(QWidget* pParent)
     : QWidget(pParent)
@@ -79,10 +48,8 @@ CVXSPageEditor::CVXSPageEditor(QWidget* pParent)
     m_pCommands = new QVBoxLayout;
     pLayout->addLayout(m_pCommands);
 
-    connect(m_pWidthPresets, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { presetChosen(m_pWidthPresets, m_pWidth); });
-    connect(m_pDpiPresets, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { presetChosen(m_pDpiPresets, m_pDpi); });
+    CVXSFigurePresets::drive(m_pWidthPresets, m_pWidth);
+    CVXSFigurePresets::drive(m_pDpiPresets, m_pDpi);
     connect(m_pWidth, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             [this] { edited(tr("Change Figure Width")); });
     connect(m_pDpi, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] { edited(tr("Change Resolution")); });
@@ -90,8 +57,8 @@ CVXSPageEditor::CVXSPageEditor(QWidget* pParent)
 
 void CVXSPageEditor::fillPresets()
 {
-    addPresets(m_pWidthPresets, WidthPresets);
-    addPresets(m_pDpiPresets, DpiPresets);
+    CVXSFigurePresets::addWidths(m_pWidthPresets);
+    CVXSFigurePresets::addResolutions(m_pDpiPresets);
 }
 
 void CVXSPageEditor::addCommand(QAction* pAction)
@@ -113,36 +80,20 @@ void CVXSPageEditor::showPage(const CVXSFigurePage& page, const QSizeF& pageUnit
     m_page = page;
     m_pWidth->setValue(page.dWidthMm);
     m_pDpi->setValue(page.nDpi);
-    selectPreset(m_pWidthPresets, page.dWidthMm);
-    selectPreset(m_pDpiPresets, page.nDpi);
+    CVXSFigurePresets::select(m_pWidthPresets, page.dWidthMm);
+    CVXSFigurePresets::select(m_pDpiPresets, page.nDpi);
+    m_pSize->setText(sizeText(page, pageUnits));
+}
+
+QString CVXSPageEditor::sizeText(const CVXSFigurePage& page, const QSizeF& pageUnits)
+{
     const QSizeF mm = page.sizeMm(pageUnits);
-    const int nHeightPixels = int(std::lround(mm.height() / 25.4 * page.nDpi));
-    m_pSize->setText(tr("%1 x %2 mm, %3 x %4 pixels")
-                         .arg(mm.width(), 0, 'f', 1)
-                         .arg(mm.height(), 0, 'f', 1)
-                         .arg(page.pixelWidth())
-                         .arg(nHeightPixels));
-}
-
-void CVXSPageEditor::selectPreset(QComboBox* pPresets, double dValue)
-{
-    const int nIndex = pPresets->findData(dValue);
-    pPresets->setCurrentIndex(nIndex >= 0 ? nIndex : pPresets->count() - 1);
-}
-
-void CVXSPageEditor::presetChosen(QComboBox* pPresets, QAbstractSpinBox* pBox)
-{
-    const QVariant value = pPresets->currentData();
-    if (!value.isValid()) {
-        // "Custom": the value is typed in the box below.
-        pBox->setFocus();
-        pBox->selectAll();
-        return;
-    }
-    if (auto* pDouble = qobject_cast<QDoubleSpinBox*>(pBox))
-        pDouble->setValue(value.toDouble());
-    else if (auto* pInteger = qobject_cast<QSpinBox*>(pBox))
-        pInteger->setValue(value.toInt());
+    const QSize pixels = page.pixelSize(pageUnits);
+    return tr("%1 x %2 mm, %3 x %4 pixels")
+        .arg(mm.width(), 0, 'f', 1)
+        .arg(mm.height(), 0, 'f', 1)
+        .arg(pixels.width())
+        .arg(pixels.height());
 }
 
 void CVXSPageEditor::edited(const QString& strText)

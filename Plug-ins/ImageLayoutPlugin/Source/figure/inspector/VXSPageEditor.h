@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-class QAbstractSpinBox;
 class QAction;
 class QComboBox;
 class QDoubleSpinBox;
@@ -25,15 +24,15 @@ public:
     void showPage(const CVXSFigurePage& page, const QSizeF& pageUnits);
     // A button for the command, below the values.
     void addCommand(QAction* pAction);
+    // "85.0 x 68.0 mm, 1004 x 803 pixels": the figure of a page of the size in layout units.
+    static QString sizeText(const CVXSFigurePage& page, const QSizeF& pageUnits);
 
 signals:
     void pageEdited(const CVXSFigurePage& page, const QString& strText);
 
 private:
     void fillPresets();
-    void presetChosen(QComboBox* pPresets, QAbstractSpinBox* pBox);
     void edited(const QString& strText);
-    void selectPreset(QComboBox* pPresets, double dValue);
 
     QComboBox* m_pWidthPresets = nullptr;
     QDoubleSpinBox* m_pWidth = nullptr;
