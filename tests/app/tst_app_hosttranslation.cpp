@@ -104,7 +104,8 @@ void TestAppHostTranslation::fileMenuSpeaksGerman()
 {
     QCOMPARE(entryTexts(menu("menuFile")),
              QStringList({"&Bilder öffnen...", "&Sequenz öffnen...", "Beispiele öffnen", "-", "&Layout öffnen...",
-                          "Layout s&peichern", "Layout speichern &unter...", "-", "Abbildung exportieren...", "-",
+                          "Layout s&peichern", "Layout speichern &unter...", "-", "Abbildung exportieren...",
+                          "Neues Studienraster...", "-",
                           "&Zuletzt geöffnet", "-", "B&eenden"}));
     QCOMPARE(entryTexts(menu("menuOpenRecent")), QStringList({"-", "Menü &leeren"}));
 }
@@ -114,7 +115,7 @@ void TestAppHostTranslation::figureMenuSpeaksGerman()
     // The layout tool's figure commands, from the tool's own catalogue.
     QCOMPARE(entryTexts(menu("menuFigure")),
              QStringList({"Abbildung exportieren...", "Felder beschriften", "Maßstabsbalken hinzufügen",
-                          "Maßstabsbalken entfernen", "Pixelgröße festlegen..."}));
+                          "Maßstabsbalken entfernen", "Pixelgröße festlegen...", "Farbskala hinzufügen"}));
 }
 
 void TestAppHostTranslation::standardDialogSpeaksGerman()

@@ -1,6 +1,8 @@
 #include "VXLayoutBatch.h"
 #include "VXLayoutStreamedSources.h"
 
+#include "VXLayoutStudyGrid.h"
+
 #include <figure/export/VXSFigureFile.h>
 #include <VXImageFileReader.h>
 #include <output/VXSExportFormats.h>
@@ -74,29 +76,38 @@ bool CVXLayoutBatch::run(const CVXLayoutBatchOptions& options)
 {
     m_strError.clear();
     m_strReport.clear();
+    const bool bGrid = options.studyGrid().isRequested();
     // A figure's resolution sets its pixels in any format.
     const bool bFigure = options.figureSize().isRequested();
-    if (!chooseStyle(options.layoutStyle()) || !checkExportName(options.exportPath())
-        || (!bFigure && !checkDpi(options.exportPath(), options.dpi())) || !checkCellCount(options.inputPaths().size())
+    if ((!bGrid && !chooseStyle(options.layoutStyle())) || !checkExportName(options.exportPath())
+        || (!bFigure && !checkDpi(options.exportPath(), options.dpi()))
+        || (!bGrid && !checkCellCount(options.inputPaths().size()))
         || !sizePage(options.sceneSize()) || !checkMethodsName(options.methodsPath(), options.exportPath()))
         return false;
+    if (!placeSources(options, bFigure))
+        return false;
+    const bool bWritten = bFigure ? exportFigure(options.figureSize(), options.exportPath())
+                                  : exportPage(options.exportPath(), options.dpi());
+    return bWritten && writeMethods(options.methodsPath());
+}
+
+bool CVXLayoutBatch::placeSources(const CVXLayoutBatchOptions& options, bool bFigure)
+{
+    if (options.studyGrid().isRequested())
+        return placeStudyGrid(options);
     // Vector pages and figures take every image at its own resolution, and marks measure the
     // sources; a plain raster page reads each image straight into its reduction.
     const bool bWholeImages = bFigure || options.figureMarks().isRequested()
                               || CVXSLayoutVectorPage::isVectorSuffix(suffixOf(options.exportPath()));
-    if (bWholeImages) {
-        QVector<QImage> images;
-        if (!readImages(options.inputPaths(), images)
-            || !options.figureMarks().calibrate(options.inputPaths(), images, m_strError))
-            return false;
-        placeImages(images);
-        options.figureMarks().mark(m_manager);
-    } else if (!placeReducedImages(options.inputPaths())) {
+    if (!bWholeImages)
+        return placeReducedImages(options.inputPaths());
+    QVector<QImage> images;
+    if (!readImages(options.inputPaths(), images)
+        || !options.figureMarks().calibrate(options.inputPaths(), images, m_strError))
         return false;
-    }
-    const bool bWritten = bFigure ? exportFigure(options.figureSize(), options.exportPath())
-                                  : exportPage(options.exportPath(), options.dpi());
-    return bWritten && writeMethods(options.methodsPath());
+    placeImages(images);
+    options.figureMarks().mark(m_manager);
+    return true;
 }
 
 QString CVXLayoutBatch::errorText() const
@@ -275,6 +286,16 @@ bool CVXLayoutBatch::placeReducedImages(const QStringList& paths)
     }
     m_strError = errors.join(QLatin1Char('\n'));
     return errors.isEmpty();
+}
+
+bool CVXLayoutBatch::placeStudyGrid(const CVXLayoutBatchOptions& options)
+{
+    CVXLayoutStudyGrid grid;
+    if (!grid.place(m_manager, options.studyGrid(), options.inputPaths())) {
+        m_strError = grid.errorText();
+        return false;
+    }
+    return true;
 }
 
 bool CVXLayoutBatch::exportPage(QString strPath, int nDpi)

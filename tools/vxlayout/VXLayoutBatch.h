@@ -50,6 +50,9 @@ private:
     CVXSLayoutItemImage* placeImage(const QImage& image, const QSize& size);
     // Places the images of raster pages, each holding only its picture reduced to its place.
     bool placeReducedImages(const QStringList& paths);
+    bool placeStudyGrid(const CVXLayoutBatchOptions& options);
+    // The page's images: a study grid, whole images, or images reduced to their places.
+    bool placeSources(const CVXLayoutBatchOptions& options, bool bFigure);
     bool exportPage(QString strPath, int nDpi);
     bool exportVectorPage(const QString& strPath, int nDpi);
     bool exportFigure(const CVXLayoutFigureSize& size, const QString& strPath);

@@ -73,6 +73,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(provenanceOption());
     parser.addOption(methodsOption());
     CVXLayoutFigureOptions::addOptions(parser);
+    CVXLayoutStudyGridOptions::addOptions(parser);
     parser.addOption(helpOption());
     parser.addOption(versionOption());
     parser.addPositionalArgument(QStringLiteral("images"), CVXLayoutBatchOptions::tr("Image files, in cell order."),
@@ -104,7 +105,11 @@ bool CVXLayoutBatchOptions::parse(const QStringList& arguments)
         m_strError = tr("No file given for --methods, e.g. --methods figure-methods.txt.");
         return false;
     }
-    if (!parser.isSet(layoutOption())) {
+    if (!m_studyGrid.parse(parser)) {
+        m_strError = m_studyGrid.errorText();
+        return false;
+    }
+    if (!parser.isSet(layoutOption()) && !m_studyGrid.isRequested()) {
         m_strError = tr("No layout style given: use --layout, e.g. --layout \"Layout 2x2\".");
         return false;
     }
@@ -193,6 +198,11 @@ bool CVXLayoutBatchOptions::isProvenanceRequested() const
 QString CVXLayoutBatchOptions::methodsPath() const
 {
     return m_strMethodsPath;
+}
+
+const CVXLayoutStudyGridOptions& CVXLayoutBatchOptions::studyGrid() const
+{
+    return m_studyGrid;
 }
 
 const CVXLayoutFigureSize& CVXLayoutBatchOptions::figureSize() const

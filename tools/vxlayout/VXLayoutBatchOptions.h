@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VXLayoutStudyGridOptions.h"
 #include "VXLayoutFigureSize.h"
 #include "VXLayoutFigureOptions.h"
 
@@ -33,6 +34,7 @@ public:
     bool isProvenanceRequested() const;
     // Empty when no Methods paragraph is wanted.
     QString methodsPath() const;
+    const CVXLayoutStudyGridOptions& studyGrid() const;
     const CVXLayoutFigureSize& figureSize() const;
     QString errorText() const;
     const CVXLayoutFigureOptions& figureMarks() const { return m_figureMarks; }
@@ -55,6 +57,7 @@ private:
     QStringList m_inputPaths;
     bool m_bProvenance = false;
     QString m_strMethodsPath;
+    CVXLayoutStudyGridOptions m_studyGrid;
     CVXLayoutFigureSize m_figureSize;
     QString m_strError;
     CVXLayoutFigureOptions m_figureMarks;

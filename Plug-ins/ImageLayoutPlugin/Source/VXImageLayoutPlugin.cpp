@@ -2,7 +2,9 @@
 
 #include "file/VXSLayoutFileCommands.h"
 #include "host/VXSLayoutLibraries.h"
+#include "colourbar/VXSColourBarCommand.h"
 #include "host/VXSLayoutTranslator.h"
+#include "studygrid/VXSStudyGridCommand.h"
 #include "file/VXSLayoutRecovery.h"
 #include "file/VXSOrphanedRecoveryCopy.h"
 #include "VXSLayoutConstants.h"
@@ -34,7 +36,15 @@ constexpr int kFrameExtraWidth = 15;
 constexpr int kFrameExtraHeight = 35;
 } // namespace
 
-CVXImageLayoutPlugin::CVXImageLayoutPlugin() = default;
+CVXImageLayoutPlugin::CVXImageLayoutPlugin()
+{
+    // The figure commands, owned by the controller.
+    new CVXSColourBarCommand(m_figure);
+    new CVXSStudyGridCommand(m_figure, [this] {
+        showToolWindow();
+        return m_pLayoutMngr.data();
+    });
+}
 
 CVXImageLayoutPlugin::~CVXImageLayoutPlugin()
 {

@@ -11,6 +11,52 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
 </context>
 <context>
+    <name>CVXSColourBarCommand</name>
+    <message>
+        <source>Add Colour Bar</source>
+        <translation>Farbskala hinzufügen</translation>
+    </message>
+    <message>
+        <source>Adds a colour bar for the selected image, or for all images when none is selected</source>
+        <translation>Fügt eine Farbskala für das ausgewählte Bild hinzu, oder für alle Bilder, wenn keines ausgewählt ist</translation>
+    </message>
+    <message>
+        <source>No colour bar was added: these images have no display range to show: %1.</source>
+        <translation>Es wurde keine Farbskala hinzugefügt: Diese Bilder haben keinen Anzeigebereich, der sich darstellen ließe: %1.</translation>
+    </message>
+    <message>
+        <source>No colour bar was added: these images are not shown through the same display range as %1: %2. Select one image, or give them one range in their windows first.</source>
+        <translation>Es wurde keine Farbskala hinzugefügt: Diese Bilder werden nicht mit demselben Anzeigebereich wie %1 dargestellt: %2. Wählen Sie ein einzelnes Bild aus oder geben Sie den Bildern zuerst in ihren Fenstern einen gemeinsamen Bereich.</translation>
+    </message>
+    <message>
+        <source>No colour bar was added: the layout has no image to make one for.</source>
+        <translation>Es wurde keine Farbskala hinzugefügt: Das Layout enthält kein Bild, für das eine erstellt werden könnte.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSColourBarEditor</name>
+    <message>
+        <source>Colour bar</source>
+        <translation>Farbskala</translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation>Senkrecht</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation>Waagerecht</translation>
+    </message>
+    <message>
+        <source>Orientation:</source>
+        <translation>Ausrichtung:</translation>
+    </message>
+    <message>
+        <source>%1 to %2, %3</source>
+        <translation>%1 bis %2, %3</translation>
+    </message>
+</context>
+<context>
     <name>CVXSEditText</name>
     <message>
         <source>Edit Text</source>
@@ -58,10 +104,25 @@ Das Layout mit dem Stand vom %1 wiederherstellen?</translation>
     </message>
 </context>
 <context>
+    <name>CVXSFigureCodec</name>
+    <message>
+        <source>the colour bar&apos;s &quot;minimum&quot; %1 is not below its &quot;maximum&quot; %2</source>
+        <translation>das &quot;minimum&quot; %1 der Farbskala liegt nicht unter ihrem &quot;maximum&quot; %2</translation>
+    </message>
+    <message>
+        <source>the colour bar&apos;s &quot;table&quot; &quot;%1&quot; is not a known colour table</source>
+        <translation>die &quot;table&quot; &quot;%1&quot; der Farbskala ist keine bekannte Farbtabelle</translation>
+    </message>
+</context>
+<context>
     <name>CVXSFigureController</name>
     <message>
         <source>Move or Resize</source>
-        <translation type="unfinished"></translation>
+        <translation>Verschieben oder Größe ändern</translation>
+    </message>
+    <message>
+        <source>Change Colour Bar</source>
+        <translation>Farbskala ändern</translation>
     </message>
 </context>
 <context>
@@ -163,39 +224,39 @@ Ersetzen?</translation>
     <name>CVXSFigureInspector</name>
     <message>
         <source>Figure</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbildung</translation>
     </message>
     <message>
         <source>Open the Image Layout window to make a figure.</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnen Sie das Bildlayout-Fenster, um eine Abbildung zu erstellen.</translation>
     </message>
     <message>
         <source>Look</source>
-        <translation type="unfinished"></translation>
+        <translation>Aussehen</translation>
     </message>
     <message>
         <source>Place and size</source>
-        <translation type="unfinished"></translation>
+        <translation>Lage und Größe</translation>
     </message>
     <message>
         <source>Image</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild</translation>
     </message>
     <message>
         <source>Text</source>
-        <translation type="unfinished"></translation>
+        <translation>Text</translation>
     </message>
     <message>
         <source>Rectangle</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechteck</translation>
     </message>
     <message>
         <source>Ellipse</source>
-        <translation type="unfinished"></translation>
+        <translation>Ellipse</translation>
     </message>
     <message>
         <source>Line or arrow</source>
-        <translation type="unfinished"></translation>
+        <translation>Linie oder Pfeil</translation>
     </message>
     <message>
         <source>Panel letters</source>
@@ -261,110 +322,121 @@ Ersetzen?</translation>
     <name>CVXSGeometryEditor</name>
     <message>
         <source>X:</source>
-        <translation type="unfinished"></translation>
+        <translation>X:</translation>
     </message>
     <message>
         <source>Y:</source>
-        <translation type="unfinished"></translation>
+        <translation>Y:</translation>
     </message>
     <message>
         <source>Width:</source>
-        <translation type="unfinished"></translation>
+        <translation>Breite:</translation>
     </message>
     <message>
         <source>Height:</source>
-        <translation type="unfinished"></translation>
+        <translation>Höhe:</translation>
     </message>
     <message>
         <source> mm</source>
-        <translation type="unfinished"> mm</translation>
+        <translation> mm</translation>
     </message>
     <message>
         <source>An image in a grid cell is fitted to its cell.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Bild in einer Rasterzelle wird in seine Zelle eingepasst.</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSImageSourceName</name>
+    <message>
+        <source>an image without a name</source>
+        <translation>ein Bild ohne Namen</translation>
+    </message>
+    <message>
+        <source>%1 frame %2</source>
+        <translation>%1 Bild %2</translation>
     </message>
 </context>
 <context>
     <name>CVXSItemStyleEditor</name>
     <message>
         <source> pt</source>
-        <translation type="unfinished"></translation>
+        <translation> pt</translation>
     </message>
     <message>
         <source>Hairline</source>
-        <translation type="unfinished"></translation>
+        <translation>Haarlinie</translation>
     </message>
     <message>
         <source> %</source>
-        <translation type="unfinished"></translation>
+        <translation> %</translation>
     </message>
     <message>
         <source>Use as Default</source>
-        <translation type="unfinished"></translation>
+        <translation>Als Standard verwenden</translation>
     </message>
     <message>
         <source>Reset Defaults</source>
-        <translation type="unfinished"></translation>
+        <translation>Standards zurücksetzen</translation>
     </message>
     <message>
         <source>Change Border</source>
-        <translation type="unfinished"></translation>
+        <translation>Rahmen ändern</translation>
     </message>
     <message>
         <source>Change Line Colour</source>
-        <translation type="unfinished"></translation>
+        <translation>Linienfarbe ändern</translation>
     </message>
     <message>
         <source>Change Line Width</source>
-        <translation type="unfinished"></translation>
+        <translation>Linienbreite ändern</translation>
     </message>
     <message>
         <source>Change Fill</source>
-        <translation type="unfinished"></translation>
+        <translation>Füllung ändern</translation>
     </message>
     <message>
         <source>Change Head Size</source>
-        <translation type="unfinished"></translation>
+        <translation>Spitzengröße ändern</translation>
     </message>
     <message>
         <source>Change Colour</source>
-        <translation type="unfinished">Farbe ändern</translation>
+        <translation>Farbe ändern</translation>
     </message>
     <message>
         <source>Border:</source>
-        <translation type="unfinished"></translation>
+        <translation>Rahmen:</translation>
     </message>
     <message>
         <source>Line:</source>
-        <translation type="unfinished"></translation>
+        <translation>Linie:</translation>
     </message>
     <message>
         <source>Outline:</source>
-        <translation type="unfinished"></translation>
+        <translation>Umriss:</translation>
     </message>
     <message>
         <source>Background:</source>
-        <translation type="unfinished"></translation>
+        <translation>Hintergrund:</translation>
     </message>
     <message>
         <source>Fill:</source>
-        <translation type="unfinished"></translation>
+        <translation>Füllung:</translation>
     </message>
     <message>
         <source>Head size:</source>
-        <translation type="unfinished"></translation>
+        <translation>Spitzengröße:</translation>
     </message>
     <message>
         <source>Colour:</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbe:</translation>
     </message>
     <message>
         <source>Font:</source>
-        <translation type="unfinished"></translation>
+        <translation>Schrift:</translation>
     </message>
     <message>
         <source>Change Font</source>
-        <translation type="unfinished">Schrift ändern</translation>
+        <translation>Schrift ändern</translation>
     </message>
 </context>
 <context>
@@ -1129,6 +1201,146 @@ Löschen Sie einige Bilder, bevor Sie den Layoutstil ändern.</translation>
     <message>
         <source>none</source>
         <translation>keine</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyAxis</name>
+    <message>
+        <source>These images&apos; &quot;%1&quot; is not a date (give it as 2024-03-01 or 20240301): %2.</source>
+        <translation>Bei diesen Bildern ist &quot;%1&quot; kein Datum (anzugeben als 2024-03-01 oder 20240301): %2.</translation>
+    </message>
+    <message>
+        <source>Day %1</source>
+        <translation>Tag %1</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyGrid</name>
+    <message>
+        <source>no modality</source>
+        <translation>keine Modalität</translation>
+    </message>
+    <message>
+        <source>no unit</source>
+        <translation>keine Einheit</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>&quot;%1&quot; kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>Left out, without &quot;%1&quot; or &quot;%2&quot;: %3.</source>
+        <translation>Ausgelassen, ohne &quot;%1&quot; oder &quot;%2&quot;: %3.</translation>
+    </message>
+    <message>
+        <source>No image has both &quot;%1&quot; and &quot;%2&quot;, so there is no grid to make.</source>
+        <translation>Kein Bild hat sowohl &quot;%1&quot; als auch &quot;%2&quot;; daher lässt sich kein Raster erstellen.</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>These images measure different things and cannot share one display range: %1.</source>
+        <translation>Diese Bilder messen Verschiedenes und können keinen gemeinsamen Anzeigebereich haben: %1.</translation>
+    </message>
+    <message>
+        <source>Shown as they are, without grey levels to show through the shared range: %1.</source>
+        <translation>Unverändert gezeigt, ohne Graustufen für den gemeinsamen Anzeigebereich: %1.</translation>
+    </message>
+    <message>
+        <source>None of the images has grey levels, so they cannot be shown through one display range.</source>
+        <translation>Keines der Bilder hat Graustufen; daher können sie nicht mit einem gemeinsamen Anzeigebereich dargestellt werden.</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are both %3, %4; the grid shows %1.</source>
+        <translation>%1 und %2 sind beide %3, %4; das Raster zeigt %1.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>fehlt</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyGridCommand</name>
+    <message>
+        <source>New Study Grid...</source>
+        <translation>Neues Studienraster...</translation>
+    </message>
+    <message>
+        <source>Lays out a study&apos;s images as animals by time points under one display range</source>
+        <translation>Ordnet die Bilder einer Studie als Tiere nach Zeitpunkten mit einem gemeinsamen Anzeigebereich an</translation>
+    </message>
+</context>
+<context>
+    <name>CVXSStudyGridDialog</name>
+    <message>
+        <source>Given display range:</source>
+        <translation>Vorgegebener Anzeigebereich:</translation>
+    </message>
+    <message>
+        <source>Colour bar</source>
+        <translation>Farbskala</translation>
+    </message>
+    <message>
+        <source>New Study Grid</source>
+        <translation>Neues Studienraster</translation>
+    </message>
+    <message>
+        <source>Add Files...</source>
+        <translation>Dateien hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Add Open Images</source>
+        <translation>Geöffnete Bilder hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>bis</translation>
+    </message>
+    <message>
+        <source>Rows by:</source>
+        <translation>Zeilen nach:</translation>
+    </message>
+    <message>
+        <source>Columns by:</source>
+        <translation>Spalten nach:</translation>
+    </message>
+    <message>
+        <source>Images:</source>
+        <translation>Bilder:</translation>
+    </message>
+    <message>
+        <source>Study Images</source>
+        <translation>Studienbilder</translation>
+    </message>
+    <message>
+        <source>Open image: %1</source>
+        <translation>Geöffnetes Bild: %1</translation>
+    </message>
+    <message>
+        <source>Add the study&apos;s image files or open images.</source>
+        <translation>Fügen Sie die Bilddateien der Studie oder geöffnete Bilder hinzu.</translation>
+    </message>
+    <message>
+        <source>Choose the keys for the rows and the columns.</source>
+        <translation>Wählen Sie die Schlüssel für die Zeilen und die Spalten.</translation>
+    </message>
+    <message>
+        <source>Give the display range as two numbers.</source>
+        <translation>Geben Sie den Anzeigebereich als zwei Zahlen an.</translation>
+    </message>
+    <message>
+        <source>The display range&apos;s minimum has to be below its maximum.</source>
+        <translation>Das Minimum des Anzeigebereichs muss unter seinem Maximum liegen.</translation>
     </message>
 </context>
 <context>

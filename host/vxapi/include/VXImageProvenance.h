@@ -33,6 +33,10 @@ public:
     static constexpr const char* Tab = "Tab";
     static constexpr const char* SequenceFrame = "Sequence Frame";
     static constexpr const char* ImageSize = "Image Size";
+    // Set when a study grid places the image: the row and column it stands in, as the
+    // grid's key and the image's value ("Patient ID M1").
+    static constexpr const char* StudyRow = "Study Row";
+    static constexpr const char* StudyColumn = "Study Column";
     // A figure made of several images says how many it holds and carries each image's keys
     // under imageKey(n, key), n counting from 1 for the lowest image.
     static constexpr const char* ImageCount = "Images";

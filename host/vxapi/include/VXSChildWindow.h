@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VXDisplayRange.h"
+#include "VXImagePage.h"
 #include "VXSViewState.h"
 #include "VxApiGlobal.h"
 
@@ -45,6 +46,9 @@ public:
     // images that cannot show them as they are; without them a Grayscale8 image is its own
     // levels. Set after the image.
     void setLevels(const QImage& levels);
+    // The image as it was given, keys and all, with the grey levels set after it, for a tool
+    // that shows it through a display range of its own.
+    CVXImagePage givenPage() const;
     // The dataset shown: the window's image under the name the host gave it.
     CVXSDataset* dataset() const;
 

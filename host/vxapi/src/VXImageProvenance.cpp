@@ -11,7 +11,8 @@ QStringList CVXImageProvenance::keys()
             QString::fromLatin1(AcquisitionDate),  QString::fromLatin1(AcquisitionTime),
             QString::fromLatin1(Modality),         QString::fromLatin1(PixelSpacing),
             QString::fromLatin1(StudyInstanceUid), QString::fromLatin1(SeriesInstanceUid),
-            QString::fromLatin1(SopInstanceUid),   QString::fromLatin1(SopClassUid)};
+            QString::fromLatin1(SopInstanceUid),   QString::fromLatin1(SopClassUid),
+            QString::fromLatin1(StudyRow),         QString::fromLatin1(StudyColumn)};
 }
 
 QString CVXImageProvenance::imageKey(int nImage, const QString& strKey)

@@ -176,6 +176,11 @@ void CVXSChildWindow::setDisplayRangeBarVisible(bool bVisible)
     layoutContent();
 }
 
+CVXImagePage CVXSChildWindow::givenPage() const
+{
+    return {m_picture, m_levels};
+}
+
 QVector<QImage> CVXSChildWindow::levelImages() const
 {
     const QImage levels = levelsOf(m_picture, m_levels);

@@ -1,6 +1,7 @@
 #include "figure/VXSFigureController.h"
 
 #include "figure/VXSFigureMarks.h"
+#include "figure/VXSItemFigure.h"
 #include "figure/export/VXSFigureExportCommand.h"
 #include "figure/VXSStyleDefaults.h"
 #include "figure/inspector/VXSFigureInspector.h"
@@ -201,6 +202,25 @@ bool CVXSFigureController::setPage(const CVXSFigurePage& page, const QString& st
         page.applyTo(*m_pManager->getScene());
     }
     emit changed();
+    return true;
+}
+
+bool CVXSFigureController::setColourBarOrientation(Qt::Orientation orientation)
+{
+    QGraphicsItem* pItem = selectedItem();
+    CVXSItemFigure figure = pItem ? CVXSItemFigure::of(*pItem) : CVXSItemFigure();
+    if (!figure.colourBar.isShown() || figure.colourBar.orientation == orientation || !canChange()) {
+        emit changed();
+        return false;
+    }
+    {
+        CVXSLayoutChange change(m_pManager, tr("Change Colour Bar"));
+        const QRectF rect = VXSLayoutItemGeometry::geometryRect(*pItem).normalized();
+        figure.colourBar.orientation = orientation;
+        figure.applyTo(*pItem);
+        VXSLayoutItemGeometry::setGeometryRect(*pItem, QRectF(rect.topLeft(), rect.size().transposed()));
+        repaint(pItem);
+    }
     return true;
 }
 

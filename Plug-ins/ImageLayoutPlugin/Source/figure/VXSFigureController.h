@@ -58,6 +58,8 @@ public:
     bool setPage(const CVXSFigurePage& page, const QString& strText);
     // Whether a change can be made now: there is a layout and the view follows no drag.
     bool canChange() const;
+    // Turns the selected colour bar upright or across; its width and height trade places.
+    bool setColourBarOrientation(Qt::Orientation orientation);
     // The selected shape's look becomes the one new shapes of its kind are drawn in.
     void useAsDefault();
     void resetDefaults();

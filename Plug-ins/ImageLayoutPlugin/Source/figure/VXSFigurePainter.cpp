@@ -1,6 +1,7 @@
 #include "figure/VXSFigurePainter.h"
 
 #include "figure/VXSFigurePage.h"
+#include "colourbar/VXSColourBarPainter.h"
 #include "figure/VXSItemFigure.h"
 #include "output/VXSLayoutRenderer.h"
 #include "scene/VXSLayoutItemGeometry.h"
@@ -40,8 +41,13 @@ CVXSFigurePainter::CVXSFigurePainter(double dScale)
 bool CVXSFigurePainter::drawShape(QPainter& painter, QGraphicsItem& item) const
 {
     const CVXSItemFigure figure = CVXSItemFigure::of(item);
-    if (!figure.bStyled)
+    const bool bColourBar = item.type() == RectangleItemType && figure.colourBar.isShown();
+    if (!figure.bStyled && !bColourBar)
         return false;
+    if (bColourBar) {
+        CVXSColourBarPainter(figure.colourBar, VXSLayoutItemGeometry::geometryRect(item)).draw(painter);
+        return true;
+    }
     painter.save();
     painter.setPen(isVisible(figure.lineColour) ? linePen(figure.lineColour, figure.dLineWidth) : QPen(Qt::NoPen));
     painter.setBrush(isVisible(figure.fillColour) ? QBrush(figure.fillColour) : QBrush());

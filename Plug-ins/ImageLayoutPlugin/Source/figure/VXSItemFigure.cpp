@@ -29,5 +29,5 @@ bool CVXSItemFigure::operator==(const CVXSItemFigure& other) const
 {
     return bStyled == other.bStyled && lineColour == other.lineColour && dLineWidth == other.dLineWidth
         && fillColour == other.fillColour && panelLabel == other.panelLabel && scaleBar == other.scaleBar
-        && dPixelSizeMm == other.dPixelSizeMm;
+        && dPixelSizeMm == other.dPixelSizeMm && colourBar == other.colourBar;
 }

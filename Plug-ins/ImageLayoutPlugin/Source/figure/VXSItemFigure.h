@@ -2,6 +2,7 @@
 
 #include "figure/VXSPanelLabel.h"
 #include "figure/VXSScaleBar.h"
+#include "colourbar/VXSColourBar.h"
 
 #include <QColor>
 #include <QMetaType>
@@ -39,6 +40,8 @@ public:
     // The width of a source pixel in mm as the user gave it, for an image whose source
     // states none; 0 while the user gave none. It goes before the source's own.
     double dPixelSizeMm = 0.0;
+    // A rectangle with a colour bar draws the bar instead of its outline.
+    CVXSColourBar colourBar;
 };
 
 Q_DECLARE_METATYPE(CVXSItemFigure)

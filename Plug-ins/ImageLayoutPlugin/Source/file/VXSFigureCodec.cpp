@@ -3,10 +3,27 @@
 #include "file/VXSJsonReader.h"
 
 #include <VXPixelSize.h>
+#include <VXColourTable.h>
 
 namespace {
 
 const QString kFigure = QStringLiteral("figure");
+const QString kColourBar = QStringLiteral("colourBar");
+// Longer titles than this are taken for a damaged file.
+constexpr int MaxTitleLength = 1000;
+// The bar's range is a quantity's: any finite number a layout file can hold.
+constexpr double MaxRangeMagnitude = 1e300;
+
+QJsonObject encodeColourBar(const CVXSColourBar& bar)
+{
+    return QJsonObject {
+        {QStringLiteral("minimum"), bar.dMinimum},
+        {QStringLiteral("maximum"), bar.dMaximum},
+        {QStringLiteral("table"), bar.strTable},
+        {QStringLiteral("title"), bar.strTitle},
+        {QStringLiteral("horizontal"), bar.orientation == Qt::Horizontal},
+    };
+}
 
 QString colourName(const QColor& colour)
 {
@@ -92,6 +109,8 @@ void CVXSFigureCodec::encodeItem(const CVXSItemFigure& figure, QJsonObject& item
         object.insert(kScaleBar, scaleBarObject(figure.scaleBar));
     if (figure.dPixelSizeMm > 0.0)
         object.insert(kPixelSize, figure.dPixelSizeMm);
+    if (figure.colourBar.isShown())
+        object.insert(kColourBar, encodeColourBar(figure.colourBar));
     item.insert(kFigure, object);
 }
 
@@ -107,6 +126,11 @@ bool CVXSFigureCodec::decodeItem(const QJsonObject& item, CVXSJsonReader& reader
         return false;
     if (object.contains(kPixelSize) && !reader.number(object, kPixelSize, 0.0, CVXPixelSize::MaxMm, figure.dPixelSizeMm))
         return false;
+    return decodeStyle(object, reader, figure) && decodeColourBar(object, reader, figure.colourBar);
+}
+
+bool CVXSFigureCodec::decodeStyle(const QJsonObject& object, CVXSJsonReader& reader, CVXSItemFigure& figure)
+{
     if (!object.contains(QStringLiteral("style")))
         return true;
     QJsonObject style;
@@ -115,6 +139,27 @@ bool CVXSFigureCodec::decodeItem(const QJsonObject& item, CVXSJsonReader& reader
         && reader.color(style, QStringLiteral("line"), figure.lineColour)
         && reader.number(style, QStringLiteral("lineWidth"), 0.0, MaxLineWidth, figure.dLineWidth)
         && reader.color(style, QStringLiteral("fill"), figure.fillColour);
+}
+
+bool CVXSFigureCodec::decodeColourBar(const QJsonObject& object, CVXSJsonReader& reader, CVXSColourBar& bar)
+{
+    if (!object.contains(kColourBar))
+        return true;
+    QJsonObject values;
+    bool bHorizontal = false;
+    if (!reader.object(object, kColourBar, values)
+        || !reader.number(values, QStringLiteral("minimum"), -MaxRangeMagnitude, MaxRangeMagnitude, bar.dMinimum)
+        || !reader.number(values, QStringLiteral("maximum"), -MaxRangeMagnitude, MaxRangeMagnitude, bar.dMaximum)
+        || !reader.string(values, QStringLiteral("table"), MaxTitleLength, bar.strTable)
+        || !reader.string(values, QStringLiteral("title"), MaxTitleLength, bar.strTitle)
+        || !reader.boolean(values, QStringLiteral("horizontal"), bHorizontal))
+        return false;
+    bar.orientation = bHorizontal ? Qt::Horizontal : Qt::Vertical;
+    if (!(bar.dMinimum < bar.dMaximum))
+        return reader.fail(tr("the colour bar's \"minimum\" %1 is not below its \"maximum\" %2").arg(bar.dMinimum).arg(bar.dMaximum));
+    if (!CVXColourTable::isKnown(bar.strTable))
+        return reader.fail(tr("the colour bar's \"table\" \"%1\" is not a known colour table").arg(bar.strTable));
+    return true;
 }
 
 void CVXSFigureCodec::encodePage(const CVXSFigurePage& page, QJsonObject& document)

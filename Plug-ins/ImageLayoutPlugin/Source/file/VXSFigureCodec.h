@@ -23,4 +23,8 @@ public:
     static bool decodeItem(const QJsonObject& item, CVXSJsonReader& reader, CVXSItemFigure& figure);
     static void encodePage(const CVXSFigurePage& page, QJsonObject& document);
     static bool decodePage(const QJsonObject& document, CVXSJsonReader& reader, CVXSFigurePage& page);
+
+private:
+    static bool decodeStyle(const QJsonObject& object, CVXSJsonReader& reader, CVXSItemFigure& figure);
+    static bool decodeColourBar(const QJsonObject& object, CVXSJsonReader& reader, CVXSColourBar& bar);
 };

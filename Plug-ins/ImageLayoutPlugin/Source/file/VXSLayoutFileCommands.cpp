@@ -147,6 +147,15 @@ bool CVXSLayoutFileCommands::openFile(const QString& strPath)
     return true;
 }
 
+bool CVXSLayoutFileCommands::openNew(const CVXSLayoutDocument& document)
+{
+    if (!m_manager.isEmpty() && !m_manager.confirmClear())
+        return false;
+    m_manager.replaceLayout(document);
+    setFilePath(QString());
+    return true;
+}
+
 bool CVXSLayoutFileCommands::queryClose()
 {
     if (m_manager.undoStack()->isClean())

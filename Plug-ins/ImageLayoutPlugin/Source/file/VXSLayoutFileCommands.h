@@ -30,6 +30,9 @@ public:
     // Opens the file in place of the layout, after the New question when the layout is not
     // empty. A file that cannot be read is reported and the layout stays as it is.
     bool openFile(const QString& strPath);
+    // A layout made by a command (a study grid) in place of the current one, as a new
+    // document without a file; false when the user keeps the current layout.
+    bool openNew(const CVXSLayoutDocument& document);
     // Save, Discard or Cancel when there are unsaved changes; false for Cancel.
     bool queryClose();
     // The file the layout was last saved to or opened from; empty for a new layout.

@@ -1,5 +1,6 @@
 #include "figure/inspector/VXSFigureInspector.h"
 
+#include "figure/inspector/VXSColourBarEditor.h"
 #include "figure/inspector/VXSGeometryEditor.h"
 #include "figure/inspector/VXSItemStyleEditor.h"
 #include "figure/inspector/VXSPageEditor.h"
@@ -7,6 +8,7 @@
 #include "figure/inspector/VXSScaleBarEditor.h"
 #include "figure/VXSFigureMarks.h"
 #include "figure/VXSFigureController.h"
+#include "figure/VXSItemFigure.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemArrow.h"
 #include "VXSLayoutItemImage.h"
@@ -57,6 +59,8 @@ CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidg
     connect(m_pScaleBarEditor, &CVXSScaleBarEditor::scaleBarEdited, controller.marks(), &CVXSFigureMarks::setScaleBar);
     connect(m_pScaleBarEditor, &CVXSScaleBarEditor::setPixelSizeClicked, controller.marks(),
             &CVXSFigureMarks::askPixelSize);
+    connect(m_pColourBarEditor, &CVXSColourBarEditor::orientationEdited, &m_controller,
+            &CVXSFigureController::setColourBarOrientation);
     connect(&m_controller, &CVXSFigureController::changed, this, &CVXSFigureInspector::refresh);
     refresh();
 }
@@ -99,9 +103,11 @@ QWidget* CVXSFigureInspector::buildItemPage()
     m_pScaleBarEditor = new CVXSScaleBarEditor(pScaleBarGroup);
     pScaleBarLayout->addWidget(m_pScaleBarEditor);
     m_pScaleBarGroup = pScaleBarGroup;
+    m_pColourBarEditor = new CVXSColourBarEditor(pPage);
     pLayout->addWidget(pStyleGroup);
     pLayout->addWidget(pGeometryGroup);
     pLayout->addWidget(pScaleBarGroup);
+    pLayout->addWidget(m_pColourBarEditor);
     return pPage;
 }
 
@@ -140,5 +146,9 @@ void CVXSFigureInspector::refresh()
     m_pScaleBarGroup->setVisible(pItem->type() == ImageItemType);
     if (pItem->type() == ImageItemType)
         m_pScaleBarEditor->showImage(*pItem, m_controller.mmPerUnit() * PointsPerMm);
+    const CVXSColourBar bar = CVXSItemFigure::of(*pItem).colourBar;
+    m_pColourBarEditor->setVisible(bar.isShown());
+    if (bar.isShown())
+        m_pColourBarEditor->showBar(bar);
     m_pPages->setCurrentIndex(ItemPage);
 }

@@ -4,6 +4,7 @@
 
 class QLabel;
 class QStackedWidget;
+class CVXSColourBarEditor;
 class CVXSFigureController;
 class CVXSGeometryEditor;
 class CVXSItemStyleEditor;
@@ -37,4 +38,5 @@ private:
     CVXSPanelLabelEditor* m_pPanelLabelEditor = nullptr;
     QWidget* m_pScaleBarGroup = nullptr;
     CVXSScaleBarEditor* m_pScaleBarEditor = nullptr;
+    CVXSColourBarEditor* m_pColourBarEditor = nullptr;
 };
