@@ -16,6 +16,9 @@ export QT_QPA_PLATFORM=offscreen
 # Allocations too large for memory must fail as they do without the sanitizer: the
 # program reports them instead of ending.
 export ASAN_OPTIONS=allocator_may_return_null=1:halt_on_error=1:detect_leaks=1:detect_stack_use_after_return=1:check_initialization_order=1:strict_init_order=1
+# The normal run takes the random user through its full count; here a shorter walk is enough
+# for the sanitizers to see every action at work, and keeps CI within its time.
+export VX_RANDOM_ACTIONS=1500
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 export LSAN_OPTIONS="suppressions=$here/tests/sanitizers/lsan.supp:print_suppressions=0"
 cd "$build"
