@@ -1,10 +1,14 @@
-// Makes the README's picture of the host: the samples open, the Image Layout window shown
-// with three of them in "Layout 2x2" and a label. The layout tool is built into this
-// program from the plugin's sources so that it can fill the page directly.
+// Makes the README's pictures of the host: the samples open, the Image Layout window shown
+// with three of them in "Layout 2x2" and a label; with --figure, the same page finished as a
+// figure (panel letters and scale bars from the Figure menu) beside the Figure inspector
+// showing the selected image. The layout tool is built into this program from the plugin's
+// sources so that it can fill the page directly.
 //
 //     QT_QPA_PLATFORM=offscreen build/bin/vxhost_screenshot docs/images/host.png
+//     QT_QPA_PLATFORM=offscreen build/bin/vxhost_screenshot --figure docs/images/figure-inspector.png
 
 #include <VXImageLayoutPlugin.h>
+#include <VXSLayoutConstants.h>
 #include <VXSLayoutItemImage.h>
 #include <VXSLayoutItemText.h>
 #include <VXSLayoutManager.h>
@@ -13,14 +17,17 @@
 
 #include <VXAppIcon.h>
 #include <VXHostMainWindow.h>
+#include <VXPixelSize.h>
 #include <VXSChildWindow.h>
 #include <VXUtilityFns.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QGraphicsScene>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QTimer>
 
 #include <cstdio>
@@ -29,6 +36,9 @@ namespace {
 
 const QSize kMainWindowSize(1560, 900);
 constexpr int kLayout2x2 = 3;
+// The samples state no pixel size; the figure's scale bars are drawn for 0.1 mm a pixel of
+// the pictures pasted.
+constexpr double kSamplePixelMm = 0.1;
 
 void fillLayout(CVXSLayoutManager* pManager, const QList<QMdiSubWindow*>& imageWindows)
 {
@@ -37,7 +47,9 @@ void fillLayout(CVXSLayoutManager* pManager, const QList<QMdiSubWindow*>& imageW
     emit pStyles->activated(kLayout2x2);
     for (QMdiSubWindow* pSubWindow : imageWindows) {
         auto* pChild = qobject_cast<CVXSChildWindow*>(pSubWindow->widget());
-        auto* pItem = new CVXSLayoutItemImage(pChild->grabImage(false).convertToFormat(QImage::Format_ARGB32));
+        QImage picture = pChild->grabImage(false).convertToFormat(QImage::Format_ARGB32);
+        CVXPixelSize::set(picture, kSamplePixelMm);
+        auto* pItem = new CVXSLayoutItemImage(picture);
         pManager->getScene()->addItem(pItem);
         pManager->addImageItem(pItem, true);
     }
@@ -52,6 +64,48 @@ void fillLayout(CVXSLayoutManager* pManager, const QList<QMdiSubWindow*>& imageW
     pManager->getLayoutView()->setTopZ(int(pLabel->zValue()));
 }
 
+// The window's own actions, or a tool's in the window's menus (the tool keeps those).
+QAction* findAction(QWidget& window, const QString& strName)
+{
+    if (auto* pAction = window.findChild<QAction*>(strName))
+        return pAction;
+    const QList<QMenu*> menus = window.findChildren<QMenu*>();
+    for (QMenu* pMenu : menus) {
+        const QList<QAction*> actions = pMenu->actions();
+        for (QAction* pAction : actions) {
+            if (pAction->objectName() == strName)
+                return pAction;
+        }
+    }
+    return nullptr;
+}
+
+void trigger(QWidget& window, const char* pObjectName)
+{
+    if (QAction* pAction = findAction(window, QLatin1String(pObjectName)))
+        pAction->trigger();
+    else
+        std::fprintf(stderr, "no action %s\n", pObjectName);
+}
+
+// What a user does from the Figure menu, with the layout window filling the workspace and the
+// inspector showing the first image.
+void finishFigure(QWidget& window, CVXSLayoutManager* pManager)
+{
+    if (auto* pSubWindow = qobject_cast<QMdiSubWindow*>(pManager->getLayoutWindow()->parentWidget()))
+        pSubWindow->showMaximized();
+    trigger(window, "actionShow_figureInspector");
+    trigger(window, "actionLabelPanels");
+    trigger(window, "actionAddScaleBar");
+    const QList<QGraphicsItem*> items = pManager->getScene()->items(Qt::AscendingOrder);
+    for (QGraphicsItem* pItem : items) {
+        if (pItem->type() == VXSLayout::ImageItemType) {
+            pManager->getLayoutView()->selectItem(pItem);
+            break;
+        }
+    }
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -59,11 +113,12 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vexor"));
     QApplication::setWindowIcon(CVXAppIcon::create());
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s OUTPUT.png\n", argv[0]);
+    const bool bFigure = argc == 3 && qstrcmp(argv[1], "--figure") == 0;
+    if (argc != 2 && !bFigure) {
+        std::fprintf(stderr, "usage: %s [--figure] OUTPUT.png\n", argv[0]);
         return 2;
     }
-    const QString strOutput = QString::fromLocal8Bit(argv[1]);
+    const QString strOutput = QString::fromLocal8Bit(argv[argc - 1]);
 
     CVXHostMainWindow window;
     window.resize(kMainWindowSize);
@@ -76,7 +131,10 @@ int main(int argc, char* argv[])
         const QList<QMdiSubWindow*> imageWindows = window.mdiArea()->subWindowList(QMdiArea::CreationOrder);
         CVXUtilityFns::getAction(pTool->getToolName())->trigger();
         fillLayout(pTool->layoutManager(), imageWindows);
-        window.findChild<QAction*>(QStringLiteral("actionTile"))->trigger();
+        if (bFigure)
+            finishFigure(window, pTool->layoutManager());
+        else
+            window.findChild<QAction*>(QStringLiteral("actionTile"))->trigger();
         // Let the view lay the page out at its shown size before taking the picture.
         QTimer::singleShot(200, &window, [&] {
             nResult = window.grab().save(strOutput) ? 0 : 1;
