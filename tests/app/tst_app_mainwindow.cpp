@@ -92,14 +92,14 @@ void TestAppMainWindow::menusHoldTheirActions_data()
     QTest::newRow("File") << "menuFile"
                           << QStringList {"actionOpenImages", "actionOpenSequence", "actionOpenSamples", "-",
                                           "actionOpenLayout", "actionSaveLayout", "actionSaveLayoutAs", "-",
-                                          "actionExportFigure", "newStudyGridAction", "-", "actionOpenRecent", "-",
+                                          "actionExportFigure", "actionNewStudyGrid", "-", "actionOpenRecent", "-",
                                           "actionQuit"};
     // Undo and Redo follow the active tool window.
     QTest::newRow("Edit") << "menuEdit" << QStringList {"actionUndo", "actionRedo"};
     // The layout tool's figure commands.
     QTest::newRow("Figure") << "menuFigure"
                             << QStringList {"actionExportFigure", "actionLabelPanels", "actionAddScaleBar",
-                                            "actionRemoveScaleBar", "actionSetPixelSize", "addColourBarAction"};
+                                            "actionRemoveScaleBar", "actionSetPixelSize", "actionAddColourBar"};
     // Tools start with what the built-in tools announce; plugins add theirs.
     QTest::newRow("Tools") << "menuTools" << QStringList {"Image Layout Window"};
     // The open windows follow the separator.

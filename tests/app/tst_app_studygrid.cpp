@@ -115,7 +115,7 @@ bool TestAppStudyGrid::runDialog(const DialogSteps& steps)
                 steps(pDialog);
         },
         &bSeen);
-    QAction* pAction = fileMenuAction(*host(), QStringLiteral("newStudyGridAction"));
+    QAction* pAction = fileMenuAction(*host(), QStringLiteral("actionNewStudyGrid"));
     if (!pAction || pAction->text() != QLatin1String("New Study Grid..."))
         return false;
     pAction->trigger();

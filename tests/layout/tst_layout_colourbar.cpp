@@ -110,7 +110,7 @@ void TestLayoutColourBar::endTest()
 QAction* TestLayoutColourBar::command() const
 {
     for (QAction* pAction : m_pController->menuActions(QLatin1String(CVXSFigureController::FigureMenu))) {
-        if (pAction->objectName() == QLatin1String("addColourBarAction"))
+        if (pAction->objectName() == QLatin1String("actionAddColourBar"))
             return pAction;
     }
     return nullptr;

@@ -42,7 +42,7 @@ CVXSColourBarCommand::CVXSColourBarCommand(CVXSFigureController& controller)
     , m_controller(controller)
     , m_pAction(new QAction(this))
 {
-    m_pAction->setObjectName(QStringLiteral("addColourBarAction"));
+    m_pAction->setObjectName(QStringLiteral("actionAddColourBar"));
     // The host's menus show the command before the tool has built its window.
     CVXSLayoutTranslator::install();
     m_pAction->setText(tr("Add Colour Bar"));

@@ -23,7 +23,7 @@ CVXSStudyGridCommand::CVXSStudyGridCommand(CVXSFigureController& controller,
 {
     // The host's menus show the command before the tool has built its window.
     CVXSLayoutTranslator::install();
-    m_pAction->setObjectName(QStringLiteral("newStudyGridAction"));
+    m_pAction->setObjectName(QStringLiteral("actionNewStudyGrid"));
     m_pAction->setText(tr("New Study Grid..."));
     m_pAction->setToolTip(tr("Lays out a study's images as animals by time points under one display range"));
     connect(m_pAction, &QAction::triggered, this, &CVXSStudyGridCommand::newStudyGrid);
