@@ -84,8 +84,9 @@ bool writePngByLibpng(const QString& strPath, const QImage& image, bool bInterla
         png_set_text(pPng, pEnd, &after, 1);
         png_write_end(pPng, pEnd);
     }
-    png_destroy_write_struct(&pPng, &pInfo);
+    // The end's info first: destroying the write struct forgets the struct it needs.
     png_destroy_info_struct(pPng, &pEnd);
+    png_destroy_write_struct(&pPng, &pInfo);
     if (pFile)
         std::fclose(pFile);
     return bOk;
