@@ -19,9 +19,12 @@
 #include <QElapsedTimer>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QThreadPool>
 #include <QTimer>
 #include <QUndoStack>
+#include <QtConcurrent>
 #include <QtTest>
 
 namespace {
@@ -69,6 +72,7 @@ private slots:
     void init();
 
     void windowPaintsWhileTheWorkRuns();
+    void workSharedOutStillRunsWithOneSharedThread();
     void cancelledSaveWritesNothing_data();
     void cancelledSaveWritesNothing();
     void cancelledOpenKeepsTheLayout();
@@ -136,6 +140,29 @@ void TestLayoutProgress::windowPaintsWhileTheWorkRuns()
     QVERIFY(clock.elapsed() >= 300);
     // The GUI thread went on with its events: the timer ticked meanwhile.
     QVERIFY2(nTicks >= 5, qPrintable(QString::number(nTicks)));
+}
+
+// Saving, exporting and recovery copies share their work out on Qt's global pool and wait for
+// it. Run on that pool themselves, two at once held both threads of a two-core machine and
+// waited for ever; with the pool down to one thread, one job did.
+void TestLayoutProgress::workSharedOutStillRunsWithOneSharedThread()
+{
+    LayoutFixture layout;
+    QThreadPool* pShared = QThreadPool::globalInstance();
+    const int nThreads = pShared->maxThreadCount();
+    pShared->setMaxThreadCount(1);
+    const auto restore = qScopeGuard([pShared, nThreads] { pShared->setMaxThreadCount(nThreads); });
+    QVector<int> doubled;
+    const bool bDone = CVXSLayoutProgress::run(layout.window(), QStringLiteral("Working"), false,
+                                               [&doubled](const CVXSLayoutProgress::CancelFlag&) {
+                                                   const std::function<int(const int&)> twice = [](const int& n) {
+                                                       return 2 * n;
+                                                   };
+                                                   doubled = QtConcurrent::blockingMapped<QVector<int>>(
+                                                       QVector<int> {1, 2, 3}, twice);
+                                               });
+    QVERIFY(bDone);
+    QCOMPARE(doubled, QVector<int>({2, 4, 6}));
 }
 
 void TestLayoutProgress::cancelledSaveWritesNothing_data()

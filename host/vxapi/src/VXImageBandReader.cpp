@@ -107,6 +107,8 @@ bool CVXImageBandReader::openPng()
 {
     auto pPng = std::make_unique<Png>();
     pPng->pPng = VXPngRead::create(m_file, &pPng->pInfo);
+    if (pPng->pPng)
+        VXPngRead::trustChunkChecksums(pPng->pPng);
     if (!pPng->pPng || !VXPngRead::readInfo(pPng->pPng, pPng->pInfo)) {
         m_strError = CVXPngCheck::damagedText();
         return false;

@@ -34,6 +34,11 @@ png_structp VXPngRead::create(QIODevice& device, png_infop* ppInfo)
     return pPng;
 }
 
+void VXPngRead::trustChunkChecksums(png_structp pPng)
+{
+    png_set_option(pPng, PNG_IGNORE_ADLER32, PNG_OPTION_ON);
+}
+
 bool VXPngRead::readInfo(png_structp pPng, png_infop pInfo)
 {
     if (setjmp(png_jmpbuf(pPng)))

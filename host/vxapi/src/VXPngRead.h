@@ -13,6 +13,11 @@ namespace VXPngRead {
 // A read struct with its info struct, reading from the device's position; null when libpng
 // cannot start. Free with png_destroy_read_struct.
 png_structp create(QIODevice& device, png_infop* ppInfo);
+// Leaves out zlib's Adler-32 over the decoded bytes: each chunk's CRC-32 already guards what
+// storage or transfer may damage, and the second pass costs a tenth of decoding a large
+// source. Only a writer's own fault (a wrong Adler-32 under right CRCs) then goes unseen; the
+// pixels are still the ones the stream holds. Layout files' images keep both checks.
+void trustChunkChecksums(png_structp pPng);
 // The chunks before the image data.
 bool readInfo(png_structp pPng, png_infop pInfo);
 // Applies the transformations set since readInfo.

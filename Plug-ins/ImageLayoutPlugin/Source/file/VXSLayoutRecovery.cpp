@@ -3,6 +3,7 @@
 #include "file/VXSLayoutDocument.h"
 #include "file/VXSLayoutFile.h"
 #include "VXSLayoutManager.h"
+#include "progress/VXSLayoutWorkers.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -105,7 +106,7 @@ void CVXSLayoutRecovery::startWrite()
     }
     const QString strPath = m_strPath;
     const CVXSLayoutDocument document = m_manager.document();
-    m_writing.setFuture(QtConcurrent::run([strPath, document] {
+    m_writing.setFuture(QtConcurrent::run(CVXSLayoutWorkers::pool(), [strPath, document] {
         CVXSLayoutFile file;
         return file.write(strPath, document) ? QString() : file.errorText();
     }));

@@ -1,5 +1,7 @@
 #include "progress/VXSLayoutProgress.h"
 
+#include "progress/VXSLayoutWorkers.h"
+
 #include <QEventLoop>
 #include <QFutureWatcher>
 #include <QProgressDialog>
@@ -39,7 +41,7 @@ bool CVXSLayoutProgress::run(QWidget* pParent, const QString& strLabel, bool bCa
     QFutureWatcher<void> watcher;
     QEventLoop loop;
     QObject::connect(&watcher, &QFutureWatcher<void>::finished, &loop, &QEventLoop::quit);
-    watcher.setFuture(QtConcurrent::run([&work, &cancelled] { work(cancelled); }));
+    watcher.setFuture(QtConcurrent::run(CVXSLayoutWorkers::pool(), [&work, &cancelled] { work(cancelled); }));
     showTimer.start(s_nShowAfterMs);
     // Until the dialog shows, user input waits in the queue; once it shows, it is modal.
     while (!watcher.isFinished()) {
