@@ -1,11 +1,11 @@
 // Makes the README's pictures of the host: the samples open, the Image Layout window shown
 // with three of them in "Layout 2x2" and a label; with --figure, the same page finished as a
-// figure (panel letters and scale bars from the Figure menu) beside the Figure inspector
+// figure (panel letters and scale bars from the Figure menu) beside the Figure panel
 // showing the selected image. The layout tool is built into this program from the plugin's
 // sources so that it can fill the page directly.
 //
 //     QT_QPA_PLATFORM=offscreen build/bin/vxhost_screenshot docs/images/host.png
-//     QT_QPA_PLATFORM=offscreen build/bin/vxhost_screenshot --figure docs/images/figure-inspector.png
+//     QT_QPA_PLATFORM=offscreen build/bin/vxhost_screenshot --figure docs/images/figure-properties.png
 
 #include <VXImageLayoutPlugin.h>
 #include <VXSLayoutConstants.h>
@@ -89,12 +89,12 @@ void trigger(QWidget& window, const char* pObjectName)
 }
 
 // What a user does from the Figure menu, with the layout window filling the workspace and the
-// inspector showing the first image.
+// panel showing the first image.
 void finishFigure(QWidget& window, CVXSLayoutManager* pManager)
 {
     if (auto* pSubWindow = qobject_cast<QMdiSubWindow*>(pManager->getLayoutWindow()->parentWidget()))
         pSubWindow->showMaximized();
-    trigger(window, "actionShow_figureInspector");
+    trigger(window, "actionShow_figureProperties");
     trigger(window, "actionLabelPanels");
     trigger(window, "actionAddScaleBar");
     const QList<QGraphicsItem*> items = pManager->getScene()->items(Qt::AscendingOrder);

@@ -26,7 +26,7 @@ CVXToolPanels::CVXToolPanels(QMainWindow& window, QMenu* pFileMenu, QAction* pFi
 
 void CVXToolPanels::attach(CVXToolPluginBase& tool)
 {
-    if (QWidget* pPanel = tool.inspectorWidget())
+    if (QWidget* pPanel = tool.panelWidget())
         addPanel(pPanel);
     const QList<QAction*> fileActions = tool.menuActions(QStringLiteral("File"));
     if (!fileActions.isEmpty()) {

@@ -19,7 +19,7 @@ QMenu* menuNamed(const CHostFixture& host, const char* pName)
 
 } // namespace
 
-// The layout tool's "Figure" inspector as a dock of the host, shown and hidden from the View
+// The layout tool's "Figure" panel as a dock of the host, shown and hidden from the View
 // menu and remembered from one session to the next (the next start shows what the user
 // left when quitting).
 class TestAppToolPanels : public CWidgetTestCase
@@ -28,7 +28,7 @@ class TestAppToolPanels : public CWidgetTestCase
 private slots:
     void initTestCase();
 
-    void inspectorDockFromViewMenu();
+    void figureDockFromViewMenu();
     void dockVisibilityIsRemembered();
 
 private:
@@ -42,26 +42,26 @@ void TestAppToolPanels::initTestCase()
 
 QDockWidget* TestAppToolPanels::figureDock(const CHostFixture& host)
 {
-    return host.window()->findChild<QDockWidget*>(QStringLiteral("dock_figureInspector"));
+    return host.window()->findChild<QDockWidget*>(QStringLiteral("dock_figureProperties"));
 }
 
-void TestAppToolPanels::inspectorDockFromViewMenu()
+void TestAppToolPanels::figureDockFromViewMenu()
 {
     CHostFixture host;
     QVERIFY(QTest::qWaitForWindowExposed(host.window()));
     QMenu* pView = menuNamed(host, "menuView");
     QVERIFY(pView);
     QVERIFY(pView->menuAction()->isVisible());
-    QAction* pToggle = host.action(QStringLiteral("actionShow_figureInspector"));
+    QAction* pToggle = host.action(QStringLiteral("actionShow_figureProperties"));
     QVERIFY(pToggle);
     QVERIFY(pView->actions().contains(pToggle));
     QCOMPARE(pToggle->text(), QStringLiteral("Figure"));
     QDockWidget* pDock = figureDock(host);
     QVERIFY(pDock);
     QCOMPARE(host.window()->dockWidgetArea(pDock), Qt::RightDockWidgetArea);
-    QVERIFY(pDock->widget() && pDock->widget()->objectName() == QStringLiteral("figureInspector"));
+    QVERIFY(pDock->widget() && pDock->widget()->objectName() == QStringLiteral("figureProperties"));
     pToggle->trigger();
-    QTRY_VERIFY2(pDock->isVisible(), "View > Figure shows the inspector");
+    QTRY_VERIFY2(pDock->isVisible(), "View > Figure shows the panel");
     pToggle->trigger();
     QTRY_VERIFY2(!pDock->isVisible(), "and hides it again");
 }
@@ -72,7 +72,7 @@ void TestAppToolPanels::dockVisibilityIsRemembered()
         CHostFixture host;
         QVERIFY(QTest::qWaitForWindowExposed(host.window()));
         figureDock(host)->setVisible(true);
-        QVERIFY(host.action(QStringLiteral("actionShow_figureInspector"))->isChecked());
+        QVERIFY(host.action(QStringLiteral("actionShow_figureProperties"))->isChecked());
         QVERIFY(host.window()->close());
     }
     {

@@ -73,7 +73,7 @@ private slots:
     void savedAndReopened();
     void screenMatchesExport();
     void sharedRangeOfAllImages();
-    void turnedAcrossInTheInspector();
+    void turnedAcrossInTheFigurePanel();
     void refused_data();
     void refused();
 
@@ -246,15 +246,15 @@ void TestLayoutColourBar::sharedRangeOfAllImages()
     QVERIFY(pBar->mapRectToScene(static_cast<QGraphicsRectItem*>(pBar)->rect()).left() >= 220);
 }
 
-void TestLayoutColourBar::turnedAcrossInTheInspector()
+void TestLayoutColourBar::turnedAcrossInTheFigurePanel()
 {
-    QWidget* pInspector = m_pController->inspector();
-    pInspector->show();
-    QVERIFY(QTest::qWaitForWindowExposed(pInspector));
+    QWidget* pPanel = m_pController->panel();
+    pPanel->show();
+    QVERIFY(QTest::qWaitForWindowExposed(pPanel));
     QGraphicsItem* pBar = addBar();
-    auto* pEditor = pInspector->findChild<QWidget*>(QStringLiteral("colourBarEditor"));
+    auto* pEditor = pPanel->findChild<QWidget*>(QStringLiteral("colourBarEditor"));
     QTRY_VERIFY(pEditor && pEditor->isVisible());
-    QCOMPARE(pInspector->findChild<QLabel*>(QStringLiteral("colourBarRangeLabel"))->text(),
+    QCOMPARE(pPanel->findChild<QLabel*>(QStringLiteral("colourBarRangeLabel"))->text(),
              QStringLiteral("1e+05 to 2e+06, Hot\n") + kRadiance);
     const QRectF upright = static_cast<QGraphicsRectItem*>(pBar)->rect();
     // Undo leaves nothing selected; the record to return to is taken so.
@@ -262,7 +262,7 @@ void TestLayoutColourBar::turnedAcrossInTheInspector()
     const LayoutRecord before = LayoutRecord::take(*m_pLayout->manager());
     m_pLayout->view()->selectItem(pBar);
 
-    auto* pCombo = pInspector->findChild<QComboBox*>(QStringLiteral("colourBarOrientationCombo"));
+    auto* pCombo = pPanel->findChild<QComboBox*>(QStringLiteral("colourBarOrientationCombo"));
     QCOMPARE(pCombo->currentText(), QStringLiteral("Vertical"));
     pCombo->setFocus();
     QTest::keyClick(pCombo, Qt::Key_Down);

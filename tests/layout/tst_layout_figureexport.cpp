@@ -96,7 +96,7 @@ QByteArray tiffInfo(const QString& strPath)
 
 Q_DECLARE_METATYPE(DialogSteps)
 
-// Export Figure, from the inspector's button and from the File menu's command: the dialog's
+// Export Figure, from the panel's button and from the File menu's command: the dialog's
 // presets, typed values, formats and file name, the files as outside programs read them, and
 // values that cannot be exported.
 class TestLayoutFigureExport : public CWidgetTestCase
@@ -108,8 +108,8 @@ private slots:
 
     void commandInFileMenuAndOnTheFigurePage();
     void startsFromTheFigurePage();
-    void tiffThroughTheInspectorButton_data();
-    void tiffThroughTheInspectorButton();
+    void tiffThroughTheFigurePanelButton_data();
+    void tiffThroughTheFigurePanelButton();
     void pngCarriesItsResolution();
     void pdfIsTheWidthOnPaperWithFontsEmbedded();
     void svgIsTheWidthOnPaper();
@@ -121,10 +121,10 @@ private slots:
 
 private:
     void endTest() override;
-    QWidget& inspector();
+    QWidget& panel();
     QSize pageUnits() const;
     QString path(const QString& strName) const;
-    // Opens the dialog with the inspector's button, or the File menu's command, and takes
+    // Opens the dialog with the panel's button, or the File menu's command, and takes
     // the steps in it; false when no dialog came.
     bool runDialog(const DialogSteps& steps, bool bFromMenu = false);
 
@@ -151,8 +151,8 @@ void TestLayoutFigureExport::init()
     m_pLayout->view()->selectItem(nullptr);
     m_pController = std::make_unique<CVXSFigureController>();
     m_pController->setManager(m_pLayout->manager());
-    inspector().show();
-    QVERIFY(QTest::qWaitForWindowExposed(&inspector()));
+    panel().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel()));
 }
 
 void TestLayoutFigureExport::endTest()
@@ -161,9 +161,9 @@ void TestLayoutFigureExport::endTest()
     m_pLayout.reset();
 }
 
-QWidget& TestLayoutFigureExport::inspector()
+QWidget& TestLayoutFigureExport::panel()
 {
-    return *m_pController->inspector();
+    return *m_pController->panel();
 }
 
 QSize TestLayoutFigureExport::pageUnits() const
@@ -184,7 +184,7 @@ bool TestLayoutFigureExport::runDialog(const DialogSteps& steps, bool bFromMenu)
     if (bFromMenu) {
         m_pController->menuActions(QLatin1String(CVXSFigureController::FileMenu)).value(0)->trigger();
     } else {
-        auto* pButton = control<QPushButton>(inspector(), "actionExportFigureButton");
+        auto* pButton = control<QPushButton>(panel(), "actionExportFigureButton");
         if (!pButton)
             return false;
         QTest::mouseClick(pButton, Qt::LeftButton);
@@ -198,7 +198,7 @@ void TestLayoutFigureExport::commandInFileMenuAndOnTheFigurePage()
     QCOMPARE(fileActions.size(), 1);
     QCOMPARE(fileActions.first()->text(), QStringLiteral("Export Figure..."));
     QVERIFY(m_pController->menuActions(QLatin1String(CVXSFigureController::FigureMenu)).contains(fileActions.first()));
-    auto* pButton = control<QPushButton>(inspector(), "actionExportFigureButton");
+    auto* pButton = control<QPushButton>(panel(), "actionExportFigureButton");
     QVERIFY(pButton);
     QCOMPARE(pButton->text(), QStringLiteral("Export Figure..."));
     QVERIFY(pButton->isVisible());
@@ -234,7 +234,7 @@ void TestLayoutFigureExport::startsFromTheFigurePage()
     QCOMPARE(m_pLayout->manager()->undoStack()->count(), nUndoSteps);
 }
 
-void TestLayoutFigureExport::tiffThroughTheInspectorButton_data()
+void TestLayoutFigureExport::tiffThroughTheFigurePanelButton_data()
 {
     QTest::addColumn<QString>("widthPreset");
     QTest::addColumn<double>("widthMm");
@@ -254,7 +254,7 @@ void TestLayoutFigureExport::tiffThroughTheInspectorButton_data()
 
 // The presets, the format and the compression chosen, the name typed: the TIFF is exactly
 // round(width / 25.4 x dpi) pixels wide, carries the resolution per inch and is compressed.
-void TestLayoutFigureExport::tiffThroughTheInspectorButton()
+void TestLayoutFigureExport::tiffThroughTheFigurePanelButton()
 {
     QFETCH(QString, widthPreset);
     QFETCH(double, widthMm);

@@ -34,8 +34,8 @@
 
 using namespace VXSLayout;
 
-// An edit made through the inspector's widgets, as a user makes it.
-using Edit = std::function<void(QWidget& inspector)>;
+// An edit made through the panel's widgets, as a user makes it.
+using Edit = std::function<void(QWidget& panel)>;
 Q_DECLARE_METATYPE(Edit)
 
 namespace {
@@ -44,9 +44,9 @@ constexpr double PointsPerMm = 72.0 / 25.4;
 const QColor ImageColour(20, 90, 160);
 
 template <typename T>
-T* control(const QWidget& inspector, const char* pName)
+T* control(const QWidget& panel, const char* pName)
 {
-    auto* pControl = inspector.findChild<T*>(QString::fromLatin1(pName));
+    auto* pControl = panel.findChild<T*>(QString::fromLatin1(pName));
     if (!pControl)
         qWarning("no control %s", pName);
     return pControl;
@@ -54,9 +54,9 @@ T* control(const QWidget& inspector, const char* pName)
 
 // Types the value into the spin box and presses Enter.
 template <typename Box>
-void typeValue(const QWidget& inspector, const char* pName, const QString& strValue)
+void typeValue(const QWidget& panel, const char* pName, const QString& strValue)
 {
-    Box* pBox = control<Box>(inspector, pName);
+    Box* pBox = control<Box>(panel, pName);
     pBox->setFocus();
     pBox->selectAll();
     QTest::keyClicks(pBox, strValue);
@@ -65,23 +65,23 @@ void typeValue(const QWidget& inspector, const char* pName, const QString& strVa
 
 Edit typed(const char* pName, const QString& strValue)
 {
-    return [pName, strValue](QWidget& inspector) { typeValue<QDoubleSpinBox>(inspector, pName, strValue); };
+    return [pName, strValue](QWidget& panel) { typeValue<QDoubleSpinBox>(panel, pName, strValue); };
 }
 
 Edit typedWhole(const char* pName, const QString& strValue)
 {
-    return [pName, strValue](QWidget& inspector) { typeValue<QSpinBox>(inspector, pName, strValue); };
+    return [pName, strValue](QWidget& panel) { typeValue<QSpinBox>(panel, pName, strValue); };
 }
 
 Edit clicked(const char* pName)
 {
-    return [pName](QWidget& inspector) { QTest::mouseClick(control<QCheckBox>(inspector, pName), Qt::LeftButton); };
+    return [pName](QWidget& panel) { QTest::mouseClick(control<QCheckBox>(panel, pName), Qt::LeftButton); };
 }
 
 // Clicks the colour button and chooses the colour in the colour dialog.
 Edit colourChosen(const char* pName, QColor colour)
 {
-    return [pName, colour](QWidget& inspector) {
+    return [pName, colour](QWidget& panel) {
         bool bSeen = false;
         answerNextModalDialog(
             QColorDialog::staticMetaObject,
@@ -90,7 +90,7 @@ Edit colourChosen(const char* pName, QColor colour)
                 pDialog->accept();
             },
             &bSeen);
-        QTest::mouseClick(control<QToolButton>(inspector, pName), Qt::LeftButton);
+        QTest::mouseClick(control<QToolButton>(panel, pName), Qt::LeftButton);
         QVERIFY(bSeen);
     };
 }
@@ -98,9 +98,9 @@ Edit colourChosen(const char* pName, QColor colour)
 // The same edit twice: a look set by a second edit on top of the first.
 Edit both(const Edit& first, const Edit& second)
 {
-    return [first, second](QWidget& inspector) {
-        first(inspector);
-        second(inspector);
+    return [first, second](QWidget& panel) {
+        first(panel);
+        second(panel);
     };
 }
 
@@ -111,7 +111,7 @@ bool differs(const QImage& a, const QImage& b)
 
 } // namespace
 
-// The figure inspector changes items' looks and the figure's size, each change one undo step
+// The Figure panel changes items' looks and the figure's size, each change one undo step
 // that layout files keep and every output draws as the screen does.
 class TestLayoutFigureStyle : public CWidgetTestCase
 {
@@ -136,7 +136,7 @@ private:
     void endTest() override;
     QGraphicsItem* addOverImage(const QByteArray& kind);
     void select(QGraphicsItem* pItem);
-    QWidget& inspector();
+    QWidget& panel();
     double pointsPerUnit() const;
     // The layout saved and opened again in a new window: its record.
     LayoutRecord reopened();
@@ -158,8 +158,8 @@ void TestLayoutFigureStyle::init()
     m_pLayout = std::make_unique<LayoutFixture>(QSize(600, 400));
     m_pController = std::make_unique<CVXSFigureController>();
     m_pController->setManager(m_pLayout->manager());
-    inspector().show();
-    QVERIFY(QTest::qWaitForWindowExposed(&inspector()));
+    panel().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel()));
 }
 
 void TestLayoutFigureStyle::endTest()
@@ -169,9 +169,9 @@ void TestLayoutFigureStyle::endTest()
     CVXSStyleDefaults::resetAll();
 }
 
-QWidget& TestLayoutFigureStyle::inspector()
+QWidget& TestLayoutFigureStyle::panel()
 {
-    return *m_pController->inspector();
+    return *m_pController->panel();
 }
 
 double TestLayoutFigureStyle::pointsPerUnit() const
@@ -233,7 +233,7 @@ void TestLayoutFigureStyle::styleEdit_data()
                                         << "Change Line Width";
 }
 
-// Every property: changed through the inspector, one undo step that undo and redo take back
+// Every property: changed through the panel, one undo step that undo and redo take back
 // and give again, kept by a layout file, and drawn the same on screen as in the export.
 void TestLayoutFigureStyle::styleEdit()
 {
@@ -251,7 +251,7 @@ void TestLayoutFigureStyle::styleEdit()
     QUndoStack* pStack = m_pLayout->manager()->undoStack();
     const int nSteps = pStack->index();
 
-    edit(inspector());
+    edit(panel());
     QVERIFY(CVXSItemFigure::of(*pItem).bStyled);
     QCOMPARE(pStack->undoText(), undoText);
     QVERIFY2(pStack->index() > nSteps, "the change is an undo step");
@@ -291,7 +291,7 @@ void TestLayoutFigureStyle::hollowRectangleShowsTheImageBelow()
     select(pRectangle);
     const QPoint centre(200 * 4, 150 * 4);
     QCOMPARE(m_pLayout->manager()->renderLayoutImage(4.0).pixelColor(centre), QColor(Qt::white));
-    clicked("figureFillOn")(inspector());
+    clicked("figureFillOn")(panel());
     QCOMPARE(m_pLayout->manager()->renderLayoutImage(4.0).pixelColor(centre), ImageColour);
     QCOMPARE(m_pLayout->grabViewport().pixelColor(200, 150), ImageColour);
 }
@@ -300,8 +300,8 @@ void TestLayoutFigureStyle::arrowInItsOwnColourAndWidth()
 {
     QGraphicsItem* pArrow = addOverImage("arrow");
     select(pArrow);
-    colourChosen("figureLineColour", Qt::red)(inspector());
-    typed("figureLineWidth", QString::number(4 * pointsPerUnit(), 'f', 2))(inspector());
+    colourChosen("figureLineColour", Qt::red)(panel());
+    typed("figureLineWidth", QString::number(4 * pointsPerUnit(), 'f', 2))(panel());
     // Typed with two decimals.
     const double dTyped = std::round(4 * pointsPerUnit() * 100) / 100;
     QCOMPARE(CVXSItemStyle::of(*pArrow).dLineWidth, dTyped / pointsPerUnit());
@@ -322,8 +322,8 @@ void TestLayoutFigureStyle::imageBorderHasItsWidth()
     CVXSLayoutItemImage* pImage = m_pLayout->pasteImage(solidImage(QSize(300, 200), ImageColour));
     pImage->setRect(40, 40, 300, 200);
     select(pImage);
-    clicked("figureLineOn")(inspector());
-    typed("figureLineWidth", QString::number(5 * pointsPerUnit(), 'f', 2))(inspector());
+    clicked("figureLineOn")(panel());
+    typed("figureLineWidth", QString::number(5 * pointsPerUnit(), 'f', 2))(panel());
     const QImage page = m_pLayout->manager()->renderLayoutImage(4.0);
     // Across the image's middle from its left edge: the border's black, then the image.
     int nBlack = 0;
@@ -339,16 +339,16 @@ void TestLayoutFigureStyle::geometryInMillimetres()
     select(pRectangle);
     const double dMm = m_pController->mmPerUnit();
     QVERIFY(dMm > 0);
-    QCOMPARE(control<QDoubleSpinBox>(inspector(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
-    QCOMPARE(control<QDoubleSpinBox>(inspector(), "figureWidth")->value(), qRound(200 * dMm * 100) / 100.0);
-    typed("figureX", QStringLiteral("20"))(inspector());
+    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
+    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureWidth")->value(), qRound(200 * dMm * 100) / 100.0);
+    typed("figureX", QStringLiteral("20"))(panel());
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Move or Resize"));
     QVERIFY(qAbs(static_cast<QGraphicsRectItem*>(pRectangle)->rect().x() - 20 / dMm) < 1e-9);
     // The width, shown rounded, stays the item's own.
     QCOMPARE(static_cast<QGraphicsRectItem*>(pRectangle)->rect().width(), 200.0);
     m_pLayout->manager()->undoStack()->undo();
     QCOMPARE(static_cast<QGraphicsRectItem*>(pRectangle)->rect(), QRectF(100, 80, 200, 100));
-    QCOMPARE(control<QDoubleSpinBox>(inspector(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
+    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
 }
 
 void TestLayoutFigureStyle::imageInACellKeepsItsPlace()
@@ -356,7 +356,7 @@ void TestLayoutFigureStyle::imageInACellKeepsItsPlace()
     m_pLayout->chooseStyle(3);
     CVXSLayoutItemImage* pImage = m_pLayout->pasteImage(QSize(80, 60));
     select(pImage);
-    QVERIFY(!control<QDoubleSpinBox>(inspector(), "figureX")->isEnabled());
+    QVERIFY(!control<QDoubleSpinBox>(panel(), "figureX")->isEnabled());
     const QRectF rect = pImage->rect();
     QVERIFY(!m_pController->setGeometryMm(QRectF(1, 1, 10, 10)));
     QCOMPARE(pImage->rect(), rect);
@@ -364,23 +364,23 @@ void TestLayoutFigureStyle::imageInACellKeepsItsPlace()
 
 void TestLayoutFigureStyle::pageWidthAndResolution()
 {
-    QCOMPARE(control<QComboBox>(inspector(), "figureWidthPreset")->currentText(), QStringLiteral("85 mm (one column)"));
-    QCOMPARE(control<QSpinBox>(inspector(), "figureDpi")->value(), 300);
-    auto* pPresets = control<QComboBox>(inspector(), "figureWidthPreset");
+    QCOMPARE(control<QComboBox>(panel(), "figureWidthPreset")->currentText(), QStringLiteral("85 mm (one column)"));
+    QCOMPARE(control<QSpinBox>(panel(), "figureDpi")->value(), 300);
+    auto* pPresets = control<QComboBox>(panel(), "figureWidthPreset");
     pPresets->setCurrentIndex(pPresets->findData(174.0));
     emit pPresets->activated(pPresets->currentIndex());
     QCOMPARE(m_pController->page().dWidthMm, 174.0);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Change Figure Width"));
-    typedWhole("figureDpi", QStringLiteral("600"))(inspector());
+    typedWhole("figureDpi", QStringLiteral("600"))(panel());
     QCOMPARE(m_pController->page().nDpi, 600);
-    QCOMPARE(control<QComboBox>(inspector(), "figureDpiPreset")->currentText(), QStringLiteral("600 dpi"));
-    QVERIFY2(control<QLabel>(inspector(), "figureSize")->text().contains(QStringLiteral("174.0 x ")),
-             qPrintable(control<QLabel>(inspector(), "figureSize")->text()));
-    QVERIFY(control<QLabel>(inspector(), "figureSize")->text().contains(QString::number(qRound(174 / 25.4 * 600))));
+    QCOMPARE(control<QComboBox>(panel(), "figureDpiPreset")->currentText(), QStringLiteral("600 dpi"));
+    QVERIFY2(control<QLabel>(panel(), "figureSize")->text().contains(QStringLiteral("174.0 x ")),
+             qPrintable(control<QLabel>(panel(), "figureSize")->text()));
+    QVERIFY(control<QLabel>(panel(), "figureSize")->text().contains(QString::number(qRound(174 / 25.4 * 600))));
     // Out of range: the box keeps to 1 mm to 2 m and to 72 to 2400 dpi.
-    typedWhole("figureDpi", QStringLiteral("9999"))(inspector());
+    typedWhole("figureDpi", QStringLiteral("9999"))(panel());
     QVERIFY(m_pController->page().nDpi <= CVXSFigurePage::MaxDpi);
-    typed("figureWidthMm", QStringLiteral("0"))(inspector());
+    typed("figureWidthMm", QStringLiteral("0"))(panel());
     QVERIFY(m_pController->page().dWidthMm >= CVXSFigurePage::MinWidthMm);
 
     QCOMPARE(reopened().figurePage, m_pController->page());
@@ -388,17 +388,17 @@ void TestLayoutFigureStyle::pageWidthAndResolution()
     while (pStack->canUndo())
         pStack->undo();
     QCOMPARE(m_pController->page(), CVXSFigurePage());
-    QCOMPARE(control<QDoubleSpinBox>(inspector(), "figureWidthMm")->value(), 85.0);
+    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureWidthMm")->value(), 85.0);
 }
 
 void TestLayoutFigureStyle::useAsDefaultAndReset()
 {
     QGraphicsItem* pRectangle = m_pLayout->addItem("rectangle", QRectF(20, 20, 100, 60));
     select(pRectangle);
-    clicked("figureFillOn")(inspector());
-    typed("figureLineWidth", QStringLiteral("3"))(inspector());
+    clicked("figureFillOn")(panel());
+    typed("figureLineWidth", QStringLiteral("3"))(panel());
     const CVXSItemStyle style = CVXSItemStyle::of(*pRectangle);
-    QTest::mouseClick(control<QPushButton>(inspector(), "figureUseAsDefault"), Qt::LeftButton);
+    QTest::mouseClick(control<QPushButton>(panel(), "figureUseAsDefault"), Qt::LeftButton);
 
     m_pLayout->triggerAction("m_pDrawRectAction");
     m_pLayout->drag(QPoint(300, 200), QPoint(400, 300));
@@ -411,7 +411,7 @@ void TestLayoutFigureStyle::useAsDefaultAndReset()
     QVERIFY(!CVXSItemFigure::of(*m_pLayout->view()->currentItem()).bStyled);
 
     m_pLayout->view()->selectItem(pDrawn);
-    QTest::mouseClick(control<QPushButton>(inspector(), "figureResetDefaults"), Qt::LeftButton);
+    QTest::mouseClick(control<QPushButton>(panel(), "figureResetDefaults"), Qt::LeftButton);
     m_pLayout->triggerAction("m_pDrawRectAction");
     m_pLayout->drag(QPoint(450, 200), QPoint(550, 300));
     QVERIFY(!CVXSItemFigure::of(*m_pLayout->view()->currentItem()).bStyled);
@@ -424,16 +424,16 @@ void TestLayoutFigureStyle::editDuringADragIsRefused()
     QCOMPARE(m_pController->selectedItem(), pRectangle);
     m_pLayout->move(QPoint(160, 150));
     const int nSteps = m_pLayout->manager()->undoStack()->count();
-    typed("figureLineWidth", QStringLiteral("8"))(inspector());
+    typed("figureLineWidth", QStringLiteral("8"))(panel());
     QVERIFY(!CVXSItemFigure::of(*pRectangle).bStyled);
     // The box shows the item's look again.
-    QCOMPARE(control<QDoubleSpinBox>(inspector(), "figureLineWidth")->value(), 0.0);
+    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureLineWidth")->value(), 0.0);
     m_pLayout->release(QPoint(160, 150));
     QCOMPARE(m_pLayout->manager()->undoStack()->count(), nSteps + 1);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Move"));
 }
 
-// An item the inspector never touched keeps the window's own look: a styled item in the
+// An item the panel never touched keeps the window's own look: a styled item in the
 // standard look draws other pixels only where the look differs.
 void TestLayoutFigureStyle::standardItemsLookAsBefore()
 {
@@ -444,7 +444,7 @@ void TestLayoutFigureStyle::standardItemsLookAsBefore()
     QCOMPARE(CVXSItemStyle::of(*pRectangle), standard);
     QCOMPARE(standard.fillColour, QColor(Qt::white));
     QCOMPARE(standard.dLineWidth, 0.0);
-    QCOMPARE(control<QDoubleSpinBox>(inspector(), "figureLineWidth")->specialValueText(), QStringLiteral("Hairline"));
+    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureLineWidth")->specialValueText(), QStringLiteral("Hairline"));
 }
 
 QTEST_MAIN(TestLayoutFigureStyle)

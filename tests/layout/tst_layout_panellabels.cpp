@@ -105,7 +105,7 @@ private slots:
 
 private:
     void endTest() override;
-    QWidget& inspector();
+    QWidget& panel();
     void pressLabelPanels();
     template <typename T>
     T* control(const char* pName);
@@ -127,8 +127,8 @@ void TestLayoutPanelLabels::init()
     m_pLayout = std::make_unique<LayoutFixture>(QSize(600, 400));
     m_pController = std::make_unique<CVXSFigureController>();
     m_pController->setManager(m_pLayout->manager());
-    inspector().show();
-    QVERIFY(QTest::qWaitForWindowExposed(&inspector()));
+    panel().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel()));
 }
 
 void TestLayoutPanelLabels::endTest()
@@ -138,21 +138,21 @@ void TestLayoutPanelLabels::endTest()
     CVXSPanelLabelOptions().store();
 }
 
-QWidget& TestLayoutPanelLabels::inspector()
+QWidget& TestLayoutPanelLabels::panel()
 {
-    return *m_pController->inspector();
+    return *m_pController->panel();
 }
 
 template <typename T>
 T* TestLayoutPanelLabels::control(const char* pName)
 {
-    auto* pControl = inspector().findChild<T*>(QString::fromLatin1(pName));
+    auto* pControl = panel().findChild<T*>(QString::fromLatin1(pName));
     if (!pControl)
         qWarning("no control %s", pName);
     return pControl;
 }
 
-// The button on the inspector's figure page, shown while nothing is selected.
+// The button on the panel's figure page, shown while nothing is selected.
 void TestLayoutPanelLabels::pressLabelPanels()
 {
     m_pLayout->view()->clearSelection();
@@ -313,10 +313,10 @@ void TestLayoutPanelLabels::optionsFromTheFigurePage()
     QCOMPARE(label.dPoints, 18.0);
     QCOMPARE(label.nCorner, int(CVXSPanelLabel::OutsideTopLeft));
 
-    // A new inspector shows the options kept.
+    // A new panel shows the options kept.
     m_pController = std::make_unique<CVXSFigureController>();
     m_pController->setManager(m_pLayout->manager());
-    inspector().show();
+    panel().show();
     QCOMPARE(control<QComboBox>("panelLabelCase")->currentIndex(), 1);
     QVERIFY(!control<QCheckBox>("panelLabelBold")->isChecked());
     QCOMPARE(control<QDoubleSpinBox>("panelLabelPoints")->value(), 18.0);

@@ -8,7 +8,7 @@
 #include <figure/VXSFigureController.h>
 #include <figure/VXSItemFigure.h>
 #include <figure/VXSScaleBar.h>
-#include <figure/inspector/VXSPixelSizeDialog.h>
+#include <figure/properties/VXSPixelSizeDialog.h>
 #include <file/VXSLayoutFileCommands.h>
 #include <scene/VXSLayoutItemGeometry.h>
 #include <VXPixelSize.h>
@@ -36,8 +36,8 @@
 
 using namespace VXSLayout;
 
-// An edit made through the inspector's scale bar editor, as a user makes it.
-using Edit = std::function<void(QWidget& inspector)>;
+// An edit made through the panel's scale bar editor, as a user makes it.
+using Edit = std::function<void(QWidget& panel)>;
 Q_DECLARE_METATYPE(Edit)
 // What an edit must have done to the bar.
 using BarCheck = std::function<bool(const CVXSScaleBar& bar)>;
@@ -59,9 +59,9 @@ QImage calibratedImage()
 }
 
 template <typename T>
-T* control(const QWidget& inspector, const char* pName)
+T* control(const QWidget& panel, const char* pName)
 {
-    auto* pControl = inspector.findChild<T*>(QString::fromLatin1(pName));
+    auto* pControl = panel.findChild<T*>(QString::fromLatin1(pName));
     if (!pControl)
         qWarning("no control %s", pName);
     return pControl;
@@ -74,14 +74,14 @@ void clickCheckBox(QCheckBox* pBox)
 
 Edit clicked(const char* pName)
 {
-    return [pName](QWidget& inspector) { clickCheckBox(control<QCheckBox>(inspector, pName)); };
+    return [pName](QWidget& panel) { clickCheckBox(control<QCheckBox>(panel, pName)); };
 }
 
 Edit typedLength(const QString& strLength)
 {
-    return [strLength](QWidget& inspector) {
-        clickCheckBox(control<QCheckBox>(inspector, "figureScaleBarAuto"));
-        auto* pLength = control<QLineEdit>(inspector, "figureScaleBarLength");
+    return [strLength](QWidget& panel) {
+        clickCheckBox(control<QCheckBox>(panel, "figureScaleBarAuto"));
+        auto* pLength = control<QLineEdit>(panel, "figureScaleBarLength");
         QTRY_VERIFY(pLength->isEnabled());
         pLength->setFocus();
         pLength->selectAll();
@@ -92,8 +92,8 @@ Edit typedLength(const QString& strLength)
 
 Edit typedThickness(const QString& strPoints)
 {
-    return [strPoints](QWidget& inspector) {
-        auto* pBox = control<QDoubleSpinBox>(inspector, "figureScaleBarThickness");
+    return [strPoints](QWidget& panel) {
+        auto* pBox = control<QDoubleSpinBox>(panel, "figureScaleBarThickness");
         pBox->setFocus();
         pBox->selectAll();
         QTest::keyClicks(pBox, strPoints);
@@ -104,8 +104,8 @@ Edit typedThickness(const QString& strPoints)
 // The corner nSteps further down the box, chosen with the keyboard.
 Edit cornerChosen(int nSteps)
 {
-    return [nSteps](QWidget& inspector) {
-        auto* pCorner = control<QComboBox>(inspector, "figureScaleBarCorner");
+    return [nSteps](QWidget& panel) {
+        auto* pCorner = control<QComboBox>(panel, "figureScaleBarCorner");
         pCorner->setFocus();
         for (int i = 0; i < nSteps; ++i)
             QTest::keyClick(pCorner, Qt::Key_Down);
@@ -114,7 +114,7 @@ Edit cornerChosen(int nSteps)
 
 Edit colourChosen(QColor colour)
 {
-    return [colour](QWidget& inspector) {
+    return [colour](QWidget& panel) {
         bool bSeen = false;
         answerNextModalDialog(
             QColorDialog::staticMetaObject,
@@ -123,7 +123,7 @@ Edit colourChosen(QColor colour)
                 pDialog->accept();
             },
             &bSeen);
-        QTest::mouseClick(control<QToolButton>(inspector, "figureScaleBarColour"), Qt::LeftButton);
+        QTest::mouseClick(control<QToolButton>(panel, "figureScaleBarColour"), Qt::LeftButton);
         QVERIFY(bSeen);
     };
 }
@@ -173,7 +173,7 @@ int barPixels(const QImage& page, const QGraphicsItem* pImage, const QColor& col
 } // namespace
 
 // Scale bars measured from the image's pixel size, added and edited through the figure
-// commands and the inspector, each change one undo step, kept in layout files and drawn
+// commands and the panel, each change one undo step, kept in layout files and drawn
 // the same on screen and in output wherever the image goes.
 class TestLayoutScaleBar : public CWidgetTestCase
 {
@@ -201,7 +201,7 @@ private slots:
 
 private:
     void endTest() override;
-    QWidget& inspector();
+    QWidget& panel();
     QAction* figureCommand(const char* pObjectName) const;
     CVXSLayoutItemImage* selectedBarImage();
 
@@ -221,8 +221,8 @@ void TestLayoutScaleBar::init()
     m_pLayout = std::make_unique<LayoutFixture>(QSize(600, 400));
     m_pController = std::make_unique<CVXSFigureController>();
     m_pController->setManager(m_pLayout->manager());
-    inspector().show();
-    QVERIFY(QTest::qWaitForWindowExposed(&inspector()));
+    panel().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel()));
 }
 
 void TestLayoutScaleBar::endTest()
@@ -231,9 +231,9 @@ void TestLayoutScaleBar::endTest()
     m_pLayout.reset();
 }
 
-QWidget& TestLayoutScaleBar::inspector()
+QWidget& TestLayoutScaleBar::panel()
 {
-    return *m_pController->inspector();
+    return *m_pController->panel();
 }
 
 QAction* TestLayoutScaleBar::figureCommand(const char* pObjectName) const
@@ -391,9 +391,9 @@ void TestLayoutScaleBar::imageWithoutPixelSize()
     QCOMPARE(m_pLayout->manager()->undoStack()->index(), nSteps);
 
     // The same through the editor's check box, which then shows no bar.
-    auto* pShown = control<QCheckBox>(inspector(), "figureScaleBarOn");
+    auto* pShown = control<QCheckBox>(panel(), "figureScaleBarOn");
     QTRY_VERIFY(pShown->isVisible());
-    QCOMPARE(control<QLabel>(inspector(), "figurePixelSize")->text(), QStringLiteral("none"));
+    QCOMPARE(control<QLabel>(panel(), "figurePixelSize")->text(), QStringLiteral("none"));
     CSeenMessageBox seenAgain;
     answerNextMessageBox(&seenAgain, clickStandardButton(QMessageBox::Ok));
     clickCheckBox(pShown);
@@ -440,7 +440,7 @@ void TestLayoutScaleBar::pixelSizeDialogRefuses()
             pDialog->reject();
         },
         &bSeen);
-    QTest::mouseClick(control<QPushButton>(inspector(), "figureSetPixelSize"), Qt::LeftButton);
+    QTest::mouseClick(control<QPushButton>(panel(), "figureSetPixelSize"), Qt::LeftButton);
     QVERIFY(bSeen);
     QVERIFY(seen.m_bShown);
     QCOMPARE(seen.m_strText, message);
@@ -468,9 +468,9 @@ void TestLayoutScaleBar::pixelSizeDialogSetsIt()
     QVERIFY(bSeen);
     QCOMPARE(CVXSItemFigure::of(*pImage).dPixelSizeMm, 0.05);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Set Pixel Size"));
-    QTRY_COMPARE(control<QLabel>(inspector(), "figurePixelSize")->text(), QStringLiteral("50 \u00b5m"));
+    QTRY_COMPARE(control<QLabel>(panel(), "figurePixelSize")->text(), QStringLiteral("50 \u00b5m"));
     // Now the bar can be measured.
-    clickCheckBox(control<QCheckBox>(inspector(), "figureScaleBarOn"));
+    clickCheckBox(control<QCheckBox>(panel(), "figureScaleBarOn"));
     QVERIFY(CVXSItemFigure::of(*pImage).scaleBar.bShown);
     const double dExpected = expectedBarPixels(pImage, 5.0);
     QVERIFY(qAbs(barPixels(m_pLayout->manager()->renderLayoutImage(Scale), pImage) - dExpected) <= 1.5);
@@ -506,12 +506,12 @@ void TestLayoutScaleBar::editorEdit()
     QFETCH(QString, undoText);
     QFETCH(BarCheck, check);
     CVXSLayoutItemImage* pImage = selectedBarImage();
-    QTRY_VERIFY(control<QCheckBox>(inspector(), "figureScaleBarOn")->isChecked());
+    QTRY_VERIFY(control<QCheckBox>(panel(), "figureScaleBarOn")->isChecked());
     QUndoStack* pStack = m_pLayout->manager()->undoStack();
     const int nSteps = pStack->index();
     const LayoutRecord before = LayoutRecord::take(*m_pLayout->manager());
 
-    edit(inspector());
+    edit(panel());
     QVERIFY(check(CVXSItemFigure::of(*pImage).scaleBar));
     QCOMPARE(pStack->index(), nSteps + 1);
     QCOMPARE(pStack->undoText(), undoText);

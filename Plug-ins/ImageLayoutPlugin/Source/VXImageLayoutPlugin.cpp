@@ -219,9 +219,9 @@ void CVXImageLayoutPlugin::showToolWindow()
         m_pLayoutMngr->showLayoutWindow(true);
 }
 
-QWidget* CVXImageLayoutPlugin::inspectorWidget()
+QWidget* CVXImageLayoutPlugin::panelWidget()
 {
-    return m_figure.inspector();
+    return m_figure.panel();
 }
 
 QList<QAction*> CVXImageLayoutPlugin::menuActions(const QString& strMenu)

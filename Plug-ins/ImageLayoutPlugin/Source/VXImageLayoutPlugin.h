@@ -44,8 +44,8 @@ public:
     bool queryClose() override;
     void offerRecovery() override;
     QVector<CVXLibraryInfo> toolLibraries() override;
-    // The figure features: the inspector and the figure commands.
-    QWidget* inspectorWidget() override;
+    // The figure features: the panel and the figure commands.
+    QWidget* panelWidget() override;
     QList<QAction*> menuActions(const QString& strMenu) override;
 
     // Null before first use and after resetTool.

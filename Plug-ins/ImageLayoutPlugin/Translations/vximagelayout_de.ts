@@ -221,7 +221,7 @@ Ersetzen?</translation>
     </message>
 </context>
 <context>
-    <name>CVXSFigureInspector</name>
+    <name>CVXSFigureProperties</name>
     <message>
         <source>Figure</source>
         <translation>Abbildung</translation>

@@ -71,7 +71,7 @@ public:
     virtual QVector<CVXLibraryInfo> toolLibraries();
     // A panel the host shows in a dock beside the workspace (its window title names the
     // dock), or null. The tool keeps it and deletes it when it goes.
-    virtual QWidget* inspectorWidget();
+    virtual QWidget* panelWidget();
     // Commands for a menu of the host: "File", or "Figure" (a menu the host makes for them).
     // The tool owns the actions.
     virtual QList<QAction*> menuActions(const QString& strMenu);

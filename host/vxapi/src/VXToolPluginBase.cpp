@@ -109,7 +109,7 @@ QVector<CVXLibraryInfo> CVXToolPluginBase::toolLibraries()
     return {};
 }
 
-QWidget* CVXToolPluginBase::inspectorWidget()
+QWidget* CVXToolPluginBase::panelWidget()
 {
     return nullptr;
 }

@@ -4,7 +4,7 @@
 #include "figure/VXSItemFigure.h"
 #include "figure/export/VXSFigureExportCommand.h"
 #include "figure/VXSStyleDefaults.h"
-#include "figure/inspector/VXSFigureInspector.h"
+#include "figure/properties/VXSFigureProperties.h"
 #include "output/VXSLayoutRenderer.h"
 #include "scene/VXSLayoutItemGeometry.h"
 #include "undo/VXSLayoutChange.h"
@@ -55,7 +55,7 @@ CVXSFigureController::CVXSFigureController(QObject* pParent)
 
 CVXSFigureController::~CVXSFigureController()
 {
-    delete m_pInspector;
+    delete m_pPanel;
 }
 
 void CVXSFigureController::setManager(CVXSLayoutManager* pManager)
@@ -79,11 +79,11 @@ CVXSLayoutManager* CVXSFigureController::manager() const
     return m_pManager;
 }
 
-QWidget* CVXSFigureController::inspector()
+QWidget* CVXSFigureController::panel()
 {
-    if (!m_pInspector)
-        m_pInspector = new CVXSFigureInspector(*this);
-    return m_pInspector;
+    if (!m_pPanel)
+        m_pPanel = new CVXSFigureProperties(*this);
+    return m_pPanel;
 }
 
 QList<QAction*> CVXSFigureController::menuActions(const QString& strMenu) const

@@ -11,11 +11,11 @@
 class QAction;
 class QGraphicsItem;
 class QWidget;
-class CVXSFigureInspector;
+class CVXSFigureProperties;
 class CVXSFigureMarks;
 class CVXSLayoutManager;
 
-// The figure features of one layout: the inspector the host shows in a dock, the commands the
+// The figure features of one layout: the panel the host shows in a dock, the commands the
 // host puts into its menus, and every change they make, each one undo step of the layout.
 class CVXSFigureController : public QObject
 {
@@ -31,12 +31,12 @@ public:
     // The layout to work on; null while there is none.
     void setManager(CVXSLayoutManager* pManager);
     CVXSLayoutManager* manager() const;
-    // The inspector, made on first request. The host's dock holds it; it goes with the
+    // The panel, made on first request. The host's dock holds it; it goes with the
     // controller.
-    QWidget* inspector();
+    QWidget* panel();
     // The commands for a menu of the host (FileMenu, FigureMenu).
     QList<QAction*> menuActions(const QString& strMenu) const;
-    // Adds a command to a menu of the host and to the inspector's page.
+    // Adds a command to a menu of the host and to the panel's page.
     void addCommand(QAction* pAction, const QString& strMenu);
 
     // Panel letters, scale bars and pixel sizes, with their commands.
@@ -65,7 +65,7 @@ public:
     void resetDefaults();
 
 signals:
-    // The selection, the layout or the page changed: what the inspector shows is out of date.
+    // The selection, the layout or the page changed: what the panel shows is out of date.
     void changed();
 
 private:
@@ -73,7 +73,7 @@ private:
     void placeItem(QGraphicsItem& item, const QRectF& rect) const;
 
     QPointer<CVXSLayoutManager> m_pManager;
-    QPointer<CVXSFigureInspector> m_pInspector; // deleted with the controller
+    QPointer<CVXSFigureProperties> m_pPanel; // deleted with the controller
     QList<QMetaObject::Connection> m_connections;
     QList<QPair<QString, QAction*>> m_commands; // the actions are children of the controller
     CVXSFigureMarks* m_pMarks = nullptr;        // child of the controller

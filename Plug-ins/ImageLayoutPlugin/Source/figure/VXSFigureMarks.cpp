@@ -2,7 +2,7 @@
 
 #include "figure/VXSFigureController.h"
 #include "figure/VXSPanelLabelOptions.h"
-#include "figure/inspector/VXSPixelSizeDialog.h"
+#include "figure/properties/VXSPixelSizeDialog.h"
 #include "undo/VXSLayoutChange.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemImage.h"

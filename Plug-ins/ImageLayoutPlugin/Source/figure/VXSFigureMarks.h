@@ -34,7 +34,7 @@ public:
     // Scale bars on or off for the selected image, or for every image while nothing is
     // selected. Images without a pixel size get none, and a message says so.
     bool setScaleBarsShown(bool bShown);
-    // The selected image's scale bar as the inspector edits it.
+    // The selected image's scale bar as the panel edits it.
     bool setScaleBar(const CVXSScaleBar& bar, const QString& strText);
     // Asks the user for the selected images' pixel size and gives it to them.
     bool askPixelSize();

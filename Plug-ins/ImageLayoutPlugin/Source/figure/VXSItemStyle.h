@@ -5,7 +5,7 @@
 
 class QGraphicsItem;
 
-// The look of one layout item as the figure inspector edits it. Rectangles and ellipses have
+// The look of one layout item as the Figure panel edits it. Rectangles and ellipses have
 // an outline and a fill, lines and arrows a colour, width and head size, texts a colour, font
 // and background, images a border. Widths are in units of the page; a width of 0 is the
 // window's standard hairline. A transparent colour means none (no fill, no background, no

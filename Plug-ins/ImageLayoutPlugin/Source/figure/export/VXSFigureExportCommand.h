@@ -5,7 +5,7 @@
 class QAction;
 class CVXSFigureController;
 
-// "Export Figure...": in the host's File menu and on the inspector's figure page, it opens the
+// "Export Figure...": in the host's File menu and on the panel's figure page, it opens the
 // Export Figure dialog for the controller's layout, starting from the figure page's width and
 // resolution. Made by the controller, whose child it is.
 class CVXSFigureExportCommand : public QObject

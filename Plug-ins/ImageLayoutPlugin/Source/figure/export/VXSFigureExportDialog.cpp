@@ -1,8 +1,8 @@
 #include "figure/export/VXSFigureExportDialog.h"
 
 #include "figure/export/VXSFigureFile.h"
-#include "figure/inspector/VXSFigurePresets.h"
-#include "figure/inspector/VXSPageEditor.h"
+#include "figure/properties/VXSFigurePresets.h"
+#include "figure/properties/VXSPageEditor.h"
 #include "output/VXSLayoutRenderer.h"
 #include "VXSLayoutManager.h"
 #include "VXSLayoutView.h"

@@ -1,4 +1,4 @@
-#include "figure/inspector/VXSPixelSizeDialog.h"
+#include "figure/properties/VXSPixelSizeDialog.h"
 
 #include <VXPixelSize.h>
 #include <VXSMessageBox.h>

@@ -1,4 +1,4 @@
-#include "figure/inspector/VXSPanelLabelEditor.h"
+#include "figure/properties/VXSPanelLabelEditor.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "figure/inspector/VXSFigurePresets.h"
+#include "figure/properties/VXSFigurePresets.h"
 
 #include <QComboBox>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-#include "figure/inspector/VXSScaleBarEditor.h"
+#include "figure/properties/VXSScaleBarEditor.h"
 
-#include "figure/inspector/VXSColourButton.h"
+#include "figure/properties/VXSColourButton.h"
 #include "figure/VXSItemFigure.h"
 #include "VXSLayoutItemImage.h"
 

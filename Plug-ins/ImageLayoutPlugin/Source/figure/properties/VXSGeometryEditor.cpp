@@ -1,4 +1,4 @@
-#include "figure/inspector/VXSGeometryEditor.h"
+#include "figure/properties/VXSGeometryEditor.h"
 
 #include <QDoubleSpinBox>
 #include <QGridLayout>

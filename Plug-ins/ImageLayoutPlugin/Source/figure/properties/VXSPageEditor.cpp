@@ -1,6 +1,6 @@
-#include "figure/inspector/VXSPageEditor.h"
+#include "figure/properties/VXSPageEditor.h"
 
-#include "figure/inspector/VXSFigurePresets.h"
+#include "figure/properties/VXSFigurePresets.h"
 
 #include <QAction>
 #include <QComboBox>

@@ -12,14 +12,14 @@ class CVXSPageEditor;
 class CVXSPanelLabelEditor;
 class CVXSScaleBarEditor;
 
-// The "Figure" inspector: the selected item's look, place and size, or the figure's size and
+// The "Figure" panel: the selected item's look, place and size, or the figure's size and
 // resolution when nothing is selected. It shows what the controller's layout holds and hands
 // every edit to the controller.
-class CVXSFigureInspector : public QWidget
+class CVXSFigureProperties : public QWidget
 {
     Q_OBJECT
 public:
-    explicit CVXSFigureInspector(CVXSFigureController& controller, QWidget* pParent = nullptr);
+    explicit CVXSFigureProperties(CVXSFigureController& controller, QWidget* pParent = nullptr);
 
     CVXSPageEditor* pageEditor() const;
 
@@ -29,7 +29,7 @@ private:
     QWidget* buildFigurePage();
     static QString kindName(int nType);
 
-    CVXSFigureController& m_controller; // outlives the inspector: it deletes it
+    CVXSFigureController& m_controller; // outlives the panel: it deletes it
     QLabel* m_pTitle = nullptr;
     QStackedWidget* m_pPages = nullptr;
     CVXSPageEditor* m_pPageEditor = nullptr;

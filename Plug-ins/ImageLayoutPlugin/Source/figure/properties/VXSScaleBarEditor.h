@@ -12,7 +12,7 @@ class QLabel;
 class QLineEdit;
 class CVXSColourButton;
 
-// The selected image's scale bar in the inspector: on or off, automatic or a given length,
+// The selected image's scale bar in the panel: on or off, automatic or a given length,
 // corner, colour, thickness (in points of the figure) and label; and the pixel size it is
 // measured from, with the way to set one.
 class CVXSScaleBarEditor : public QWidget

@@ -1,6 +1,6 @@
-#include "figure/inspector/VXSItemStyleEditor.h"
+#include "figure/properties/VXSItemStyleEditor.h"
 
-#include "figure/inspector/VXSColourButton.h"
+#include "figure/properties/VXSColourButton.h"
 #include "VXSLayoutConstants.h"
 #include "VXSLayoutItemArrow.h"
 

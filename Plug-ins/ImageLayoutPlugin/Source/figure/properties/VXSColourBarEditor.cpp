@@ -1,4 +1,4 @@
-#include "figure/inspector/VXSColourBarEditor.h"
+#include "figure/properties/VXSColourBarEditor.h"
 
 #include "colourbar/VXSColourBar.h"
 #include "colourbar/VXSColourBarTicks.h"

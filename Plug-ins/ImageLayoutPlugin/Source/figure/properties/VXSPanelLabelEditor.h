@@ -8,7 +8,7 @@ class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 
-// How "Label Panels" letters the images, on the inspector's figure page: upper or lower
+// How "Label Panels" letters the images, on the panel's figure page: upper or lower
 // case, bold, size in points and corner. Each change is kept in the settings at once and
 // used by the next "Label Panels".
 class CVXSPanelLabelEditor : public QWidget

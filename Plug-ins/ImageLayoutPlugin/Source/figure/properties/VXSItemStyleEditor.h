@@ -12,7 +12,7 @@ class QPushButton;
 class QSpinBox;
 class CVXSColourButton;
 
-// The look of the selected item in the figure inspector: outline and fill of shapes; colour,
+// The look of the selected item in the Figure panel: outline and fill of shapes; colour,
 // width and head size of lines and arrows; colour, font and background of texts; the border
 // of images. Widths and sizes are shown in points of the finished figure.
 class CVXSItemStyleEditor : public QWidget

@@ -1,11 +1,11 @@
-#include "figure/inspector/VXSFigureInspector.h"
+#include "figure/properties/VXSFigureProperties.h"
 
-#include "figure/inspector/VXSColourBarEditor.h"
-#include "figure/inspector/VXSGeometryEditor.h"
-#include "figure/inspector/VXSItemStyleEditor.h"
-#include "figure/inspector/VXSPageEditor.h"
-#include "figure/inspector/VXSPanelLabelEditor.h"
-#include "figure/inspector/VXSScaleBarEditor.h"
+#include "figure/properties/VXSColourBarEditor.h"
+#include "figure/properties/VXSGeometryEditor.h"
+#include "figure/properties/VXSItemStyleEditor.h"
+#include "figure/properties/VXSPageEditor.h"
+#include "figure/properties/VXSPanelLabelEditor.h"
+#include "figure/properties/VXSScaleBarEditor.h"
 #include "figure/VXSFigureMarks.h"
 #include "figure/VXSFigureController.h"
 #include "figure/VXSItemFigure.h"
@@ -25,15 +25,15 @@ constexpr double PointsPerMm = 72.0 / 25.4;
 enum Page { FigurePage, ItemPage, NoLayoutPage };
 } // namespace
 
-CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidget* pParent)
+CVXSFigureProperties::CVXSFigureProperties(CVXSFigureController& controller, QWidget* pParent)
     : QWidget(pParent)
     , m_controller(controller)
 {
-    setObjectName(QStringLiteral("figureInspector"));
+    setObjectName(QStringLiteral("figureProperties"));
     setWindowTitle(tr("Figure"));
     auto* pLayout = new QVBoxLayout(this);
     m_pTitle = new QLabel(this);
-    m_pTitle->setObjectName(QStringLiteral("figureInspectorTitle"));
+    m_pTitle->setObjectName(QStringLiteral("figurePropertiesTitle"));
     QFont bold = m_pTitle->font();
     bold.setBold(true);
     m_pTitle->setFont(bold);
@@ -61,16 +61,16 @@ CVXSFigureInspector::CVXSFigureInspector(CVXSFigureController& controller, QWidg
             &CVXSFigureMarks::askPixelSize);
     connect(m_pColourBarEditor, &CVXSColourBarEditor::orientationEdited, &m_controller,
             &CVXSFigureController::setColourBarOrientation);
-    connect(&m_controller, &CVXSFigureController::changed, this, &CVXSFigureInspector::refresh);
+    connect(&m_controller, &CVXSFigureController::changed, this, &CVXSFigureProperties::refresh);
     refresh();
 }
 
-CVXSPageEditor* CVXSFigureInspector::pageEditor() const
+CVXSPageEditor* CVXSFigureProperties::pageEditor() const
 {
     return m_pPageEditor;
 }
 
-QWidget* CVXSFigureInspector::buildFigurePage()
+QWidget* CVXSFigureProperties::buildFigurePage()
 {
     auto* pPage = new QWidget(m_pPages);
     auto* pLayout = new QVBoxLayout(pPage);
@@ -85,7 +85,7 @@ QWidget* CVXSFigureInspector::buildFigurePage()
     return pPage;
 }
 
-QWidget* CVXSFigureInspector::buildItemPage()
+QWidget* CVXSFigureProperties::buildItemPage()
 {
     auto* pPage = new QWidget(m_pPages);
     auto* pLayout = new QVBoxLayout(pPage);
@@ -111,7 +111,7 @@ QWidget* CVXSFigureInspector::buildItemPage()
     return pPage;
 }
 
-QString CVXSFigureInspector::kindName(int nType)
+QString CVXSFigureProperties::kindName(int nType)
 {
     switch (nType) {
     case ImageItemType: return tr("Image");
@@ -123,7 +123,7 @@ QString CVXSFigureInspector::kindName(int nType)
     }
 }
 
-void CVXSFigureInspector::refresh()
+void CVXSFigureProperties::refresh()
 {
     if (!m_controller.manager()) {
         m_pTitle->setText(tr("Figure"));

@@ -11,7 +11,7 @@ class QLabel;
 class QSpinBox;
 class QVBoxLayout;
 
-// The figure the page becomes, shown in the inspector while nothing is selected: its width in
+// The figure the page becomes, shown in the panel while nothing is selected: its width in
 // millimetres (with the usual journal widths as presets) and its resolution, and the figure
 // commands as buttons.
 class CVXSPageEditor : public QWidget

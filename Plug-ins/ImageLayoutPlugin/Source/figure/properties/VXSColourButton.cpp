@@ -1,4 +1,4 @@
-#include "figure/inspector/VXSColourButton.h"
+#include "figure/properties/VXSColourButton.h"
 
 #include <QColorDialog>
 #include <QPainter>
