@@ -1,3 +1,4 @@
+#include "FigureControls.h"
 #include "LayoutFixture.h"
 #include "LayoutRecord.h"
 #include "MessageBoxAnswer.h"
@@ -109,11 +110,7 @@ void TestLayoutColourBar::endTest()
 
 QAction* TestLayoutColourBar::command() const
 {
-    for (QAction* pAction : m_pController->menuActions(QLatin1String(CVXSFigureController::FigureMenu))) {
-        if (pAction->objectName() == QLatin1String("actionAddColourBar"))
-            return pAction;
-    }
-    return nullptr;
+    return figureCommand(*m_pController, "actionAddColourBar");
 }
 
 // Pastes an image with a range, selects it and chooses the command: the new item.

@@ -1,4 +1,5 @@
 #include "FileDialogAnswer.h"
+#include "FigureControls.h"
 #include "LayoutFixture.h"
 #include "MessageBoxAnswer.h"
 #include "ModalDialogAnswer.h"
@@ -38,19 +39,10 @@ namespace {
 
 constexpr double MmPerInch = 25.4;
 
-template <typename T>
-T* control(const QWidget& parent, const char* pName)
-{
-    auto* pControl = parent.findChild<T*>(QString::fromLatin1(pName));
-    if (!pControl)
-        qWarning("no control %s", pName);
-    return pControl;
-}
-
 // Picks the entry with the text from the box by keyboard, as a user does.
 void choose(const QDialog& dialog, const char* pBox, const QString& strText)
 {
-    auto* pCombo = control<QComboBox>(dialog, pBox);
+    auto* pCombo = panelControl<QComboBox>(dialog, pBox);
     QVERIFY2(pCombo->findText(strText) >= 0, qPrintable(strText));
     pCombo->setFocus();
     QTest::keyClick(pCombo, Qt::Key_Home);
@@ -62,7 +54,7 @@ void choose(const QDialog& dialog, const char* pBox, const QString& strText)
 // Types the text in place of what the box or field held, then leaves it with Tab.
 void type(const QDialog& dialog, const char* pName, const QString& strText)
 {
-    auto* pWidget = control<QWidget>(dialog, pName);
+    auto* pWidget = panelControl<QWidget>(dialog, pName);
     pWidget->setFocus();
     if (auto* pSpin = qobject_cast<QAbstractSpinBox*>(pWidget))
         pSpin->selectAll();
@@ -74,7 +66,7 @@ void type(const QDialog& dialog, const char* pName, const QString& strText)
 
 void clickExport(const QDialog& dialog)
 {
-    QTest::mouseClick(control<QPushButton>(dialog, "exportButton"), Qt::LeftButton);
+    QTest::mouseClick(panelControl<QPushButton>(dialog, "exportButton"), Qt::LeftButton);
 }
 
 // The pixels across and down of a figure of the width and resolution, for a page of the size.
@@ -184,7 +176,7 @@ bool TestLayoutFigureExport::runDialog(const DialogSteps& steps, bool bFromMenu)
     if (bFromMenu) {
         m_pController->menuActions(QLatin1String(CVXSFigureController::FileMenu)).value(0)->trigger();
     } else {
-        auto* pButton = control<QPushButton>(panel(), "actionExportFigureButton");
+        auto* pButton = panelControl<QPushButton>(panel(), "actionExportFigureButton");
         if (!pButton)
             return false;
         QTest::mouseClick(pButton, Qt::LeftButton);
@@ -198,7 +190,7 @@ void TestLayoutFigureExport::commandInFileMenuAndOnTheFigurePage()
     QCOMPARE(fileActions.size(), 1);
     QCOMPARE(fileActions.first()->text(), QStringLiteral("Export Figure..."));
     QVERIFY(m_pController->menuActions(QLatin1String(CVXSFigureController::FigureMenu)).contains(fileActions.first()));
-    auto* pButton = control<QPushButton>(panel(), "actionExportFigureButton");
+    auto* pButton = panelControl<QPushButton>(panel(), "actionExportFigureButton");
     QVERIFY(pButton);
     QCOMPARE(pButton->text(), QStringLiteral("Export Figure..."));
     QVERIFY(pButton->isVisible());
@@ -214,18 +206,18 @@ void TestLayoutFigureExport::startsFromTheFigurePage()
     const int nUndoSteps = m_pLayout->manager()->undoStack()->count();
     const QSize expected = figurePixels(174.0, 1200, pageUnits());
     const bool bSeen = runDialog([expected](QDialog& dialog) {
-        QCOMPARE(control<QDoubleSpinBox>(dialog, "exportWidthMm")->value(), 174.0);
-        QCOMPARE(control<QComboBox>(dialog, "exportWidthPreset")->currentText(), QStringLiteral("174 mm (two columns)"));
-        QCOMPARE(control<QSpinBox>(dialog, "exportDpi")->value(), 1200);
-        QCOMPARE(control<QComboBox>(dialog, "exportDpiPreset")->currentText(), QStringLiteral("1200 dpi"));
-        const QString strSize = control<QLabel>(dialog, "exportSize")->text();
+        QCOMPARE(panelControl<QDoubleSpinBox>(dialog, "exportWidthMm")->value(), 174.0);
+        QCOMPARE(panelControl<QComboBox>(dialog, "exportWidthPreset")->currentText(), QStringLiteral("174 mm (two columns)"));
+        QCOMPARE(panelControl<QSpinBox>(dialog, "exportDpi")->value(), 1200);
+        QCOMPARE(panelControl<QComboBox>(dialog, "exportDpiPreset")->currentText(), QStringLiteral("1200 dpi"));
+        const QString strSize = panelControl<QLabel>(dialog, "exportSize")->text();
         QVERIFY2(strSize.contains(QStringLiteral("%1 x %2 pixels").arg(expected.width()).arg(expected.height())),
                  qPrintable(strSize));
         // A typed width no preset has shows as Custom, and the size follows it.
         type(dialog, "exportWidthMm", QStringLiteral("100"));
-        QCOMPARE(control<QComboBox>(dialog, "exportWidthPreset")->currentText(), QStringLiteral("Custom"));
-        QVERIFY2(control<QLabel>(dialog, "exportSize")->text().contains(QString::number(qRound(100 / MmPerInch * 1200))),
-                 qPrintable(control<QLabel>(dialog, "exportSize")->text()));
+        QCOMPARE(panelControl<QComboBox>(dialog, "exportWidthPreset")->currentText(), QStringLiteral("Custom"));
+        QVERIFY2(panelControl<QLabel>(dialog, "exportSize")->text().contains(QString::number(qRound(100 / MmPerInch * 1200))),
+                 qPrintable(panelControl<QLabel>(dialog, "exportSize")->text()));
         rejectDialog(&dialog);
     });
     QVERIFY(bSeen);
@@ -288,10 +280,10 @@ void TestLayoutFigureExport::pngCarriesItsResolution()
     QVERIFY(runDialog([this](QDialog& dialog) {
         choose(dialog, "exportWidthPreset", QStringLiteral("85 mm (one column)"));
         type(dialog, "exportDpi", QStringLiteral("450"));
-        QCOMPARE(control<QComboBox>(dialog, "exportDpiPreset")->currentText(), QStringLiteral("Custom"));
+        QCOMPARE(panelControl<QComboBox>(dialog, "exportDpiPreset")->currentText(), QStringLiteral("Custom"));
         choose(dialog, "exportFormat", QStringLiteral("PNG"));
         // The compression belongs to TIFF only.
-        QVERIFY(!control<QComboBox>(dialog, "exportTiffCompression")->isEnabled());
+        QVERIFY(!panelControl<QComboBox>(dialog, "exportTiffCompression")->isEnabled());
         // A name without a suffix gets the format's, in the recent export folder.
         type(dialog, "exportFileName", QStringLiteral("plain"));
         clickExport(dialog);
@@ -376,8 +368,8 @@ void TestLayoutFigureExport::fileChosenInTheFileDialog()
         [](QDialog& dialog) {
             type(dialog, "exportWidthMm", QStringLiteral("100"));
             type(dialog, "exportDpi", QStringLiteral("450"));
-            QTest::mouseClick(control<QPushButton>(dialog, "exportBrowse"), Qt::LeftButton);
-            QCOMPARE(control<QComboBox>(dialog, "exportFormat")->currentText(), QStringLiteral("TIFF"));
+            QTest::mouseClick(panelControl<QPushButton>(dialog, "exportBrowse"), Qt::LeftButton);
+            QCOMPARE(panelControl<QComboBox>(dialog, "exportFormat")->currentText(), QStringLiteral("TIFF"));
             clickExport(dialog);
         },
         true));
@@ -431,16 +423,16 @@ void TestLayoutFigureExport::refusesBadValues()
     CSeenMessageBox seen;
     QVERIFY(runDialog([&](QDialog& dialog) {
         steps(dialog);
-        const QString strWidth = control<QDoubleSpinBox>(dialog, "exportWidthMm")->text();
-        const QString strDpi = control<QSpinBox>(dialog, "exportDpi")->text();
-        const QString strName = control<QLineEdit>(dialog, "exportFileName")->text();
+        const QString strWidth = panelControl<QDoubleSpinBox>(dialog, "exportWidthMm")->text();
+        const QString strDpi = panelControl<QSpinBox>(dialog, "exportDpi")->text();
+        const QString strName = panelControl<QLineEdit>(dialog, "exportFileName")->text();
         answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
         clickExport(dialog);
         QVERIFY(seen.m_bShown);
         QVERIFY(dialog.isVisible());
-        QCOMPARE(control<QDoubleSpinBox>(dialog, "exportWidthMm")->text(), strWidth);
-        QCOMPARE(control<QSpinBox>(dialog, "exportDpi")->text(), strDpi);
-        QCOMPARE(control<QLineEdit>(dialog, "exportFileName")->text(), strName);
+        QCOMPARE(panelControl<QDoubleSpinBox>(dialog, "exportWidthMm")->text(), strWidth);
+        QCOMPARE(panelControl<QSpinBox>(dialog, "exportDpi")->text(), strDpi);
+        QCOMPARE(panelControl<QLineEdit>(dialog, "exportFileName")->text(), strName);
         rejectDialog(&dialog);
     }));
     QVERIFY2(seen.m_strText.contains(message), qPrintable(seen.m_strText));

@@ -1,3 +1,4 @@
+#include "FigureControls.h"
 #include "LayoutFixture.h"
 #include "LayoutRecord.h"
 #include "ModalDialogAnswer.h"
@@ -43,20 +44,11 @@ namespace {
 constexpr double PointsPerMm = 72.0 / 25.4;
 const QColor ImageColour(20, 90, 160);
 
-template <typename T>
-T* control(const QWidget& panel, const char* pName)
-{
-    auto* pControl = panel.findChild<T*>(QString::fromLatin1(pName));
-    if (!pControl)
-        qWarning("no control %s", pName);
-    return pControl;
-}
-
 // Types the value into the spin box and presses Enter.
 template <typename Box>
 void typeValue(const QWidget& panel, const char* pName, const QString& strValue)
 {
-    Box* pBox = control<Box>(panel, pName);
+    Box* pBox = panelControl<Box>(panel, pName);
     pBox->setFocus();
     pBox->selectAll();
     QTest::keyClicks(pBox, strValue);
@@ -75,7 +67,7 @@ Edit typedWhole(const char* pName, const QString& strValue)
 
 Edit clicked(const char* pName)
 {
-    return [pName](QWidget& panel) { QTest::mouseClick(control<QCheckBox>(panel, pName), Qt::LeftButton); };
+    return [pName](QWidget& panel) { QTest::mouseClick(panelControl<QCheckBox>(panel, pName), Qt::LeftButton); };
 }
 
 // Clicks the colour button and chooses the colour in the colour dialog.
@@ -90,7 +82,7 @@ Edit colourChosen(const char* pName, QColor colour)
                 pDialog->accept();
             },
             &bSeen);
-        QTest::mouseClick(control<QToolButton>(panel, pName), Qt::LeftButton);
+        QTest::mouseClick(panelControl<QToolButton>(panel, pName), Qt::LeftButton);
         QVERIFY(bSeen);
     };
 }
@@ -339,8 +331,8 @@ void TestLayoutFigureStyle::geometryInMillimetres()
     select(pRectangle);
     const double dMm = m_pController->mmPerUnit();
     QVERIFY(dMm > 0);
-    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
-    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureWidth")->value(), qRound(200 * dMm * 100) / 100.0);
+    QCOMPARE(panelControl<QDoubleSpinBox>(panel(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
+    QCOMPARE(panelControl<QDoubleSpinBox>(panel(), "figureWidth")->value(), qRound(200 * dMm * 100) / 100.0);
     typed("figureX", QStringLiteral("20"))(panel());
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Move or Resize"));
     QVERIFY(qAbs(static_cast<QGraphicsRectItem*>(pRectangle)->rect().x() - 20 / dMm) < 1e-9);
@@ -348,7 +340,7 @@ void TestLayoutFigureStyle::geometryInMillimetres()
     QCOMPARE(static_cast<QGraphicsRectItem*>(pRectangle)->rect().width(), 200.0);
     m_pLayout->manager()->undoStack()->undo();
     QCOMPARE(static_cast<QGraphicsRectItem*>(pRectangle)->rect(), QRectF(100, 80, 200, 100));
-    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
+    QCOMPARE(panelControl<QDoubleSpinBox>(panel(), "figureX")->value(), qRound(100 * dMm * 100) / 100.0);
 }
 
 void TestLayoutFigureStyle::imageInACellKeepsItsPlace()
@@ -356,7 +348,7 @@ void TestLayoutFigureStyle::imageInACellKeepsItsPlace()
     m_pLayout->chooseStyle(3);
     CVXSLayoutItemImage* pImage = m_pLayout->pasteImage(QSize(80, 60));
     select(pImage);
-    QVERIFY(!control<QDoubleSpinBox>(panel(), "figureX")->isEnabled());
+    QVERIFY(!panelControl<QDoubleSpinBox>(panel(), "figureX")->isEnabled());
     const QRectF rect = pImage->rect();
     QVERIFY(!m_pController->setGeometryMm(QRectF(1, 1, 10, 10)));
     QCOMPARE(pImage->rect(), rect);
@@ -364,19 +356,19 @@ void TestLayoutFigureStyle::imageInACellKeepsItsPlace()
 
 void TestLayoutFigureStyle::pageWidthAndResolution()
 {
-    QCOMPARE(control<QComboBox>(panel(), "figureWidthPreset")->currentText(), QStringLiteral("85 mm (one column)"));
-    QCOMPARE(control<QSpinBox>(panel(), "figureDpi")->value(), 300);
-    auto* pPresets = control<QComboBox>(panel(), "figureWidthPreset");
+    QCOMPARE(panelControl<QComboBox>(panel(), "figureWidthPreset")->currentText(), QStringLiteral("85 mm (one column)"));
+    QCOMPARE(panelControl<QSpinBox>(panel(), "figureDpi")->value(), 300);
+    auto* pPresets = panelControl<QComboBox>(panel(), "figureWidthPreset");
     pPresets->setCurrentIndex(pPresets->findData(174.0));
     emit pPresets->activated(pPresets->currentIndex());
     QCOMPARE(m_pController->page().dWidthMm, 174.0);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Change Figure Width"));
     typedWhole("figureDpi", QStringLiteral("600"))(panel());
     QCOMPARE(m_pController->page().nDpi, 600);
-    QCOMPARE(control<QComboBox>(panel(), "figureDpiPreset")->currentText(), QStringLiteral("600 dpi"));
-    QVERIFY2(control<QLabel>(panel(), "figureSize")->text().contains(QStringLiteral("174.0 x ")),
-             qPrintable(control<QLabel>(panel(), "figureSize")->text()));
-    QVERIFY(control<QLabel>(panel(), "figureSize")->text().contains(QString::number(qRound(174 / 25.4 * 600))));
+    QCOMPARE(panelControl<QComboBox>(panel(), "figureDpiPreset")->currentText(), QStringLiteral("600 dpi"));
+    QVERIFY2(panelControl<QLabel>(panel(), "figureSize")->text().contains(QStringLiteral("174.0 x ")),
+             qPrintable(panelControl<QLabel>(panel(), "figureSize")->text()));
+    QVERIFY(panelControl<QLabel>(panel(), "figureSize")->text().contains(QString::number(qRound(174 / 25.4 * 600))));
     // Out of range: the box keeps to 1 mm to 2 m and to 72 to 2400 dpi.
     typedWhole("figureDpi", QStringLiteral("9999"))(panel());
     QVERIFY(m_pController->page().nDpi <= CVXSFigurePage::MaxDpi);
@@ -388,7 +380,7 @@ void TestLayoutFigureStyle::pageWidthAndResolution()
     while (pStack->canUndo())
         pStack->undo();
     QCOMPARE(m_pController->page(), CVXSFigurePage());
-    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureWidthMm")->value(), 85.0);
+    QCOMPARE(panelControl<QDoubleSpinBox>(panel(), "figureWidthMm")->value(), 85.0);
 }
 
 void TestLayoutFigureStyle::useAsDefaultAndReset()
@@ -398,7 +390,7 @@ void TestLayoutFigureStyle::useAsDefaultAndReset()
     clicked("figureFillOn")(panel());
     typed("figureLineWidth", QStringLiteral("3"))(panel());
     const CVXSItemStyle style = CVXSItemStyle::of(*pRectangle);
-    QTest::mouseClick(control<QPushButton>(panel(), "figureUseAsDefault"), Qt::LeftButton);
+    QTest::mouseClick(panelControl<QPushButton>(panel(), "figureUseAsDefault"), Qt::LeftButton);
 
     m_pLayout->triggerAction("m_pDrawRectAction");
     m_pLayout->drag(QPoint(300, 200), QPoint(400, 300));
@@ -411,7 +403,7 @@ void TestLayoutFigureStyle::useAsDefaultAndReset()
     QVERIFY(!CVXSItemFigure::of(*m_pLayout->view()->currentItem()).bStyled);
 
     m_pLayout->view()->selectItem(pDrawn);
-    QTest::mouseClick(control<QPushButton>(panel(), "figureResetDefaults"), Qt::LeftButton);
+    QTest::mouseClick(panelControl<QPushButton>(panel(), "figureResetDefaults"), Qt::LeftButton);
     m_pLayout->triggerAction("m_pDrawRectAction");
     m_pLayout->drag(QPoint(450, 200), QPoint(550, 300));
     QVERIFY(!CVXSItemFigure::of(*m_pLayout->view()->currentItem()).bStyled);
@@ -427,7 +419,7 @@ void TestLayoutFigureStyle::editDuringADragIsRefused()
     typed("figureLineWidth", QStringLiteral("8"))(panel());
     QVERIFY(!CVXSItemFigure::of(*pRectangle).bStyled);
     // The box shows the item's look again.
-    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureLineWidth")->value(), 0.0);
+    QCOMPARE(panelControl<QDoubleSpinBox>(panel(), "figureLineWidth")->value(), 0.0);
     m_pLayout->release(QPoint(160, 150));
     QCOMPARE(m_pLayout->manager()->undoStack()->count(), nSteps + 1);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Move"));
@@ -444,7 +436,7 @@ void TestLayoutFigureStyle::standardItemsLookAsBefore()
     QCOMPARE(CVXSItemStyle::of(*pRectangle), standard);
     QCOMPARE(standard.fillColour, QColor(Qt::white));
     QCOMPARE(standard.dLineWidth, 0.0);
-    QCOMPARE(control<QDoubleSpinBox>(panel(), "figureLineWidth")->specialValueText(), QStringLiteral("Hairline"));
+    QCOMPARE(panelControl<QDoubleSpinBox>(panel(), "figureLineWidth")->specialValueText(), QStringLiteral("Hairline"));
 }
 
 QTEST_MAIN(TestLayoutFigureStyle)

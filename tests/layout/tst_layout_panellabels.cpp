@@ -1,3 +1,4 @@
+#include "FigureControls.h"
 #include "LayoutFixture.h"
 #include "LayoutRecord.h"
 #include "MessageBoxAnswer.h"
@@ -146,10 +147,7 @@ QWidget& TestLayoutPanelLabels::panel()
 template <typename T>
 T* TestLayoutPanelLabels::control(const char* pName)
 {
-    auto* pControl = panel().findChild<T*>(QString::fromLatin1(pName));
-    if (!pControl)
-        qWarning("no control %s", pName);
-    return pControl;
+    return panelControl<T>(panel(), pName);
 }
 
 // The button on the panel's figure page, shown while nothing is selected.
@@ -417,14 +415,11 @@ void TestLayoutPanelLabels::pageWithoutImages()
 
 void TestLayoutPanelLabels::commandInTheFigureMenu()
 {
-    const QList<QAction*> actions = m_pController->menuActions(QStringLiteral("Figure"));
-    const auto found = std::find_if(actions.cbegin(), actions.cend(), [](const QAction* pAction) {
-        return pAction->objectName() == QLatin1String("actionLabelPanels");
-    });
-    QVERIFY(found != actions.cend());
-    QCOMPARE((*found)->text(), QStringLiteral("Label Panels"));
+    QAction* pCommand = figureCommand(*m_pController, "actionLabelPanels");
+    QVERIFY(pCommand);
+    QCOMPARE(pCommand->text(), QStringLiteral("Label Panels"));
     CVXSLayoutItemImage* pImage = m_pLayout->pasteImage(QSize(200, 150), Dark);
-    (*found)->trigger();
+    pCommand->trigger();
     QCOMPARE(letterOf(pImage), QStringLiteral("A"));
 }
 

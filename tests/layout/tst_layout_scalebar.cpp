@@ -1,3 +1,4 @@
+#include "FigureControls.h"
 #include "LayoutFixture.h"
 #include "LayoutRecord.h"
 #include "MessageBoxAnswer.h"
@@ -58,15 +59,6 @@ QImage calibratedImage()
     return image;
 }
 
-template <typename T>
-T* control(const QWidget& panel, const char* pName)
-{
-    auto* pControl = panel.findChild<T*>(QString::fromLatin1(pName));
-    if (!pControl)
-        qWarning("no control %s", pName);
-    return pControl;
-}
-
 void clickCheckBox(QCheckBox* pBox)
 {
     QTest::mouseClick(pBox, Qt::LeftButton, {}, QPoint(6, pBox->height() / 2));
@@ -74,14 +66,14 @@ void clickCheckBox(QCheckBox* pBox)
 
 Edit clicked(const char* pName)
 {
-    return [pName](QWidget& panel) { clickCheckBox(control<QCheckBox>(panel, pName)); };
+    return [pName](QWidget& panel) { clickCheckBox(panelControl<QCheckBox>(panel, pName)); };
 }
 
 Edit typedLength(const QString& strLength)
 {
     return [strLength](QWidget& panel) {
-        clickCheckBox(control<QCheckBox>(panel, "figureScaleBarAuto"));
-        auto* pLength = control<QLineEdit>(panel, "figureScaleBarLength");
+        clickCheckBox(panelControl<QCheckBox>(panel, "figureScaleBarAuto"));
+        auto* pLength = panelControl<QLineEdit>(panel, "figureScaleBarLength");
         QTRY_VERIFY(pLength->isEnabled());
         pLength->setFocus();
         pLength->selectAll();
@@ -93,7 +85,7 @@ Edit typedLength(const QString& strLength)
 Edit typedThickness(const QString& strPoints)
 {
     return [strPoints](QWidget& panel) {
-        auto* pBox = control<QDoubleSpinBox>(panel, "figureScaleBarThickness");
+        auto* pBox = panelControl<QDoubleSpinBox>(panel, "figureScaleBarThickness");
         pBox->setFocus();
         pBox->selectAll();
         QTest::keyClicks(pBox, strPoints);
@@ -105,7 +97,7 @@ Edit typedThickness(const QString& strPoints)
 Edit cornerChosen(int nSteps)
 {
     return [nSteps](QWidget& panel) {
-        auto* pCorner = control<QComboBox>(panel, "figureScaleBarCorner");
+        auto* pCorner = panelControl<QComboBox>(panel, "figureScaleBarCorner");
         pCorner->setFocus();
         for (int i = 0; i < nSteps; ++i)
             QTest::keyClick(pCorner, Qt::Key_Down);
@@ -123,7 +115,7 @@ Edit colourChosen(QColor colour)
                 pDialog->accept();
             },
             &bSeen);
-        QTest::mouseClick(control<QToolButton>(panel, "figureScaleBarColour"), Qt::LeftButton);
+        QTest::mouseClick(panelControl<QToolButton>(panel, "figureScaleBarColour"), Qt::LeftButton);
         QVERIFY(bSeen);
     };
 }
@@ -202,7 +194,6 @@ private slots:
 private:
     void endTest() override;
     QWidget& panel();
-    QAction* figureCommand(const char* pObjectName) const;
     CVXSLayoutItemImage* selectedBarImage();
 
     std::unique_ptr<LayoutFixture> m_pLayout;
@@ -236,23 +227,13 @@ QWidget& TestLayoutScaleBar::panel()
     return *m_pController->panel();
 }
 
-QAction* TestLayoutScaleBar::figureCommand(const char* pObjectName) const
-{
-    for (QAction* pAction : m_pController->menuActions(QStringLiteral("Figure"))) {
-        if (pAction->objectName() == QLatin1String(pObjectName))
-            return pAction;
-    }
-    qWarning("no command %s", pObjectName);
-    return nullptr;
-}
-
 // A calibrated image at a known place, selected, with a scale bar added from the menu.
 CVXSLayoutItemImage* TestLayoutScaleBar::selectedBarImage()
 {
     CVXSLayoutItemImage* pImage = m_pLayout->pasteImage(calibratedImage());
     pImage->setRect(40, 40, 404, 304);
     m_pLayout->view()->selectItem(pImage);
-    figureCommand("actionAddScaleBar")->trigger();
+    figureCommand(*m_pController, "actionAddScaleBar")->trigger();
     return pImage;
 }
 
@@ -356,7 +337,7 @@ void TestLayoutScaleBar::addAndRemoveFromTheFigureMenu()
     const QImage before = m_pLayout->manager()->renderLayoutImage(Scale);
     QCOMPARE(barPixels(before, pImage), 0);
 
-    figureCommand("actionAddScaleBar")->trigger();
+    figureCommand(*m_pController, "actionAddScaleBar")->trigger();
     QVERIFY(CVXSItemFigure::of(*pImage).scaleBar.bShown);
     QCOMPARE(pStack->index(), nSteps + 1);
     QCOMPARE(pStack->undoText(), QStringLiteral("Add Scale Bar"));
@@ -370,7 +351,7 @@ void TestLayoutScaleBar::addAndRemoveFromTheFigureMenu()
     pStack->redo();
     QCOMPARE(barPixels(m_pLayout->manager()->renderLayoutImage(Scale), pImage), barPixels(page, pImage));
 
-    figureCommand("actionRemoveScaleBar")->trigger();
+    figureCommand(*m_pController, "actionRemoveScaleBar")->trigger();
     QCOMPARE(pStack->undoText(), QStringLiteral("Remove Scale Bar"));
     QCOMPARE(barPixels(m_pLayout->manager()->renderLayoutImage(Scale), pImage), 0);
 }
@@ -384,16 +365,16 @@ void TestLayoutScaleBar::imageWithoutPixelSize()
     const int nSteps = m_pLayout->manager()->undoStack()->index();
     CSeenMessageBox seen;
     answerNextMessageBox(&seen, clickStandardButton(QMessageBox::Ok));
-    figureCommand("actionAddScaleBar")->trigger();
+    figureCommand(*m_pController, "actionAddScaleBar")->trigger();
     QTRY_VERIFY(seen.m_bShown);
     QCOMPARE(seen.m_strText, QStringLiteral("\"mouse.png\" has no pixel size; use Set Pixel Size... to give it one."));
     QVERIFY(!CVXSItemFigure::of(*pImage).scaleBar.bShown);
     QCOMPARE(m_pLayout->manager()->undoStack()->index(), nSteps);
 
     // The same through the editor's check box, which then shows no bar.
-    auto* pShown = control<QCheckBox>(panel(), "figureScaleBarOn");
+    auto* pShown = panelControl<QCheckBox>(panel(), "figureScaleBarOn");
     QTRY_VERIFY(pShown->isVisible());
-    QCOMPARE(control<QLabel>(panel(), "figurePixelSize")->text(), QStringLiteral("none"));
+    QCOMPARE(panelControl<QLabel>(panel(), "figurePixelSize")->text(), QStringLiteral("none"));
     CSeenMessageBox seenAgain;
     answerNextMessageBox(&seenAgain, clickStandardButton(QMessageBox::Ok));
     clickCheckBox(pShown);
@@ -440,7 +421,7 @@ void TestLayoutScaleBar::pixelSizeDialogRefuses()
             pDialog->reject();
         },
         &bSeen);
-    QTest::mouseClick(control<QPushButton>(panel(), "figureSetPixelSize"), Qt::LeftButton);
+    QTest::mouseClick(panelControl<QPushButton>(panel(), "figureSetPixelSize"), Qt::LeftButton);
     QVERIFY(bSeen);
     QVERIFY(seen.m_bShown);
     QCOMPARE(seen.m_strText, message);
@@ -464,13 +445,13 @@ void TestLayoutScaleBar::pixelSizeDialogSetsIt()
             QTest::mouseClick(pDialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
         },
         &bSeen);
-    figureCommand("actionSetPixelSize")->trigger();
+    figureCommand(*m_pController, "actionSetPixelSize")->trigger();
     QVERIFY(bSeen);
     QCOMPARE(CVXSItemFigure::of(*pImage).dPixelSizeMm, 0.05);
     QCOMPARE(m_pLayout->manager()->undoStack()->undoText(), QStringLiteral("Set Pixel Size"));
-    QTRY_COMPARE(control<QLabel>(panel(), "figurePixelSize")->text(), QStringLiteral("50 \u00b5m"));
+    QTRY_COMPARE(panelControl<QLabel>(panel(), "figurePixelSize")->text(), QStringLiteral("50 \u00b5m"));
     // Now the bar can be measured.
-    clickCheckBox(control<QCheckBox>(panel(), "figureScaleBarOn"));
+    clickCheckBox(panelControl<QCheckBox>(panel(), "figureScaleBarOn"));
     QVERIFY(CVXSItemFigure::of(*pImage).scaleBar.bShown);
     const double dExpected = expectedBarPixels(pImage, 5.0);
     QVERIFY(qAbs(barPixels(m_pLayout->manager()->renderLayoutImage(Scale), pImage) - dExpected) <= 1.5);
@@ -506,7 +487,7 @@ void TestLayoutScaleBar::editorEdit()
     QFETCH(QString, undoText);
     QFETCH(BarCheck, check);
     CVXSLayoutItemImage* pImage = selectedBarImage();
-    QTRY_VERIFY(control<QCheckBox>(panel(), "figureScaleBarOn")->isChecked());
+    QTRY_VERIFY(panelControl<QCheckBox>(panel(), "figureScaleBarOn")->isChecked());
     QUndoStack* pStack = m_pLayout->manager()->undoStack();
     const int nSteps = pStack->index();
     const LayoutRecord before = LayoutRecord::take(*m_pLayout->manager());
