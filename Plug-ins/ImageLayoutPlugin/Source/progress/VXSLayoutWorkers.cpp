@@ -9,8 +9,10 @@ constexpr int kLongJobsAtOnce = 2;
 
 QThreadPool* CVXSLayoutWorkers::pool()
 {
-    static QThreadPool s_pool;
-    if (s_pool.maxThreadCount() != kLongJobsAtOnce)
-        s_pool.setMaxThreadCount(kLongJobsAtOnce);
-    return &s_pool;
+    static QThreadPool* const s_pPool = [] {
+        static QThreadPool pool;
+        pool.setMaxThreadCount(kLongJobsAtOnce);
+        return &pool;
+    }();
+    return s_pPool;
 }
